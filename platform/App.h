@@ -1,0 +1,79 @@
+// The process's application: the window system, the application object with its settings store, and
+// the main frame.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Wnd.h"
+
+/// The window system of this process. Make one, first thing in main, and keep it to the end.
+///
+/// Without a display ($DISPLAY and $WAYLAND_DISPLAY unset) and without a platform chosen by
+/// $QT_QPA_PLATFORM it runs on the offscreen platform.
+class PLATFORM_API CWindowSystem {
+  public:
+    CWindowSystem(int& argc, char** argv);
+    ~CWindowSystem();
+    CWindowSystem(const CWindowSystem&) = delete;
+    CWindowSystem& operator=(const CWindowSystem&) = delete;
+
+    /// Whether windows appear on a display that somebody may look at.
+    static bool HasDisplay();
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_pState;
+};
+
+/// The main frame, a window of the host with a view that takes messages.
+class PLATFORM_API CFrameWnd : public CWnd {
+    DECLARE_DYNAMIC(CFrameWnd)
+
+  public:
+    /// Makes the frame's window; it need not be shown.
+    bool Create(const std::wstring& strTitle);
+
+    /// The active view, or null. Not owned.
+    CWnd* GetActiveView() const { return m_pActiveView; }
+    void SetActiveView(CWnd* pView) { m_pActiveView = pView; }
+
+  private:
+    CWnd* m_pActiveView = nullptr;
+};
+
+/// A window without looks of its own that receives messages.
+class PLATFORM_API CView : public CWnd {
+    DECLARE_DYNAMIC(CView)
+
+  public:
+    bool Create(CWnd* pParent);
+};
+
+/// The application object; at most one exists. It is the per-user settings store.
+class PLATFORM_API CWinApp {
+  public:
+    /// @param strSettingsFile the INI file of the settings; empty: the current user's file for
+    ///        this application's name
+    explicit CWinApp(const std::wstring& strName, const std::wstring& strSettingsFile = {});
+    virtual ~CWinApp();
+    CWinApp(const CWinApp&) = delete;
+    CWinApp& operator=(const CWinApp&) = delete;
+
+    /// The stored integer, or the default when the key is absent or not a number.
+    int GetProfileInt(const std::wstring& strSection, const std::wstring& strKey, int nDefault);
+    /// @return false when it could not be stored
+    bool WriteProfileInt(const std::wstring& strSection, const std::wstring& strKey, int nValue);
+
+    CFrameWnd* m_pMainWnd = nullptr;  ///< not owned
+
+  private:
+    struct Settings;
+    std::unique_ptr<Settings> m_pSettings;
+};
+
+/// The application object, or null.
+PLATFORM_API CWinApp* AfxGetApp();
+
+/// Shows the standard message box, modally, with one OK button.
+PLATFORM_API void AfxMessageBox(const std::wstring& strText);

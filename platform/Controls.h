@@ -1,0 +1,74 @@
+// The child controls of dialogs. User-interface thread only.
+//
+// Each is made by the dialog from its template; a member object takes a control over with
+// SubclassDlgItem or DDX_Control. Operations on an object without a window do nothing and give the
+// neutral value.
+#pragma once
+
+#include "platform/Wnd.h"
+
+class CBitmap;
+
+class PLATFORM_API CStatic : public CWnd {
+    DECLARE_DYNAMIC(CStatic)
+
+  public:
+    /// Whether each line stands centred (the template says how it starts).
+    void SetCentered(bool bCentered);
+};
+
+class PLATFORM_API CButton : public CWnd {
+    DECLARE_DYNAMIC(CButton)
+
+  public:
+    void SetCheck(bool bChecked);
+    bool GetCheck() const;
+};
+
+/// The framework's styled button: a text, or a picture fitted into the button.
+class PLATFORM_API CMFCButton : public CButton {
+    DECLARE_DYNAMIC(CMFCButton)
+
+  public:
+    /// The picture is copied; null removes it.
+    void SetImage(const CBitmap* pBitmap);
+};
+
+class PLATFORM_API CEdit : public CWnd {
+    DECLARE_DYNAMIC(CEdit)
+
+  public:
+    void SetSelection(int nStart, int nEnd);  ///< (0, -1) selects everything
+    void SetPasswordChar(wchar_t chPassword);
+};
+
+class PLATFORM_API CListBox : public CWnd {
+    DECLARE_DYNAMIC(CListBox)
+
+  public:
+    int AddString(const std::wstring& strText);  ///< @return the row, after sorting
+    void ResetContent();
+    int GetCount() const;
+    int GetCurSel() const;      ///< -1 when no row is selected
+    void SetCurSel(int nRow);   ///< scrolls the row into view; sends no notification
+    std::wstring GetText(int nRow) const;
+    void SetItemData(int nRow, DWORD nData);
+    DWORD GetItemData(int nRow) const;
+    int GetTopIndex() const;
+    void SetTopIndex(int nRow);
+};
+
+/// A drop-down list.
+class PLATFORM_API CComboBox : public CWnd {
+    DECLARE_DYNAMIC(CComboBox)
+
+  public:
+    int AddString(const std::wstring& strText);  ///< @return the item's index, after sorting
+    void ResetContent();
+    int GetCount() const;
+    int GetCurSel() const;       ///< -1 when nothing is selected
+    void SetCurSel(int nIndex);  ///< sends no notification
+    std::wstring GetLBText(int nIndex) const;
+    void SetItemData(int nIndex, DWORD nData);
+    DWORD GetItemData(int nIndex) const;
+};

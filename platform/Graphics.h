@@ -1,0 +1,168 @@
+// Drawing surfaces over 32-bit images, and the tools to draw on them. User-interface thread only,
+// except that memory surfaces may be used on any one thread at a time.
+//
+// Lines are one pixel wide. A line from P to Q sets P and every pixel up to, but not including, Q.
+// Dotted and dashed lines leave their gaps untouched in the transparent background mode and fill
+// them with the background colour in the opaque one.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+class CDynamicLibrary;
+class CWnd;
+struct GraphicsSurface;  ///< the image behind a device context
+
+enum PenStyle : BYTE { PS_SOLID, PS_DASH, PS_DOT, PS_DASHDOT, PS_DASHDOTDOT, PS_NULL };
+enum BkMode : BYTE { TRANSPARENT = 1, OPAQUE = 2 };
+enum TextAlign : UINT { TA_LEFT = 0, TA_RIGHT = 2, TA_CENTER = 6, TA_TOP = 0 };
+enum RasterOp : BYTE { R2_COPYPEN, R2_NOT };
+
+class CPen {
+  public:
+    CPen(PenStyle style, COLORREF color) : m_style(style), m_color(color) {}
+    PenStyle m_style;
+    COLORREF m_color;
+};
+
+class CBrush {
+  public:
+    explicit CBrush(COLORREF color) : m_color(color) {}
+    COLORREF m_color;
+};
+
+/// A font. "MS Shell Dlg" and "Microsoft Sans Serif" are drawn with Liberation Sans.
+class PLATFORM_API CFont {
+  public:
+    /// @param nPointSize in tenths of a point, at 96 dots per inch
+    void CreatePointFont(int nPointSize, const wchar_t* pFace);
+    /// @param nHeight character height in pixels
+    void CreatePixelFont(int nHeight, const wchar_t* pFace, bool bBold);
+    void DeleteObject() { m_strFace.clear(); }
+    explicit operator bool() const { return !m_strFace.empty(); }
+
+    std::wstring m_strFace;
+    int m_nPixelHeight = 0;
+    bool m_bBold = false;
+};
+
+/// A rectangle that drawing is limited to.
+class CRgn {
+  public:
+    explicit CRgn(const CRect& rect) : m_rect(rect) {}
+    CRect m_rect;
+};
+
+/// An image in memory, or a picture of a resource library that is drawn at any size.
+class PLATFORM_API CBitmap {
+  public:
+    CBitmap();
+    ~CBitmap();
+    CBitmap(CBitmap&&) noexcept;
+    CBitmap& operator=(CBitmap&&) noexcept;
+    CBitmap(const CBitmap&);
+    CBitmap& operator=(const CBitmap&);
+
+    /// An image of a size, in pixels; its contents are undefined.
+    void CreateBitmap(int cx, int cy);
+
+    /// Takes picture `nID` from a resource library.
+    /// @return false when the library has no such picture
+    bool LoadBitmap(const CDynamicLibrary& library, UINT nID);
+
+    explicit operator bool() const;
+    CSize GetSize() const;  ///< in pixels; a resource picture: its natural size
+
+    /// The pixel's colour; the point must lie in the image.
+    COLORREF GetPixel(int x, int y) const;
+
+    /// Writes the image as a PNG file.
+    /// @throws CFileException
+    void SavePng(const std::wstring& strPath) const;
+    /// The image as a PNG file's bytes.
+    std::vector<BYTE> EncodePng() const;
+
+    struct Image;
+    Image* GetImage() const { return m_pImage.get(); }
+
+  private:
+    friend class CDC;
+    std::shared_ptr<Image> m_pImage;
+};
+
+/// A device context: a surface, the tools selected into it, and the current position.
+///
+/// A selected pen, font, bitmap or region is borrowed: it must live as long as it is selected.
+/// With no pen selected lines are solid black; with no font selected text is drawn in the
+/// surface's default font (8-point "MS Shell Dlg").
+class PLATFORM_API CDC {
+  public:
+    CDC();
+    virtual ~CDC();
+    CDC(const CDC&) = delete;
+    CDC& operator=(const CDC&) = delete;
+
+    /// Makes this a memory context; it has no surface until a bitmap is selected.
+    void CreateCompatibleDC(CDC* pDC);
+    void SelectBitmap(CBitmap* pBitmap);
+
+    const CPen* SelectPen(const CPen* pPen);     ///< @return the pen selected before
+    const CFont* SelectFont(const CFont* pFont); ///< @return the font selected before
+    void SelectClipRgn(const CRgn* pRgn);        ///< null: the whole surface
+    BkMode SetBkMode(BkMode mode);
+    COLORREF SetBkColor(COLORREF color);
+    COLORREF SetTextColor(COLORREF color);
+    UINT SetTextAlign(UINT nAlign);
+    RasterOp SetROP2(RasterOp op);  ///< applies to Rectangle
+
+    void MoveTo(int x, int y) { m_position = {x, y}; }
+    void LineTo(int x, int y);
+    /// Draws from each point to the next, beginning at the current position.
+    void PolylineTo(std::span<const CPoint> points);
+
+    void FillSolidRect(const CRect& rect, COLORREF color);
+    void FillRect(const CRect& rect, const CBrush& brush) { FillSolidRect(rect, brush.m_color); }
+    /// Fills the rectangle and outlines it with the pen; with R2_NOT inverts it instead.
+    void Rectangle(const CRect& rect, const CBrush* pBrush);
+
+    /// Draws one line of text at a point, as the text alignment says.
+    void TextOut(int x, int y, const std::wstring& strText);
+    /// Draws lines of text into a rectangle, clipped to it.
+    void DrawText(const std::wstring& strText, const CRect& rect, bool bCentered);
+    CSize GetTextExtent(const std::wstring& strText) const;
+
+    /// Copies a rectangle of another surface here.
+    void BitBlt(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);
+
+    COLORREF GetPixel(int x, int y) const;
+
+  protected:
+    explicit CDC(std::unique_ptr<GraphicsSurface> pSurface);
+    GraphicsSurface* Surface() const { return m_pSurface.get(); }
+
+  private:
+    std::unique_ptr<GraphicsSurface> m_pSurface;
+    CPoint m_position;
+};
+
+/// Drawing outside of a paint, on the control's kept picture, which is shown soon after.
+class PLATFORM_API CClientDC : public CDC {
+  public:
+    explicit CClientDC(CWnd* pWnd);
+    ~CClientDC() override;
+
+  private:
+    HWND m_hWnd;
+};
+
+/// Drawing inside a WM_PAINT handler: makes the kept picture as large as the client area.
+class PLATFORM_API CPaintDC : public CDC {
+  public:
+    explicit CPaintDC(CWnd* pWnd);
+    ~CPaintDC() override;
+};

@@ -1,0 +1,94 @@
+// The state of one plot, and what is done with it: painting, zooming, placing markers.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "curves/RTCurves.h"
+#include "platform/Threads.h"
+#include "plot/RTGraphSettings.h"
+#include "plot/RTPlotColours.h"
+
+class CDC;
+
+/// What the next click into a plot does (RTPlot::m_nArmedAction); also what OnPlotClick has done.
+enum PlotAction : std::int32_t {
+    PLOTACT_NONE = -1,
+    PLOTACT_TOOLPULSE = 1,
+    PLOTACT_START = 2,
+    PLOTACT_END = 3,
+    PLOTACT_TRIGGER = 4,
+    PLOTACT_MARKER_A = 5,
+    PLOTACT_MARKER_B = 6,
+};
+
+/// One plot. Positions along a curve are value indices; levels are value units; a position, level or
+/// marker that is not set is -1. Coordinates are pixels from the plot control's top-left corner.
+///
+/// Thread safety: the view fields (m_nViewStart, m_nViewEnd, m_bZoomed, m_spCurves, m_nSpanValues)
+/// are guarded by *m_pSessionLock; all other fields belong to the user-interface thread. Operations
+/// that take the lock themselves say so; the others expect a caller that holds it or is alone.
+/// Ownership: part of the session record; owns its colours, shares the curve set, borrows the rest.
+struct RTPlot {
+    /// Reads colours and flags from the settings store.
+    RTPlot();
+    /// Writes the two flags back.
+    ~RTPlot();
+    RTPlot(const RTPlot&) = delete;
+    RTPlot& operator=(const RTPlot&) = delete;
+
+    /// Shows the whole of the first curve. The caller holds the lock.
+    void ZoomAll();
+
+    /// Draws the plot, m_nWidth by m_nHeight pixels, with its top-left corner at (0, 0), and leaves
+    /// scales and zero line for the mouse. Works on a snapshot taken under the lock.
+    void Paint(CDC& dc);
+
+    /// Performs the armed action at a point, or begins a zoom drag. Takes the lock.
+    /// @return the action performed, or 0
+    std::int32_t OnPlotClick(CPoint point);
+
+    /// Moves a marker position onto a mark within a thousandth of it.
+    void SnapMarker(std::int32_t& nMarker) const;
+
+    /// Milliseconds between markers A and B at 40 values a millisecond; 0 when either is unset.
+    std::int32_t GetTimeDistance() const;
+
+    /// The trigger level in percent of 5000, toward zero.
+    std::int32_t GetTriggerPercent() const;
+
+    std::int32_t m_nLeft = 0;
+    std::int32_t m_nBottom = 0;
+    std::int32_t m_nWidth = 0;
+    std::int32_t m_nHeight = 0;
+    std::int32_t m_nViewStart = 0;
+    std::int32_t m_nViewEnd = 0;
+    double m_dXScale = 0;  ///< pixels per value index, from the last paint
+    double m_dYScale = 0;  ///< pixels per value unit, from the last paint
+    std::uint8_t m_bZoomDrag = 0;
+    std::int32_t m_nDragAnchorX = 0;
+    std::int32_t m_nDragBandX = 0;  ///< the band's moving edge as last drawn; 0: no band
+    std::int32_t m_nPrevViewStart = 0;
+    std::int32_t m_nZeroY = 0;  ///< y of the value 0, from the last paint
+    std::unique_ptr<RTPlotColours> m_pColours;
+    std::int32_t m_nValueSpan = 5000;
+    std::int32_t m_nLeftMargin = 0;
+    std::int32_t m_nArmedAction = PLOTACT_NONE;
+    std::int32_t m_bSnapToTimeMarkers = 0;
+    std::uint8_t m_bShowAllCurvePulses = 0;
+    std::uint8_t m_bZoomed = 0;  ///< 1: the view was chosen by a zoom drag
+    std::uint8_t m_nChannel = 0;
+    std::shared_ptr<CRTCurves> m_spCurves;
+    std::int32_t m_nStartMark = -1;
+    std::int32_t m_nEndMark = -1;
+    std::int32_t m_nToolPulseMark = -1;
+    std::int32_t m_nMarkerA = -1;
+    std::int32_t m_nMarkerB = -1;
+    std::int32_t m_nTriggerLevel = -1;
+    std::uint8_t m_nDisplay = 0;  ///< 0 values at even indices, 1 at odd ones, 2 both
+    RTGraphSettings* m_pGraph = nullptr;
+    std::int32_t m_nSpanValues = 1;  ///< value indices across the width when not zoomed
+    std::uint8_t m_nMode = 1;        ///< the instrument mode
+
+    CFairLock* m_pSessionLock = nullptr;  ///< null: the plot is used by one thread only
+};

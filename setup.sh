@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Installs what the build, the tests and a headless run need and this machine does not have yet.
+# Sourced by ./run, ./test and ./bench, which may name further packages: setup_packages NAME...
+
+setup_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    echo "Installing: ${missing[*]}" >&2
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq >&2 &&
+        DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq \
+            --no-install-recommends "${missing[@]}" >&2
+}
+
+setup_build() {
+    setup_packages g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libtbb-dev libgtest-dev \
+        fonts-liberation
+}
+
+# build PRESET [CMAKE-ARGUMENT...]: configures and builds with a preset; quiet unless it fails.
+build() {
+    local preset=$1 log
+    shift
+    log=$(mktemp)
+    if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        return 1
+    fi
+    rm -f "$log"
+}
