@@ -1,0 +1,49 @@
+// The command line of rtpanel.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+#include "host/RecordedPress.h"
+#include "host/RecordingFile.h"
+#include "host/SampleLayout.h"
+
+/// A command line that cannot be carried out. The text says which option, and why.
+class CUsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Options {
+    bool m_bHelp = false;
+
+    std::uint8_t m_nMode = 1;
+    SecondInput m_secondInput = SecondInput::Position;
+    std::uint16_t m_nValueRate = 40000;  ///< values per second and channel; of a pair both count
+    std::uint16_t m_nAuxRate = 20000;
+    std::string m_strSampleTime;     ///< seconds as typed; empty: the screen's own
+    std::string m_strTrigger;        ///< percent as typed; empty: the screen's own
+    std::uint32_t m_nDevice24V = 0;  ///< bit n: the position input of channel n + 1 is 0-24 V
+    std::uint32_t m_nSeed = 1;
+
+    bool m_bCaptureLocked = false;
+    bool m_bDesktop = false;
+
+    std::string m_strReplay;  ///< recording to play; empty: the simulated press
+    RecordingColumns m_columns;
+    ReplaySettings m_replay;
+
+    std::string m_strDemo;            ///< folder for what the demonstration makes; empty: no demo
+    std::string m_strLanguageFolder;  ///< empty: "lang" beside the program
+    std::string m_strSettingsFile;    ///< empty: the current user's
+    std::string m_strCaptureFile;     ///< capture to open at once; empty: none
+};
+
+/// Reads the arguments behind the program's name.
+/// @throws CUsageError
+Options ReadOptions(std::span<const char* const> arguments);
+
+/// The text of --help: every option with its unit, range and default.
+std::string MakeHelpText();

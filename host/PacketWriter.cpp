@@ -1,0 +1,79 @@
+#include "host/PacketWriter.h"
+
+#include <memory>
+
+#include "acquisition/ObjRTGeneric.h"
+
+namespace {
+
+constexpr std::size_t BLOCK_HEAD = 3;  // status byte and value count
+constexpr std::uint8_t HEADER_BYTE = 0;
+
+/// A packet that owns its payload.
+struct OwnedPacket : RTPacket {
+    std::vector<std::uint8_t> m_payload;
+};
+
+}  // namespace
+
+void CPacketWriter::AddSet(std::uint8_t byLines, std::span<const std::int16_t> values) {
+    // Room for a block of its own, whether or not the set opens one.
+    if (m_payload.size() + BLOCK_HEAD + 2 * values.size() > MAX_PAYLOAD) Flush();
+    if (m_payload.empty()) {
+        m_payload.push_back(HEADER_BYTE);
+        BeginBlock(byLines);
+    } else if (m_payload[m_nBlock] != byLines) {
+        BeginBlock(byLines);
+    }
+
+    for (const std::int16_t nValue : values) {
+        const auto nBits = static_cast<std::uint16_t>(nValue);
+        m_payload.push_back(static_cast<std::uint8_t>(nBits & 0xFF));
+        m_payload.push_back(static_cast<std::uint8_t>(nBits >> 8));
+    }
+    // The count is big-endian, the values are little-endian.
+    m_nBlockValues += values.size();
+    m_payload[m_nBlock + 1] = static_cast<std::uint8_t>(m_nBlockValues >> 8);
+    m_payload[m_nBlock + 2] = static_cast<std::uint8_t>(m_nBlockValues & 0xFF);
+}
+
+void CPacketWriter::BeginBlock(std::uint8_t byLines) {
+    m_nBlock = m_payload.size();
+    m_nBlockValues = 0;
+    m_payload.push_back(byLines);
+    m_payload.resize(m_payload.size() + 2);
+}
+
+void CPacketWriter::Flush() {
+    if (m_payload.empty()) return;
+    Push(RTPACKET_SAMPLES, std::move(m_payload));
+    m_payload.clear();
+}
+
+void CPacketWriter::ReportState(bool bRunning) { PushControl(RTCMD_STATUS, 3, bRunning); }
+
+void CPacketWriter::ReportCaptureStarted(bool bContinuous) {
+    PushControl(RTCMD_CAPTURE, 5, bContinuous);
+}
+
+void CPacketWriter::PushControl(RTCommand command, std::size_t nByte, bool bValue) {
+    Flush();
+    std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
+    payload[0] = command;
+    payload[nByte] = bValue ? 1 : 0;
+    Push(RTPACKET_CONTROL, std::move(payload));
+}
+
+void CPacketWriter::AnnounceCurve() {
+    Flush();
+    Push(RTPACKET_NEW_CURVE, {'P'});
+}
+
+void CPacketWriter::Push(std::int32_t nType, std::vector<std::uint8_t> payload) {
+    auto spPacket = std::make_shared<OwnedPacket>();
+    spPacket->m_payload = std::move(payload);
+    spPacket->m_nType = nType;
+    spPacket->m_pData = spPacket->m_payload.data();
+    spPacket->m_nLength = static_cast<std::int32_t>(spPacket->m_payload.size());
+    m_queue.push(std::move(spPacket));
+}

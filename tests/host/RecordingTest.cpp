@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "host/RecordedPress.h"
+
+namespace {
+
+class RecordingTest : public ::testing::Test {
+  protected:
+    void TearDown() override { std::filesystem::remove(m_strPath); }
+
+    const std::string& Write(const std::string& strText) {
+        std::ofstream(m_strPath, std::ios::binary) << strText;
+        return m_strPath;
+    }
+    Recording Read(const std::string& strText, const RecordingColumns& columns = {}) {
+        return ReadRecording(Write(strText), columns);
+    }
+    std::string ErrorOf(const std::string& strText, const RecordingColumns& columns = {}) {
+        try {
+            Read(strText, columns);
+        } catch (const CRecordingError& error) {
+            std::string strError = error.what();
+            return strError.starts_with(m_strPath) ? strError.substr(m_strPath.size()) : strError;
+        }
+        return "no error";
+    }
+
+    std::string m_strPath = std::filesystem::temp_directory_path() /
+                            ("recording-" + std::to_string(std::random_device()()) + ".csv");
+};
+
+TEST_F(RecordingTest, FindsTheUsualColumns) {
+    const Recording recording = Read("\xEF\xBB\xBFjudge,Displacement, Force\r\n"
+                                     "ok,0.5,1\r\n\r\nok, -0.25 ,+2e1\r\n");
+    EXPECT_EQ(recording.m_strFirstName, "Force");
+    EXPECT_EQ(recording.m_strSecondName, "Displacement");
+    EXPECT_EQ(recording.m_adFirst, (std::vector{1.0, 20.0}));
+    EXPECT_EQ(recording.m_adSecond, (std::vector{0.5, -0.25}));
+
+    const Recording single = Read("load\n4\n5");
+    EXPECT_EQ(single.m_adFirst, (std::vector{4.0, 5.0}));
+    EXPECT_TRUE(single.m_adSecond.empty());
+}
+
+TEST_F(RecordingTest, TakesColumnsByNameOrNumber) {
+    const std::string strText = "a,b,2\n1,2,3\n";
+    const Recording byNumber = Read(strText, {"3", "1"});
+    EXPECT_EQ(byNumber.m_adFirst, std::vector{3.0});
+    EXPECT_EQ(byNumber.m_adSecond, std::vector{1.0});
+    // A name goes before a number.
+    const Recording byName = Read(strText, {"B", "2"});
+    EXPECT_EQ(byName.m_adFirst, std::vector{2.0});
+    EXPECT_EQ(byName.m_adSecond, std::vector{3.0});
+}
+
+TEST_F(RecordingTest, SaysWhatIsWrong) {
+    EXPECT_EQ(ErrorOf(""), ": has no header row");
+    EXPECT_EQ(ErrorOf("force,displacement\n\n"), ": holds no rows");
+    EXPECT_EQ(ErrorOf("force,displacement\n1,2\n3\n"), ":3: the row ends before column 2");
+    EXPECT_EQ(ErrorOf("force\n1\nabc\n"), ":3: column 1 holds 'abc', which is no number");
+    EXPECT_EQ(ErrorOf("force\n1,\nnan\n"), ":3: column 1 holds 'nan', which is no number");
+    EXPECT_EQ(ErrorOf("force\n1e999\n"), ":2: column 1 holds '1e999', which is no number");
+    EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"c", ""}), ": has no column 'c'; its 2 columns are: a, b");
+    EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"3", ""}), ": has no column '3'; its 2 columns are: a, b");
+    EXPECT_THROW(ReadRecording("/nowhere/at/all.csv", {}), CRecordingError);
+    EXPECT_THROW(ReadRecording(std::filesystem::temp_directory_path(), {}), CRecordingError);
+}
+
+PressSample ReadAt(CRecordedPress& press, double dSeconds) {
+    PressSample samples[1];
+    press.Read(0, dSeconds, samples);
+    return samples[0];
+}
+
+TEST_F(RecordingTest, IsPlayedAtItsRateWithStraightLinesBetweenRows) {
+    CRecordedPress press(Read("force,displacement\n0,0\n10,1\n30,2\n0,0\n"), {10, 20, 1000});
+    EXPECT_DOUBLE_EQ(press.GetStrokeSeconds(), 0.4);
+    EXPECT_DOUBLE_EQ(ReadAt(press, 0.1).m_dForce, 200);
+    EXPECT_DOUBLE_EQ(ReadAt(press, 0.15).m_dForce, 400);
+    EXPECT_DOUBLE_EQ(ReadAt(press, 0.15).m_dSecond, 1500);
+    // Behind the last row its values stand until the stroke is over.
+    EXPECT_DOUBLE_EQ(ReadAt(press, 0.39).m_dForce, 0);
+}
+
+TEST_F(RecordingTest, LinesFollowTheStroke) {
+    const CRecordedPress press(Read("force,displacement\n0,0\n0,1\n50,2\n100,3\n50,2\n0,1\n0,0\n"),
+                               {10, 1, 1});
+    const auto linesAt = [&](double d) { return static_cast<int>(press.GetPhases().GetLines(d)); };
+    EXPECT_EQ(linesAt(0.05), 0);
+    EXPECT_EQ(linesAt(0.15), 1);
+    EXPECT_EQ(linesAt(0.25), 1 + 2);
+    EXPECT_EQ(linesAt(0.35), 1 + 2 + 4);
+    EXPECT_EQ(linesAt(0.55), 1 + 4);
+    EXPECT_EQ(linesAt(0.65), 0);
+}
+
+TEST_F(RecordingTest, OneTooShortForAStrokeIsRefused) {
+    EXPECT_THROW(CRecordedPress(Read("force\n1\n2\n"), {1000, 1, 1}), CRecordingError);
+}
+
+}  // namespace
