@@ -1,0 +1,128 @@
+// The capture state of one screen: which curves are in hand and which are being filled.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "acquisition/ObjRTGeneric.h"
+#include "acquisition/SampleDecoder.h"
+#include "plugin/RealTimeData.h"
+
+/// What a capture file says about its curves as a whole.
+struct RTCaptureScale {
+    std::uint16_t m_nValueRate = 40000;  ///< values per second and channel
+    std::uint16_t m_nAuxRate = 20000;
+    std::array<std::int32_t, RT_MAX_CHANNELS> m_anSpanValues{1, 1, 1};  ///< by plot
+};
+
+/// The trigger level that an operator typed in percent, in tenths of a percent: cut toward zero,
+/// its low 16 bits. Text that does not begin with a decimal number is 0.
+std::uint16_t ReadTriggerTenths(std::wstring_view strPercent);
+
+/// Begins, ends and replaces captures in a session.
+///
+/// Thread safety: the session lock guards the current curves, and with them the session's curve
+/// set, rates and plot views. Every operation takes it itself, for a few assignments (for the
+/// decoding of one packet in StoreSamples); no caller may hold it. Value arrays are allocated
+/// before it is taken and old curves are freed after it is left. Flags, sample time and the plot on
+/// show may be read at any time from any thread. Exceptions: an operation that throws has changed
+/// nothing. Ownership: part of the screen, whose session record it borrows.
+class RTCapture {
+  public:
+    explicit RTCapture(CRealTimeData& session) : m_session(session) {}
+    RTCapture(const RTCapture&) = delete;
+    RTCapture& operator=(const RTCapture&) = delete;
+
+    /// Sample time in whole seconds; not checked.
+    std::int16_t GetSampleSeconds() const { return m_nSampleSeconds.load(); }
+    void SetSampleSeconds(std::int16_t nSeconds) { m_nSampleSeconds.store(nSeconds); }
+
+    /// Continuous capture is selected, instead of a sample time.
+    bool IsContinuous() const { return m_bContinuous.load(); }
+    /// A continuous capture that was started here runs.
+    bool IsContinuousRunning() const { return m_bContinuousRunning.load(); }
+
+    /// The plot (and channel) on show, 0 to 2.
+    std::uint8_t GetCurrentPlot() const { return m_nCurrentPlot.load(); }
+
+    /// The curve that a channel is filling, or null.
+    std::shared_ptr<RTCurveData> GetCurrentCurve(std::size_t nChannel) const;
+
+    /// A set of its own with the curves in hand now, to be saved or exported while captures go on.
+    /// @throws CMemoryException
+    std::shared_ptr<CRTCurves> CopyCurves() const;
+
+    // Commands of the user-interface thread.
+
+    /// Begins a capture: takes over the host's rates and gives every channel in use a new curve, in
+    /// a new set when continuous capture is selected.
+    /// @return what the instrument is to be told; trigger level and display selection are passed on
+    /// @throws CMemoryException when there is no memory for the curves, or their size is absurd
+    RTCaptureParameters Start(std::uint16_t nTriggerTenths, std::uint8_t nDisplay);
+
+    /// The instrument has been told to stop. Values may still arrive until it reports that it is
+    /// idle.
+    void Stop();
+
+    /// Puts an empty set in hand; the channels have no curve until a capture begins.
+    /// @throws CMemoryException
+    void Clear();
+
+    /// Puts a loaded set in hand, with its rates and spans, and shows the whole of it. The channels
+    /// have no curve until a capture begins. The set is the session's from now on.
+    void ReplaceCurves(std::shared_ptr<CRTCurves> spCurves, const RTCaptureScale& scale);
+
+    /// Selects continuous capture, or a sample time if it was selected.
+    /// @return whether it is selected now
+    bool ToggleContinuous();
+
+    /// @param nPlot 0 to 2
+    void SelectPlot(std::uint8_t nPlot);
+
+    // Events of the packet reader's thread.
+
+    struct SampleOutcome {
+        std::size_t m_nShownPlot;  ///< the plot to repaint
+        bool m_bCaptureFull;       ///< the sample-time capture on show has all its values
+    };
+    /// Stores the values of a sample packet, and shows the whole of every plot.
+    /// @throws CMemoryException with the values stored, but not all pulse records
+    SampleOutcome StoreSamples(std::span<const std::uint8_t> payload);
+
+    /// The instrument has begun a new curve: it goes into a set of its own.
+    /// @throws CMemoryException
+    void BeginAnnouncedCurve();
+
+    /// The instrument has started a capture. With a capture in hand it goes into the same set, and
+    /// nothing else changes; without, the instrument says whether it is continuous.
+    /// @return the plot to repaint, if any
+    /// @throws CMemoryException
+    std::optional<std::size_t> CaptureStarted(bool bContinuous);
+
+    /// Computes the extremes of the curve on show and, with auto zoom, shows the whole of its plot.
+    /// @return the plot to repaint, if any
+    std::optional<std::size_t> FinishCapture();
+
+  private:
+    struct CurvePlan;
+    struct NewCurves;
+
+    CurvePlan MakePlan(std::uint16_t nValueRate) const;
+    template <class Install>
+    void InstallNewCurves(Install install);
+    void BeginCurves(NewCurves& curves);
+    void ShareSet(NewCurves& curves);
+
+    CRealTimeData& m_session;
+    RTCurrentCurves m_aspCurrentCurve;
+    std::atomic<std::int16_t> m_nSampleSeconds{3};
+    std::atomic<bool> m_bContinuous{false};         // changed under the lock only
+    std::atomic<bool> m_bContinuousRunning{false};  // changed under the lock only
+    std::atomic<std::uint8_t> m_nCurrentPlot{0};    // changed under the lock only
+};
