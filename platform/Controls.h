@@ -49,8 +49,8 @@ class PLATFORM_API CListBox : public CWnd {
     int AddString(const std::wstring& strText);  ///< @return the row, after sorting
     void ResetContent();
     int GetCount() const;
-    int GetCurSel() const;      ///< -1 when no row is selected
-    void SetCurSel(int nRow);   ///< scrolls the row into view; sends no notification
+    int GetCurSel() const;     ///< -1 when no row is selected
+    void SetCurSel(int nRow);  ///< scrolls the row into view; sends no notification
     std::wstring GetText(int nRow) const;
     void SetItemData(int nRow, DWORD nData);
     DWORD GetItemData(int nRow) const;

@@ -16,7 +16,8 @@ class PLATFORM_API CDialog : public CWnd {
 
   public:
     /// @param dialogTemplate must outlive the dialog
-    /// @param pParent the window above which the dialog stands, or whose child it becomes; null: the
+    /// @param pParent the window above which the dialog stands, or whose child it becomes; null:
+    /// the
     ///        window that is active when the dialog is shown
     explicit CDialog(const DialogTemplate& dialogTemplate, CWnd* pParent = nullptr)
         : m_template(dialogTemplate), m_pParentWnd(pParent) {}

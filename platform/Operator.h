@@ -1,15 +1,47 @@
 // What an operator does with finger, mouse and keyboard, done by a program: real input events that
 // take the window system's own way. For the demonstration run, tests and the soak.
-// User-interface thread only; each operation lets the events that it causes be handled.
+//
+// Threads: on the user-interface thread each operation handles the events that it causes; a tap
+// whose handler shows a modal window returns when that window has closed. On the script thread of
+// RunScript each operation is handed to the user-interface thread and returns as soon as that
+// thread waits for events again, be it inside a modal window: a script reads from top to bottom.
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Graphics.h"
 #include "platform/Wnd.h"
 
 namespace Operator {
+
+/// Runs a script on a thread of its own while the caller handles events, until the script ends.
+/// Called on the user-interface thread; whatever the script throws is thrown again here.
+PLATFORM_API void RunScript(const std::function<void()>& script);
+
+/// Runs a script on a thread of its own beside the caller's modal run, from the moment the event
+/// loop first runs.
+class PLATFORM_API CScript {
+  public:
+    explicit CScript(std::function<void()> script);
+    /// Handles events until the script has ended.
+    ~CScript();
+    CScript(const CScript&) = delete;
+    CScript& operator=(const CScript&) = delete;
+
+    /// Handles events until the script has ended; throws what the script has thrown.
+    void Join();
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_pState;
+};
+
+/// Has a question answered on the user-interface thread, where windows and controls may be read.
+/// From a script: waits for the answer, so the question must not show a window.
+PLATFORM_API void Ask(const std::function<void()>& question);
 
 /// Presses, moves to and releases at a point of a window's client area.
 PLATFORM_API void Press(const CWnd& wnd, CPoint point);

@@ -77,7 +77,7 @@ class PLATFORM_API CWnd : public CObject {
     void ScreenToClient(CRect& rect) const;
     void ScreenToClient(CPoint& point) const;
     void ClientToScreen(CPoint& point) const;
-    void MoveWindow(const CRect& rect);  ///< in the parent's client coordinates
+    void MoveWindow(const CRect& rect);       ///< in the parent's client coordinates
     void SetWindowPosition(CPoint position);  ///< keeps the size
     void SetTopMost();
 
@@ -90,7 +90,8 @@ class PLATFORM_API CWnd : public CObject {
 
     void SetDlgItemText(int nID, const std::wstring& strText);
 
-    /// Ties this object to the control `nID` of `pParent`, in place of the object that stood for it.
+    /// Ties this object to the control `nID` of `pParent`, in place of the object that stood for
+    /// it.
     /// @return false when there is no such control
     bool SubclassDlgItem(int nID, CWnd* pParent);
 
@@ -122,9 +123,13 @@ class PLATFORM_API CWnd : public CObject {
 
   private:
     friend struct NativeWindow;
+    friend class CDialog;
 
     std::atomic<HWND> m_hWnd{0};
     NativeWindow* m_pNative = nullptr;
+    /// Set while a repaint asked for by another thread is on its way, so that a flood of requests
+    /// makes one.
+    std::atomic<bool> m_bPaintRequested{false};
 };
 
 /// The message calls by handle, for windows whose object the caller does not hold. Any thread.

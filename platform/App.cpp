@@ -1,0 +1,131 @@
+#include "platform/App.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QMessageBox>
+#include <QPalette>
+#include <QSettings>
+#include <QStyleFactory>
+#include <cstdlib>
+
+#include "platform/qt/Surface.h"
+#include "platform/qt/UiQueue.h"
+#include "platform/qt/Widgets.h"
+
+IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
+IMPLEMENT_DYNAMIC(CView, CWnd)
+
+namespace {
+
+CWinApp* g_pApp = nullptr;
+
+/// The look of the instrument, whatever the desktop's theme is.
+QPalette InstrumentPalette() {
+    const QColor face(240, 240, 240);
+    const QColor text(0, 0, 0);
+    const QColor faint(120, 120, 120);
+    QPalette palette(face, face);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(246, 249, 254));
+    palette.setColor(QPalette::Highlight, QColor(38, 96, 164));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    palette.setColor(QPalette::Disabled, QPalette::Base, face);
+    return palette;
+}
+
+}  // namespace
+
+struct CWindowSystem::State {
+    State(int& argc, char** argv) : application(argc, argv) {}
+    QApplication application;
+};
+
+CWindowSystem::CWindowSystem(int& argc, char** argv) {
+    if (!HasDisplay() && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    m_pState = std::make_unique<State>(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(InstrumentPalette());
+    CFont font;
+    font.CreatePointFont(80, L"MS Shell Dlg");
+    QApplication::setFont(ToQFont(font));
+    QApplication::setCursorFlashTime(0);
+    OpenUiQueue();
+}
+
+CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
+
+bool CWindowSystem::HasDisplay() {
+    const auto isSet = [](const char* pName) {
+        const char* pValue = std::getenv(pName);
+        return pValue && *pValue;
+    };
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
+}
+
+bool CFrameWnd::Create(const std::wstring& strTitle) {
+    auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);
+    pWidget->setWindowTitle(QString::fromStdWString(strTitle));
+    return true;
+}
+
+bool CView::Create(CWnd* pParent) {
+    NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr;
+    new DialogWidget(this, pNative ? &pNative->widget : nullptr, Qt::Widget);
+    return true;
+}
+
+struct CWinApp::Settings {
+    explicit Settings(const QString& file) : store(file, QSettings::IniFormat) {}
+
+    /// Sections are nested by backslashes; the store nests by slashes.
+    static QString KeyOf(std::wstring strSection, const std::wstring& strKey) {
+        std::replace(strSection.begin(), strSection.end(), L'\\', L'/');
+        return QString::fromStdWString(strSection + L'/' + strKey);
+    }
+
+    QSettings store;
+};
+
+CWinApp::CWinApp(const std::wstring& strName, const std::wstring& strSettingsFile) {
+    QString file = QString::fromStdWString(strSettingsFile);
+    if (file.isEmpty())
+        file =
+            QSettings(QSettings::IniFormat, QSettings::UserScope, QString::fromStdWString(strName))
+                .fileName();
+    m_pSettings = std::make_unique<Settings>(file);
+    g_pApp = this;
+}
+
+CWinApp::~CWinApp() { g_pApp = nullptr; }
+
+int CWinApp::GetProfileInt(const std::wstring& strSection, const std::wstring& strKey,
+                           int nDefault) {
+    bool bNumber = false;
+    const int nValue =
+        m_pSettings->store.value(Settings::KeyOf(strSection, strKey)).toInt(&bNumber);
+    return bNumber ? nValue : nDefault;
+}
+
+bool CWinApp::WriteProfileInt(const std::wstring& strSection, const std::wstring& strKey,
+                              int nValue) {
+    m_pSettings->store.setValue(Settings::KeyOf(strSection, strKey), nValue);
+    m_pSettings->store.sync();
+    return m_pSettings->store.status() == QSettings::NoError;
+}
+
+CWinApp* AfxGetApp() { return g_pApp; }
+
+void AfxMessageBox(const std::wstring& strText) {
+    QWidget* pOwner = QApplication::activeModalWidget();
+    QMessageBox box(QMessageBox::Warning,
+                    pOwner ? pOwner->windowTitle() : QApplication::applicationDisplayName(),
+                    QString::fromStdWString(strText), QMessageBox::Ok, pOwner);
+    box.exec();
+}

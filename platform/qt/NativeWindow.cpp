@@ -1,0 +1,159 @@
+#include "platform/qt/NativeWindow.h"
+
+#include <QPainter>
+#include <new>
+#include <unordered_map>
+
+#include "platform/App.h"
+#include "platform/Exceptions.h"
+#include "platform/qt/Surface.h"
+
+namespace {
+
+/// The process-wide window table. Only the user-interface thread touches it; other threads hold
+/// handles, which the calls that they queue resolve there.
+std::unordered_map<HWND, NativeWindow*>& WindowTable() {
+    static std::unordered_map<HWND, NativeWindow*> table;
+    return table;
+}
+
+HWND NextHandle() {
+    static HWND hLast = 0;
+    return ++hLast;
+}
+
+constexpr const char* WINDOW_PROPERTY = "nativeWindow";
+
+}  // namespace
+
+NativeWindow::NativeWindow(QWidget& nativeWidget, int nControlID, CWnd* pNewOwner,
+                           std::unique_ptr<CWnd> pNewStandIn)
+    : widget(nativeWidget), hWnd(NextHandle()), nID(nControlID), pOwner(nullptr),
+      m_pStandIn(std::move(pNewStandIn)) {
+    WindowTable()[hWnd] = this;
+    widget.setProperty(WINDOW_PROPERTY, QVariant::fromValue(static_cast<void*>(this)));
+    Attach(pNewOwner ? pNewOwner : m_pStandIn.get());
+}
+
+NativeWindow::~NativeWindow() {
+    widget.setProperty(WINDOW_PROPERTY, QVariant());
+    WindowTable().erase(hWnd);
+    Attach(nullptr);
+}
+
+void NativeWindow::Retire() {
+    for (QObject* pChild : widget.children())
+        if (NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild))) pNative->Retire();
+    widget.setProperty(WINDOW_PROPERTY, QVariant());
+    WindowTable().erase(hWnd);
+    Attach(nullptr);
+}
+
+NativeWindow* NativeWindow::Find(HWND hWnd) {
+    const auto found = WindowTable().find(hWnd);
+    return found == WindowTable().end() ? nullptr : found->second;
+}
+
+NativeWindow* NativeWindow::Of(const QWidget* pWidget) {
+    return pWidget ? static_cast<NativeWindow*>(pWidget->property(WINDOW_PROPERTY).value<void*>())
+                   : nullptr;
+}
+
+void NativeWindow::Attach(CWnd* pNewOwner) {
+    if (pOwner) {
+        pOwner->m_hWnd.store(0, std::memory_order_release);
+        pOwner->m_pNative = nullptr;
+    }
+    pOwner = pNewOwner;
+    if (pOwner) {
+        pOwner->m_pNative = this;
+        pOwner->m_bPaintRequested = false;
+        pOwner->m_hWnd.store(hWnd, std::memory_order_release);
+    }
+}
+
+LRESULT NativeWindow::Dispatch(UINT nMessage, WPARAM wParam, LPARAM lParam,
+                               const std::function<LRESULT()>& runDefault) {
+    if (!pOwner) return runDefault ? runDefault() : 0;
+
+    const HWND hSelf = hWnd;
+    Handling handling{nMessage, &runDefault, wParam, lParam, m_pHandling};
+    m_pHandling = &handling;
+    LRESULT nResult = 0;
+    try {
+        nResult = pOwner->WindowProc(nMessage, wParam, lParam);
+    } catch (...) {
+        ReportCurrentException();
+    }
+    if (Find(hSelf)) m_pHandling = handling.pOuter;
+    return nResult;
+}
+
+bool NativeWindow::RunDefault(UINT nMessage, LRESULT* pResult) {
+    if (!m_pHandling || m_pHandling->nMessage != nMessage || !*m_pHandling->pRunDefault)
+        return false;
+    *pResult = (*m_pHandling->pRunDefault)();
+    return true;
+}
+
+void NativeWindow::Notify(UINT nCode) {
+    if (NativeWindow* pParent = Parent())
+        pParent->Dispatch(WM_COMMAND, CommandParam(static_cast<UINT>(nID), nCode),
+                          static_cast<LPARAM>(hWnd));
+}
+
+void NativeWindow::MarkStale() {
+    bStale = true;
+    widget.update();
+}
+
+void NativeWindow::PaintWidget(const std::function<void()>& paintDefault) {
+    bool bDefault = false;
+    if (bStale || picture.isNull()) {
+        bStale = false;
+        Dispatch(WM_PAINT, 0, 0, [&] {
+            bDefault = true;
+            picture = QImage();
+            paintDefault();
+            bStale = true;
+            return 0;
+        });
+    }
+    if (!bDefault && !picture.isNull()) QPainter(&widget).drawImage(0, 0, picture);
+}
+
+NativeWindow* NativeWindow::Parent() const { return Of(widget.parentWidget()); }
+
+NativeWindow* NativeWindow::Child(int nControlID) const {
+    for (QObject* pChild : widget.children()) {
+        NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild));
+        if (pNative && pNative->nID == nControlID) return pNative;
+    }
+    return nullptr;
+}
+
+void ReportCurrentException() {
+    try {
+        throw;
+    } catch (const CUserException&) {
+        // The operator has been told, or has asked for it.
+    } catch (const CException& exception) {
+        AfxMessageBox(exception.GetErrorMessage());
+    } catch (const std::bad_alloc&) {
+        AfxMessageBox(CMemoryException().GetErrorMessage());
+    } catch (const std::exception& exception) {
+        AfxMessageBox(QString::fromLocal8Bit(exception.what()).toStdWString());
+    }
+}
+
+QImage* KeptPicture(CWnd* pWnd, bool bFitToClient) {
+    NativeWindow* pNative = pWnd ? NativeWindow::Of(*pWnd) : nullptr;
+    if (!pNative) return nullptr;
+    if (bFitToClient && pNative->picture.size() != pNative->widget.size())
+        pNative->picture = QImage(pNative->widget.size(), QImage::Format_RGB32);
+    return &pNative->picture;
+}
+
+void ShowKeptPicture(HWND hWnd) {
+    if (NativeWindow* pNative = NativeWindow::Find(hWnd)) pNative->widget.update();
+}
