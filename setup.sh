@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what the build, the tests and a headless run need and this machine does not have yet.
-# Sourced by ./run, ./test and ./bench, which may name further packages: setup_packages NAME...
+# Sourced by ./run, ./test and bench/run, which may name further packages: setup_packages NAME...
 
 setup_packages() {
     local missing=() package
@@ -19,7 +19,7 @@ setup_packages() {
 }
 
 setup_build() {
-    setup_packages g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libtbb-dev libgtest-dev \
+    setup_packages g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libtbb-dev libgtest-dev \
         fonts-liberation
 }
 

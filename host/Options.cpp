@@ -97,13 +97,14 @@ constexpr OptionRow OPTIONS[] = {
      [](Options& o, const CArgument& a) {
          unsigned nSeconds = 0;
          a.Read(nSeconds);
-         o.m_strSampleTime = std::to_string(nSeconds);
+         o.m_strSampleTime = std::to_wstring(nSeconds);
      }},
     {"--trigger", "X", 0, 99.9, "trigger level in percent of a force of 5000 (the screen's own, 0)",
      [](Options& o, const CArgument& a) {
          double dPercent = 0;
          a.Read(dPercent);
-         o.m_strTrigger = FormatNumber(std::round(dPercent * 10) / 10);
+         const std::string strPercent = FormatNumber(std::round(dPercent * 10) / 10);
+         o.m_strTrigger.assign(strPercent.begin(), strPercent.end());
      }},
     {"--device-24v", "MASK", 0, 255,
      "analogue inputs with the range 0-24 V, bit 0 for channel 1; the others have 0-10 V (0)",

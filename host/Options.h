@@ -23,8 +23,8 @@ struct Options {
     SecondInput m_secondInput = SecondInput::Position;
     std::uint16_t m_nValueRate = 40000;  ///< values per second and channel; of a pair both count
     std::uint16_t m_nAuxRate = 20000;
-    std::string m_strSampleTime;     ///< seconds as typed; empty: the screen's own
-    std::string m_strTrigger;        ///< percent as typed; empty: the screen's own
+    std::wstring m_strSampleTime;    ///< seconds as typed; empty: the screen's own
+    std::wstring m_strTrigger;       ///< percent as typed; empty: the screen's own
     std::uint32_t m_nDevice24V = 0;  ///< bit n: the position input of channel n + 1 is 0-24 V
     std::uint32_t m_nSeed = 1;
 

@@ -23,8 +23,8 @@ TEST(Options, AreReadInBothForms) {
     EXPECT_EQ(options.m_nMode, 20);
     EXPECT_EQ(options.m_nValueRate, 65535);
     EXPECT_EQ(options.m_secondInput, SecondInput::Analogue);
-    EXPECT_EQ(options.m_strTrigger, "12.5");
-    EXPECT_EQ(options.m_strSampleTime, "60");
+    EXPECT_EQ(options.m_strTrigger, L"12.5");
+    EXPECT_EQ(options.m_strSampleTime, L"60");
     EXPECT_EQ(options.m_nDevice24V, 3u);
     EXPECT_EQ(options.m_strReplay, "-.csv");
     EXPECT_EQ(options.m_replay.m_dSecondScale, -2.5);

@@ -1,0 +1,128 @@
+#include "host/Panel.h"
+
+#include <filesystem>
+
+#include "host/Demo.h"
+#include "host/PressInstrument.h"
+#include "host/SimulatedPress.h"
+#include "platform/DynamicLibrary.h"
+#include "platform/Operator.h"
+#include "plugin/DlgBase.h"
+
+namespace {
+
+constexpr std::uint32_t PARAMETER_INPUT_RANGES = 50;
+
+// Controls of the screen.
+constexpr int ID_SAMPLE_TIME = 1005;
+constexpr int ID_TRIGGER = 1025;
+
+/// Sample time of the captures that the instrument begins by itself, in milliseconds: the screen
+/// sizes its curves for its own default of 3 s.
+constexpr std::uint16_t SELF_START_MILLISECONDS = 3000;
+
+std::string DescribeReplay(const Options& options, const Recording& recording) {
+    const auto describe = [](const std::string& strName, double dScale) {
+        char szText[64];
+        std::snprintf(szText, sizeof szText, " x %g", dScale);
+        return "'" + strName + "'" + szText;
+    };
+    std::string strText = "recording " + options.m_strReplay + ": " +
+                          std::to_string(recording.m_adFirst.size()) + " rows, " +
+                          describe(recording.m_strFirstName, options.m_replay.m_dFirstScale);
+    if (!recording.m_strSecondName.empty())
+        strText += " and " + describe(recording.m_strSecondName, options.m_replay.m_dSecondScale);
+    char szRate[64];
+    std::snprintf(szRate, sizeof szRate, ", %g rows a second", options.m_replay.m_dRowsPerSecond);
+    return strText + szRate;
+}
+
+}  // namespace
+
+std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
+    return nNumber == PARAMETER_INPUT_RANGES ? m_nInputs24V : 0;
+}
+
+CPanel::CPanel(const Options& options)
+    : m_options(options),
+      m_app(L"rtpanel", std::filesystem::path(options.m_strSettingsFile).wstring()),
+      m_device(options.m_nDevice24V), m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get()) {
+}
+
+std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
+    if (m_options.m_bDesktop) {
+        m_strInstrument = "none";
+        return nullptr;
+    }
+    std::unique_ptr<IPressSignal> pPress;
+    if (m_options.m_strReplay.empty()) {
+        pPress = std::make_unique<CSimulatedPress>(m_options.m_secondInput, m_options.m_nSeed);
+        m_strInstrument = "simulated press";
+    } else {
+        Recording recording = ReadRecording(m_options.m_strReplay, m_options.m_columns);
+        m_strInstrument = DescribeReplay(m_options, recording);
+        pPress = std::make_unique<CRecordedPress>(std::move(recording), m_options.m_replay);
+    }
+    std::optional<CaptureRequest> selfStart;
+    if (m_options.m_bCaptureLocked)
+        selfStart = CaptureRequest{SELF_START_MILLISECONDS, true, m_options.m_nValueRate, 0};
+    return std::make_unique<CPressInstrument>(
+        m_queue, FindSampleLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
+        selfStart);
+}
+
+CPanel::~CPanel() = default;
+
+int CPanel::Run() {
+    const CDynamicLibrary library(L"RealTimeMode.dll");
+    if (!library) throw CPlugInError("RealTimeMode.so cannot be loaded");
+    auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
+    if (!pGetDialog) throw CPlugInError("RealTimeMode.so has no GetDialog");
+
+    const std::unique_ptr<CDlgBase> pScreen(pGetDialog());
+    auto* const pSession = dynamic_cast<CRealTimeData*>(pScreen.get());
+    if (!pSession) throw CPlugInError("RealTimeMode.so gives no screen");
+    FillSession(*pSession);
+
+    m_frame.Create(L"Panel");
+    m_view.Create(&m_frame);
+    m_frame.SetActiveView(&m_view);
+    m_app.m_pMainWnd = &m_frame;
+
+    // Handled once the screen's modal loop runs, and so after its set-up.
+    m_frame.PostCall([&] { OnScreenShown(*pScreen); });
+    if (m_options.m_strDemo.empty()) {
+        pScreen->Run();
+        return 0;
+    }
+    bool bSucceeded = false;
+    {
+        CDemo demo(*pScreen, *pSession, m_options.m_strDemo);
+        const Operator::CScript script([&] { bSucceeded = demo.Run(); });
+        pScreen->Run();
+    }
+    return bSucceeded ? 0 : 1;
+}
+
+void CPanel::FillSession(CRealTimeData& session) {
+    session.m_pPacketQueue = m_pInstrument ? &m_queue : nullptr;
+    session.m_nMode = m_options.m_nMode;
+    session.m_bDesktopMode = m_options.m_bDesktop ? 1 : 0;
+    session.m_nPositionInput = static_cast<std::uint8_t>(m_options.m_secondInput);
+    session.m_pDevice = &m_device;
+    session.m_bCaptureLocked = m_options.m_bCaptureLocked ? 1 : 0;
+    session.m_nHostValueRate = m_options.m_nValueRate;
+    session.m_nHostAuxRate = m_options.m_nAuxRate;
+}
+
+void CPanel::OnScreenShown(CDlgBase& screen) {
+    if (!m_options.m_strSampleTime.empty())
+        screen.SetDlgItemText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
+    if (!m_options.m_strTrigger.empty()) screen.SetDlgItemText(ID_TRIGGER, m_options.m_strTrigger);
+    if (!m_options.m_strCaptureFile.empty()) {
+        m_arrDroppedFiles = {
+            std::filesystem::absolute(std::filesystem::path(m_options.m_strCaptureFile)).wstring()};
+        screen.PostMessage(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&m_arrDroppedFiles));
+    }
+    if (m_pInstrument) m_pInstrument->OnScreenShown();
+}

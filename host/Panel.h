@@ -1,0 +1,66 @@
+// The panel application: the session around one screen.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "acquisition/RTPacket.h"
+#include "host/Instrument.h"
+#include "host/Options.h"
+#include "host/PanelView.h"
+#include "platform/App.h"
+#include "plugin/RealTimeData.h"
+
+class CDlgBase;
+
+/// The plug-in library is missing, or does not give what it should.
+class CPlugInError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The panel's device object.
+class CPanelDevice final : public IRTDevice {
+  public:
+    explicit CPanelDevice(std::uint32_t nInputs24V) : m_nInputs24V(nInputs24V) {}
+
+    /// Parameter 50: the ranges of the position inputs. Every other parameter is 0.
+    std::uint32_t ReadParameter(std::uint32_t nNumber) override;
+
+  private:
+    std::uint32_t m_nInputs24V;
+};
+
+/// Owns what a screen's session needs (application object, instrument, queue, device, main frame)
+/// and runs one screen. User-interface thread; made after the window system.
+class CPanel {
+  public:
+    /// Makes the instrument that the options ask for.
+    /// @throws CRecordingError
+    explicit CPanel(const Options& options);
+    ~CPanel();
+
+    /// What the instrument is, in a line for the person who started the program.
+    const std::string& GetInstrumentText() const { return m_strInstrument; }
+
+    /// Loads the plug-in, runs its screen, and returns when the screen has closed.
+    /// @return the exit code: 0, or 1 when a demonstration did not go through
+    /// @throws CPlugInError
+    int Run();
+
+  private:
+    std::unique_ptr<IInstrument> MakeInstrument();
+    void FillSession(CRealTimeData& session);
+    void OnScreenShown(CDlgBase& screen);
+
+    const Options m_options;
+    CWinApp m_app;
+    RTPacketQueue m_queue;
+    CPanelDevice m_device;
+    std::string m_strInstrument;
+    std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
+    CFrameWnd m_frame;
+    CPanelView m_view;
+    std::vector<std::wstring> m_arrDroppedFiles;  ///< the capture to open, while it is on its way
+};

@@ -1,0 +1,20 @@
+#include "host/PanelView.h"
+
+#include "acquisition/ObjRTGeneric.h"
+#include "host/Instrument.h"
+
+IMPLEMENT_DYNAMIC(CPanelView, CView)
+
+BEGIN_MESSAGE_MAP(CPanelView, CView)
+ON_MESSAGE(WM_RT_SENDOBJECT, OnSendObject)
+END_MESSAGE_MAP()
+
+LRESULT CPanelView::OnSendObject(WPARAM wParam, LPARAM) {
+    const std::unique_ptr<CObjConfig> pMessage(reinterpret_cast<CObjConfig*>(wParam));
+    if (pMessage && m_pInstrument) {
+        std::string image;
+        pMessage->ToBytes(image);
+        m_pInstrument->Send(image);
+    }
+    return 0;
+}
