@@ -8,10 +8,10 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <string_view>
 
 #include "acquisition/ObjRTGeneric.h"
 #include "acquisition/SampleDecoder.h"
+#include "acquisition/TriggerLevel.h"
 #include "plugin/RealTimeData.h"
 
 /// What a capture file says about its curves as a whole.
@@ -21,18 +21,17 @@ struct RTCaptureScale {
     std::array<std::int32_t, RT_MAX_CHANNELS> m_anSpanValues{1, 1, 1};  ///< by plot
 };
 
-/// The trigger level that an operator typed in percent, in tenths of a percent: cut toward zero,
-/// its low 16 bits. Text that does not begin with a decimal number is 0.
-std::uint16_t ReadTriggerTenths(std::wstring_view strPercent);
-
 /// Begins, ends and replaces captures in a session.
 ///
 /// Thread safety: the session lock guards the current curves, and with them the session's curve
 /// set, rates and plot views. Every operation takes it itself, for a few assignments (for the
 /// decoding of one packet in StoreSamples); no caller may hold it. Value arrays are allocated
 /// before it is taken and old curves are freed after it is left. Flags, sample time and the plot on
-/// show may be read at any time from any thread. Exceptions: an operation that throws has changed
-/// nothing. Ownership: part of the screen, whose session record it borrows.
+/// show may be read at any time from any thread.
+///
+/// Exceptions: an operation that throws has changed nothing.
+///
+/// Ownership: part of the screen, whose session record it borrows.
 class RTCapture {
   public:
     explicit RTCapture(CRealTimeData& session) : m_session(session) {}
@@ -48,6 +47,10 @@ class RTCapture {
     /// A continuous capture that was started here runs.
     bool IsContinuousRunning() const { return m_bContinuousRunning.load(); }
 
+    /// No capture was started here since the last one ended. A return to idle that was asked for on
+    /// the reader thread is out of date when this has become false.
+    bool IsIdle() const { return m_bIdle.load(); }
+
     /// The plot (and channel) on show, 0 to 2.
     std::uint8_t GetCurrentPlot() const { return m_nCurrentPlot.load(); }
 
@@ -62,7 +65,8 @@ class RTCapture {
 
     /// Begins a capture: takes over the host's rates and gives every channel in use a new curve, in
     /// a new set when continuous capture is selected.
-    /// @return what the instrument is to be told; trigger level and display selection are passed on
+    /// @param nTriggerTenths, nDisplay passed on to the instrument
+    /// @return what the instrument is to be told
     /// @throws CMemoryException when there is no memory for the curves, or their size is absurd
     RTCaptureParameters Start(std::uint16_t nTriggerTenths, std::uint8_t nDisplay);
 
@@ -89,11 +93,20 @@ class RTCapture {
 
     struct SampleOutcome {
         std::size_t m_nShownPlot;  ///< the plot to repaint
-        bool m_bCaptureFull;       ///< the sample-time capture on show has all its values
+        bool m_bCaptureEnded;      ///< the sample-time capture on show has all its values
     };
     /// Stores the values of a sample packet, and shows the whole of every plot.
     /// @throws CMemoryException with the values stored, but not all pulse records
     SampleOutcome StoreSamples(std::span<const std::uint8_t> payload);
+
+    /// The instrument has reported that it is idle.
+    void ReportIdle();
+
+    /// Completes the capture that StoreSamples or ReportIdle has ended: computes the extremes of
+    /// the curve on show and, with auto zoom, shows the whole of its plot. Nothing, when the next
+    /// capture has been started meanwhile.
+    /// @return the plot to repaint, if any
+    std::optional<std::size_t> FinishCapture();
 
     /// The instrument has begun a new curve: it goes into a set of its own.
     /// @throws CMemoryException
@@ -105,24 +118,25 @@ class RTCapture {
     /// @throws CMemoryException
     std::optional<std::size_t> CaptureStarted(bool bContinuous);
 
-    /// Computes the extremes of the curve on show and, with auto zoom, shows the whole of its plot.
-    /// @return the plot to repaint, if any
-    std::optional<std::size_t> FinishCapture();
-
   private:
     struct CurvePlan;
     struct NewCurves;
 
     CurvePlan MakePlan(std::uint16_t nValueRate) const;
+    static NewCurves MakeCurves(const CurvePlan& plan);
     template <class Install>
     void InstallNewCurves(Install install);
-    void BeginCurves(NewCurves& curves);
     void ShareSet(NewCurves& curves);
+    void BeginCurves(NewCurves& curves);
+    void DropCurrentCurves(NewCurves& curves);
 
     CRealTimeData& m_session;
     RTCurrentCurves m_aspCurrentCurve;
     std::atomic<std::int16_t> m_nSampleSeconds{3};
-    std::atomic<bool> m_bContinuous{false};         // changed under the lock only
-    std::atomic<bool> m_bContinuousRunning{false};  // changed under the lock only
-    std::atomic<std::uint8_t> m_nCurrentPlot{0};    // changed under the lock only
+
+    // Changed under the lock only.
+    std::atomic<bool> m_bContinuous{false};
+    std::atomic<bool> m_bContinuousRunning{false};
+    std::atomic<bool> m_bIdle{true};
+    std::atomic<std::uint8_t> m_nCurrentPlot{0};
 };
