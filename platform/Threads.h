@@ -59,17 +59,19 @@ class CFairLock {
     CFairLock& operator=(const CFairLock&) = delete;
 
     void lock() {
-        const std::uint32_t nTicket = m_nNextTicket.fetch_add(1, std::memory_order_relaxed);
+        const std::uint32_t nTicket = m_nNextTicket.fetch_add(1);
         for (;;) {
-            const std::uint32_t nServing = m_nServing.load(std::memory_order_acquire);
+            const std::uint32_t nServing = m_nServing.load();
             if (nServing == nTicket) return;
-            m_nServing.wait(nServing, std::memory_order_acquire);
+            m_nServing.wait(nServing);
         }
     }
 
+    /// Costs no system call while nobody waits. A thread that draws a ticket after that was looked
+    /// at sees the new number being served: both counters are in one total order.
     void unlock() {
-        m_nServing.fetch_add(1, std::memory_order_release);
-        m_nServing.notify_all();
+        const std::uint32_t nServing = m_nServing.fetch_add(1) + 1;
+        if (m_nNextTicket.load() != nServing) m_nServing.notify_all();
     }
 
   private:
