@@ -12,6 +12,8 @@
 namespace {
 
 constexpr std::uintmax_t MAX_FILE_SIZE = 256u << 20;
+constexpr std::size_t MAX_ROWS = 10'000'000;
+constexpr std::size_t MAX_LINE_LENGTH = 65536;
 constexpr std::size_t NO_COLUMN = static_cast<std::size_t>(-1);
 
 std::string_view Trim(std::string_view str) {
@@ -79,26 +81,45 @@ std::size_t FindUsualSecond(const std::vector<std::string_view>& header, std::si
     return nFirst + 1 < header.size() ? nFirst + 1 : NO_COLUMN;
 }
 
-/// Reads the value columns of one row after the other.
-class CRowReader {
+/// Reads a file line by line.
+class CLineReader {
   public:
-    CRowReader(const std::string& strPath, std::size_t nLine)
-        : m_strPath(strPath), m_nLine(nLine) {}
+    CLineReader(std::ifstream& file, const std::string& strPath)
+        : m_file(file), m_strPath(strPath) {}
+
+    /// Goes to the next line; the fields of the one before are no longer valid.
+    /// @return false at the end of the file
+    bool ReadLine() {
+        if (!std::getline(m_file, m_strLine)) return false;
+        ++m_nLine;
+        if (m_strLine.size() > MAX_LINE_LENGTH) Refuse("the line is too long");
+        return true;
+    }
+
+    /// The line without a byte-order mark.
+    std::string_view GetLine() const {
+        std::string_view strLine = m_strLine;
+        if (m_nLine == 1 && strLine.starts_with("\xEF\xBB\xBF")) strLine.remove_prefix(3);
+        return strLine;
+    }
 
     double ReadValue(const std::vector<std::string_view>& fields, std::size_t nColumn) const {
         const std::string strColumn = "column " + std::to_string(nColumn + 1);
-        if (nColumn >= fields.size())
-            throw CRecordingError(Where() + "the row ends before " + strColumn);
+        if (nColumn >= fields.size()) Refuse("the row ends before " + strColumn);
         if (const auto value = ReadNumber(fields[nColumn])) return *value;
-        throw CRecordingError(Where() + strColumn + " holds '" +
-                              std::string(fields[nColumn].substr(0, 40)) + "', which is no number");
+        Refuse(strColumn + " holds '" + std::string(fields[nColumn].substr(0, 40)) +
+               "', which is no number");
+    }
+
+    [[noreturn]] void Refuse(const std::string& strReason) const {
+        throw CRecordingError(m_strPath + ":" + std::to_string(m_nLine) + ": " + strReason);
     }
 
   private:
-    std::string Where() const { return m_strPath + ":" + std::to_string(m_nLine) + ": "; }
-
+    std::ifstream& m_file;
     const std::string& m_strPath;
-    std::size_t m_nLine;
+    std::string m_strLine;
+    std::size_t m_nLine = 0;
 };
 
 /// Opens a file that is not too large to be read.
@@ -122,32 +143,31 @@ std::ifstream OpenRecording(const std::string& strPath) {
 
 Recording ReadRecording(const std::string& strPath, const RecordingColumns& columns) {
     std::ifstream file = OpenRecording(strPath);
-    std::string strHeader;
-    std::getline(file, strHeader);
-    std::string_view strNames = strHeader;
-    if (strNames.starts_with("\xEF\xBB\xBF")) strNames.remove_prefix(3);
-    if (Trim(strNames).empty()) throw CRecordingError(strPath + ": has no header row");
-
-    const std::vector<std::string_view> header = SplitRow(strNames);
-    std::size_t nFirst = 0;
-    if (!columns.m_strFirst.empty())
-        nFirst = FindColumn(header, columns.m_strFirst, strPath);
-    else if (const std::size_t nForce = FindName(header, "force"); nForce != NO_COLUMN)
-        nFirst = nForce;
-    const std::size_t nSecond = columns.m_strSecond.empty()
-                                    ? FindUsualSecond(header, nFirst)
-                                    : FindColumn(header, columns.m_strSecond, strPath);
+    CLineReader lines(file, strPath);
+    if (!lines.ReadLine() || Trim(lines.GetLine()).empty())
+        throw CRecordingError(strPath + ": has no header row");
 
     Recording recording;
-    recording.m_strFirstName = header[nFirst];
-    if (nSecond != NO_COLUMN) recording.m_strSecondName = header[nSecond];
-    std::string strLine;
-    for (std::size_t nLine = 2; std::getline(file, strLine); ++nLine) {
-        if (Trim(strLine).empty()) continue;
-        const std::vector<std::string_view> fields = SplitRow(strLine);
-        const CRowReader row(strPath, nLine);
-        recording.m_adFirst.push_back(row.ReadValue(fields, nFirst));
-        if (nSecond != NO_COLUMN) recording.m_adSecond.push_back(row.ReadValue(fields, nSecond));
+    std::size_t nFirst = 0;
+    std::size_t nSecond = NO_COLUMN;
+    {
+        const std::vector<std::string_view> header = SplitRow(lines.GetLine());
+        if (!columns.m_strFirst.empty())
+            nFirst = FindColumn(header, columns.m_strFirst, strPath);
+        else if (const std::size_t nForce = FindName(header, "force"); nForce != NO_COLUMN)
+            nFirst = nForce;
+        nSecond = columns.m_strSecond.empty() ? FindUsualSecond(header, nFirst)
+                                              : FindColumn(header, columns.m_strSecond, strPath);
+        recording.m_strFirstName = header[nFirst];
+        if (nSecond != NO_COLUMN) recording.m_strSecondName = header[nSecond];
+    }
+
+    while (lines.ReadLine()) {
+        if (Trim(lines.GetLine()).empty()) continue;
+        if (recording.m_adFirst.size() == MAX_ROWS) lines.Refuse("there are too many rows");
+        const std::vector<std::string_view> fields = SplitRow(lines.GetLine());
+        recording.m_adFirst.push_back(lines.ReadValue(fields, nFirst));
+        if (nSecond != NO_COLUMN) recording.m_adSecond.push_back(lines.ReadValue(fields, nSecond));
     }
     if (file.bad()) throw CRecordingError(strPath + ": could not be read to its end");
     if (recording.m_adFirst.empty()) throw CRecordingError(strPath + ": holds no rows");

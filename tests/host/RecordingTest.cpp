@@ -66,6 +66,7 @@ TEST_F(RecordingTest, SaysWhatIsWrong) {
     EXPECT_EQ(ErrorOf("force\n1e999\n"), ":2: column 1 holds '1e999', which is no number");
     EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"c", ""}), ": has no column 'c'; its 2 columns are: a, b");
     EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"3", ""}), ": has no column '3'; its 2 columns are: a, b");
+    EXPECT_EQ(ErrorOf("a,b\n1," + std::string(70000, ',')), ":2: the line is too long");
     EXPECT_THROW(ReadRecording("/nowhere/at/all.csv", {}), CRecordingError);
     EXPECT_THROW(ReadRecording(std::filesystem::temp_directory_path(), {}), CRecordingError);
 }
