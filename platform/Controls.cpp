@@ -1,5 +1,6 @@
 #include "platform/Controls.h"
 
+#include <algorithm>
 #include <cwctype>
 
 #include "platform/Graphics.h"
@@ -25,6 +26,16 @@ bool ComesBefore(const std::wstring& strLeft, const std::wstring& strRight) {
     return std::lexicographical_compare(
         strLeft.begin(), strLeft.end(), strRight.begin(), strRight.end(),
         [](wchar_t a, wchar_t b) { return std::towlower(a) < std::towlower(b); });
+}
+
+/// The widget counts 16-bit units, of which a character outside of the basic plane has two.
+int UnitsOf(const std::wstring& strText, int nCharacters) {
+    const auto nFirst = static_cast<std::size_t>(std::max(nCharacters, 0));
+    return static_cast<int>(QString::fromStdWString(strText.substr(0, nFirst)).size());
+}
+
+int CharactersOf(const QString& text, int nUnits) {
+    return static_cast<int>(text.left(nUnits).toStdWString().size());
 }
 
 /// Where a text goes: behind the items that do not come after it.
@@ -56,6 +67,11 @@ bool CButton::GetCheck() const {
     return pWidget && pWidget->isChecked();
 }
 
+void CButton::SetTakesFocus(bool bTakesFocus) {
+    if (auto* pWidget = WidgetOf<ButtonWidget>(*this))
+        pWidget->setFocusPolicy(bTakesFocus ? Qt::StrongFocus : Qt::NoFocus);
+}
+
 void CMFCButton::SetImage(const CBitmap* pBitmap) {
     if (auto* pWidget = WidgetOf<ButtonWidget>(*this)) {
         pWidget->picture = pBitmap ? *pBitmap : CBitmap();
@@ -64,12 +80,26 @@ void CMFCButton::SetImage(const CBitmap* pBitmap) {
 }
 
 void CEdit::SetSelection(int nStart, int nEnd) {
-    if (auto* pWidget = WidgetOf<EditWidget>(*this)) {
-        if (nEnd < 0)
-            pWidget->selectAll();
-        else
-            pWidget->setSelection(nStart, nEnd - nStart);
+    auto* pWidget = WidgetOf<EditWidget>(*this);
+    if (!pWidget) return;
+    if (nEnd < 0) {
+        pWidget->selectAll();
+        return;
     }
+    const std::wstring strText = GetWindowText();
+    const int nUnitStart = UnitsOf(strText, nStart);
+    pWidget->setSelection(nUnitStart, UnitsOf(strText, nEnd) - nUnitStart);
+}
+
+void CEdit::GetSelection(int& nStart, int& nEnd) const {
+    nStart = nEnd = 0;
+    auto* pWidget = WidgetOf<EditWidget>(*this);
+    if (!pWidget) return;
+    const bool bSelected = pWidget->hasSelectedText();
+    const int nUnitStart = bSelected ? pWidget->selectionStart() : pWidget->cursorPosition();
+    const int nUnitEnd = bSelected ? pWidget->selectionEnd() : nUnitStart;
+    nStart = CharactersOf(pWidget->text(), nUnitStart);
+    nEnd = CharactersOf(pWidget->text(), nUnitEnd);
 }
 
 void CEdit::SetPasswordChar(wchar_t chPassword) {

@@ -23,6 +23,10 @@ class PLATFORM_API CButton : public CWnd {
   public:
     void SetCheck(bool bChecked);
     bool GetCheck() const;
+
+    /// Whether the button takes the keyboard focus when it is pressed or tabbed to; at first it
+    /// does.
+    void SetTakesFocus(bool bTakesFocus);
 };
 
 /// The framework's styled button: a text, or a picture fitted into the button.
@@ -38,7 +42,10 @@ class PLATFORM_API CEdit : public CWnd {
     DECLARE_DYNAMIC(CEdit)
 
   public:
-    void SetSelection(int nStart, int nEnd);  ///< (0, -1) selects everything
+    /// Positions count the characters of the text; (0, -1) selects everything, and where both are
+    /// the same the caret stands.
+    void SetSelection(int nStart, int nEnd);
+    void GetSelection(int& nStart, int& nEnd) const;
     void SetPasswordChar(wchar_t chPassword);
 };
 
