@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <mutex>
+#include <stdexcept>
 
 #include "platform/Exceptions.h"
 #include "platform/Operator.h"
@@ -10,27 +11,30 @@
 
 namespace {
 
-// Controls of the screen.
+// Controls of the screen and of its main menu bar.
 constexpr int ID_START = 1004;
 constexpr int ID_SAMPLE_TIME = 1005;
+constexpr int ID_SAVE = 1008;
+constexpr int ID_BAR = 0;  // the bar is the screen's one child without an id of its own
+constexpr int ID_EXPORT = 1047;
+constexpr int ID_CLOSE = 1;
 
 /// How much longer than its sample time a capture may take, in milliseconds: the wait for a trigger
 /// and a loaded machine.
-constexpr unsigned PATIENCE = 30000;
+constexpr unsigned CAPTURE_PATIENCE = 30000;
+/// How long a window may take to come or go.
+constexpr unsigned WINDOW_PATIENCE = 10000;
+/// How many windows can stand in front of the screen.
+constexpr int MAX_WINDOWS = 4;
 
 class CDemoError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// The controls as the user-interface thread sees them.
 bool IsEnabled(const CWnd& screen, int nID) {
-    bool bEnabled = false;
-    Operator::Ask([&] {
-        const CWnd* const pControl = screen.GetDlgItem(nID);
-        bEnabled = pControl && pControl->IsWindowEnabled();
-    });
-    return bEnabled;
+    const CWnd* const pControl = screen.GetDlgItem(nID);
+    return pControl && pControl->IsWindowEnabled();
 }
 
 unsigned ReadSampleMilliseconds(const CWnd& screen) {
@@ -43,7 +47,21 @@ unsigned ReadSampleMilliseconds(const CWnd& screen) {
 }
 
 void PrintExtremes(const char* pWhat, const RTMinMax& extremes) {
-    std::printf(", %s %d to %d", pWhat, extremes.m_nMin, extremes.m_nMax);
+    if (extremes.m_nMin <= extremes.m_nMax)
+        std::printf(", %s %d to %d", pWhat, extremes.m_nMin, extremes.m_nMax);
+}
+
+/// The store's folder, beside the program.
+std::filesystem::path FindStoreFolder() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "RealTimeFiles";
+}
+
+/// A name that no capture in the store has.
+std::string FindFreeName(const std::filesystem::path& store) {
+    std::string strName = "demo";
+    for (int n = 2; std::filesystem::exists(store / (strName + ".rt3")); ++n)
+        strName = "demo" + std::to_string(n);
+    return strName;
 }
 
 }  // namespace
@@ -55,9 +73,12 @@ bool CDemo::Run() {
     bool bSucceeded = false;
     try {
         std::filesystem::create_directories(m_folder);
+        AwaitScreen("to be shown");
         TakeCapture();
         PrintCurves();
         SavePicture();
+        SaveCapture();
+        ExportCurve();
         bSucceeded = true;
     } catch (const CException& error) {
         std::fprintf(stderr, "rtpanel: %s\n",
@@ -74,13 +95,9 @@ void CDemo::TakeCapture() {
     const unsigned nSampleTime = ReadSampleMilliseconds(m_screen);
     const std::uint64_t nBegin = TickMilliseconds();
     if (!Operator::Tap(m_screen, ID_START)) throw CDemoError("Start cannot be pressed");
-    // The instrument's report brings the screen back to idle, not the press of Start.
-    if (IsEnabled(m_screen, ID_START)) throw CDemoError("the capture did not start");
-    while (!IsEnabled(m_screen, ID_START)) {
-        if (TickMilliseconds() - nBegin > nSampleTime + PATIENCE)
-            throw CDemoError("the capture did not end");
-        SleepMilliseconds(20);
-    }
+    if (!Operator::WaitUntil([this] { return IsEnabled(m_screen, ID_START); },
+                             nSampleTime + CAPTURE_PATIENCE))
+        throw CDemoError("the capture did not end");
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
 }
@@ -96,14 +113,15 @@ void CDemo::PrintCurves() const {
             throw CDemoError("channel " + std::to_string(k + 1) + " has no curve");
         const RTCurveData& curve = *channels[k].back();
         const std::uint32_t nCount = curve.GetCount();
-        std::printf("channel %zu    %u of %u values, %zu line records", k + 1, nCount,
-                    curve.GetCapacity(), curve.GetPulses().GetCount());
         std::array<RTMinMax, 2> extremes;  // even indices, odd indices
         for (std::uint32_t n = 0; n < nCount; ++n) extremes[n % 2].Include(curve.GetValues()[n]);
-        PrintExtremes("first values", extremes[0]);
-        PrintExtremes("second", extremes[1]);
+
+        std::printf("channel %zu    %u of %u values, %zu line records", k + 1, nCount,
+                    curve.GetCapacity(), curve.GetPulses().GetCount());
+        PrintExtremes("even", extremes[0]);
+        PrintExtremes("odd", extremes[1]);
         std::printf("\n");
-        if (nCount != curve.GetCapacity()) throw CDemoError("the curve is not full");
+        if (nCount != curve.GetCapacity()) throw CDemoError("values are missing");
     }
 }
 
@@ -113,4 +131,69 @@ void CDemo::SavePicture() {
     std::printf("picture      %s\n", path.c_str());
 }
 
-void CDemo::CloseScreen() { m_screen.PostMessage(WM_CLOSE); }
+void CDemo::SaveCapture() {
+    const std::filesystem::path store = FindStoreFolder();
+    const std::string strName = FindFreeName(store);
+    if (!Operator::Tap(m_screen, ID_SAVE)) throw CDemoError("Save cannot be pressed");
+    AwaitWindow("the keyboard");
+    for (const char ch : strName)
+        if (!Operator::PressModalButton(std::wstring(1, static_cast<wchar_t>(ch))))
+            throw CDemoError(std::string("the keyboard has no key '") + ch + "'");
+    const CWnd* const pKeyboard = Operator::ModalWindow();
+    if (!pKeyboard || !Operator::Tap(*pKeyboard, IDOK))
+        throw CDemoError("the keyboard's entry cannot be confirmed");
+    AwaitScreen("after the capture was saved");
+
+    // The store is the operator's; the demonstration takes its capture out of it again.
+    const std::filesystem::path path = m_folder / "capture.rt3";
+    const std::filesystem::path stored = store / (strName + ".rt3");
+    if (!std::filesystem::exists(stored)) throw CDemoError(stored.string() + " was not saved");
+    std::filesystem::copy_file(stored, path, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::remove(stored);
+    std::printf("capture file %s, %ju bytes\n", path.c_str(), std::filesystem::file_size(path));
+}
+
+void CDemo::ExportCurve() {
+    const std::filesystem::path path = m_folder / "capture.csv";
+    std::filesystem::remove(path);
+    TapBar(ID_EXPORT);
+    AwaitWindow("the dialog for the export's name");
+    Operator::Type(path.wstring());
+    Operator::PressKey(Operator::Key::Enter);
+    AwaitScreen("after the export");
+    if (!std::filesystem::exists(path)) throw CDemoError(path.string() + " was not written");
+    std::printf("export       %s, %ju bytes\n", path.c_str(), std::filesystem::file_size(path));
+}
+
+void CDemo::CloseScreen() {
+    // Windows that a failure has left in front of the screen.
+    for (int n = 0; n < MAX_WINDOWS && Operator::ModalWindow() != &m_screen; ++n)
+        Operator::PressKey(Operator::Key::Escape);
+    try {
+        TapBar(ID_CLOSE);
+    } catch (const CDemoError&) {
+        m_screen.PostMessage(WM_CLOSE);
+    }
+}
+
+void CDemo::TapBar(int nID) {
+    const CWnd* pBar = nullptr;
+    Operator::Ask([&] { pBar = m_screen.GetDlgItem(ID_BAR); });
+    if (!pBar || !Operator::Tap(*pBar, nID))
+        throw CDemoError("button " + std::to_string(nID) + " of the bar cannot be pressed");
+}
+
+void CDemo::AwaitWindow(const char* pWhat) {
+    // A standard dialog has no window object.
+    const auto isThere = [this] { return Operator::ModalWindow() != &m_screen; };
+    if (!Operator::WaitUntil(isThere, WINDOW_PATIENCE))
+        throw CDemoError(std::string(pWhat) + " does not appear");
+}
+
+void CDemo::AwaitScreen(const char* pWhat) {
+    const auto isInFront = [this] { return Operator::ModalWindow() == &m_screen; };
+    if (!Operator::WaitUntil(isInFront, WINDOW_PATIENCE))
+        throw CDemoError(
+            std::string("the screen does not come to the front ") + pWhat + ": " +
+            std::filesystem::path(Operator::ModalTitle() + L" " + Operator::ModalText()).string());
+}

@@ -2,19 +2,20 @@
 #pragma once
 
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 
 class CDlgBase;
 struct CRealTimeData;
 
-/// Takes one capture with the screen's own controls, and leaves in a folder a picture of the
-/// screen, the capture and its export; says on standard output what was captured and where it is.
-/// Closes the screen at the end. User-interface thread.
+/// Takes one capture with the screen's own controls, and leaves in a folder a picture of the screen
+/// (screen.png), the capture (capture.rt3) and its export (capture.csv); says on standard output
+/// what was captured and where it is. Closes the screen at the end.
+///
+/// Threads: the script thread of Operator::CScript, while the screen runs.
 class CDemo {
   public:
     /// @param screen, session must outlive the demonstration
-    /// @param strFolder is made when it is missing
+    /// @param strFolder is made when it is missing; files of those names in it are replaced
     CDemo(CDlgBase& screen, CRealTimeData& session, const std::string& strFolder);
 
     /// Runs it. What goes wrong is said on standard error.
@@ -23,9 +24,15 @@ class CDemo {
 
   private:
     void TakeCapture();
-    void SavePicture();
-    void CloseScreen();
     void PrintCurves() const;
+    void SavePicture();
+    void SaveCapture();
+    void ExportCurve();
+    void CloseScreen();
+
+    void TapBar(int nID);
+    void AwaitWindow(const char* pWhat);
+    void AwaitScreen(const char* pWhat);
 
     CDlgBase& m_screen;
     CRealTimeData& m_session;
