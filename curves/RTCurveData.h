@@ -10,7 +10,8 @@
 #include "curves/RTPulse.h"
 #include "curves/RTValueSummary.h"
 
-/// Largest and smallest values of a curve, apart for even and odd indices. All four 0: not computed.
+/// Largest and smallest values of a curve, apart for even and odd indices. All four 0: not
+/// computed.
 struct RTExtremes {
     std::int16_t m_nMaxEven = 0;
     std::int16_t m_nMinEven = 0;
@@ -25,9 +26,9 @@ struct RTExtremes {
 /// quantity stands at the even index and the second at the odd index after it.
 ///
 /// Thread safety: a curve has one writer, the packet reader of its screen (or the thread that loads
-/// it). The writer fills values, then calls PublishCount; any thread may read at the same time if it
-/// takes GetCount once and reads only below it. Extremes change as a whole. Capacity, value array,
-/// reserved word and markers never change once other threads can see the curve.
+/// it). The writer fills values, then calls PublishCount; any thread may read at the same time if
+/// it takes GetCount once and reads only below it. Extremes change as a whole. Capacity, value
+/// array, reserved word and markers never change once other threads can see the curve.
 /// Ownership: shared among the set that holds it, the screen while it is the current curve, and
 /// whoever draws or writes it.
 class RTCurveData {
@@ -61,9 +62,10 @@ class RTCurveData {
     /// them. The count never goes down. The writer's thread only.
     void PublishCount(std::uint32_t nCount);
 
-    /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast: exactly what a scan
-    /// of them gives. nLast must not exceed a count that GetCount has given, and the range must hold
-    /// at least one such value. The cost does not grow with the length of the range.
+    /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast: exactly what a
+    /// scan of them gives; a range without such a value gives INT16_MAX and INT16_MIN. nLast must
+    /// not exceed a count that GetCount has given. Reads one number for 2048 values of a long
+    /// range.
     RTMinMax FindMinMax(std::uint32_t nFirst, std::uint32_t nLast) const;
 
     RTExtremes GetExtremes() const { return m_extremes.load(std::memory_order_acquire); }
@@ -82,8 +84,10 @@ class RTCurveData {
     }
     const RTPulseList& GetPulses() const { return m_lstPulses; }
 
-    std::uint16_t m_wReserved = 0;  ///< carried through files unchanged
-    std::array<std::int32_t, MARKER_COUNT> m_anMarkers;  ///< value indices; -1: no marker
+    /// Carried through files unchanged.
+    std::uint16_t m_wReserved = 0;
+    /// Value indices; -1: no marker.
+    std::array<std::int32_t, MARKER_COUNT> m_anMarkers;
 
   private:
     std::atomic<std::uint32_t> m_nCount{0};

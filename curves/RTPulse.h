@@ -3,6 +3,7 @@
 
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -18,14 +19,20 @@ struct RTPulse {
 
 /// The pulse records of one curve, in arrival order.
 ///
+/// A continuous capture may append for hours, so records stand in chunks, each twice as long as the
+/// one before: no record is ever copied, and a short list costs little.
+///
 /// Thread safety: one thread appends; any number of threads read at the same time. A reader takes
 /// GetCount once and reads only below it.
-/// Invariants: positions never decrease; a record below the published count never changes and never
-/// moves; appending takes constant time.
+/// Invariants: a record below the published count never changes and never moves; appending and
+/// looking up by index take constant time. Positions never decrease in a captured list; one read
+/// from a file may hold anything.
 class RTPulseList {
   public:
+    /// As many records as the chunks hold; just below what a file can count.
+    static constexpr std::size_t MAX_COUNT = 64 * ((std::size_t{1} << 25) - 1);
+
     RTPulseList() = default;
-    ~RTPulseList();
     RTPulseList(const RTPulseList&) = delete;
     RTPulseList& operator=(const RTPulseList&) = delete;
 
@@ -33,22 +40,39 @@ class RTPulseList {
     std::size_t GetCount() const { return m_nCount.load(std::memory_order_acquire); }
 
     /// The record at an index below a count that GetCount has given.
-    const RTPulse& At(std::size_t nIndex) const;
+    const RTPulse& At(std::size_t nIndex) const {
+        const Place place = FindPlace(nIndex);
+        return m_apChunks[place.nChunk][place.nOffset];
+    }
 
     /// Appends a record and publishes it (release). The writer's thread only.
-    /// @throws CMemoryException with the list unchanged
+    /// @throws CMemoryException with the list unchanged, also when it holds MAX_COUNT records
     void Append(RTPulse pulse);
 
-    /// The first index below nCount whose position is nPosition or more, or nCount: a binary search.
+    /// The first index below nCount whose position is nPosition or more, or nCount: a binary
+    /// search.
     std::size_t FindPosition(std::size_t nCount, std::int64_t nPosition) const;
 
   private:
-    static constexpr std::size_t RECORDS_PER_CHUNK = 1024;
-    static constexpr std::size_t CHUNKS_PER_DIRECTORY = 1024;
-    using Chunk = std::array<RTPulse, RECORDS_PER_CHUNK>;
-    struct Directory;
+    static constexpr std::size_t FIRST_CHUNK_LENGTH = 64;
+    static constexpr std::size_t CHUNK_COUNT = 25;
+    static_assert(MAX_COUNT == FIRST_CHUNK_LENGTH * ((std::size_t{1} << CHUNK_COUNT) - 1));
+
+    struct Place {
+        std::size_t nChunk;
+        std::size_t nOffset;
+    };
+    static constexpr std::size_t GetChunkLength(std::size_t nChunk) {
+        return FIRST_CHUNK_LENGTH << nChunk;
+    }
+    /// Chunk k begins at index 64 * (2^k - 1), so index + 64 has its highest bit in place k + 6.
+    static constexpr Place FindPlace(std::size_t nIndex) {
+        const std::size_t nShifted = nIndex + FIRST_CHUNK_LENGTH;
+        const auto nChunk =
+            static_cast<std::size_t>(std::bit_width(nShifted / FIRST_CHUNK_LENGTH)) - 1;
+        return {nChunk, nShifted - GetChunkLength(nChunk)};
+    }
 
     std::atomic<std::size_t> m_nCount{0};
-    std::unique_ptr<Directory> m_pFirst;  ///< a directory is a fixed array of chunks and the next one
-    Directory* m_pLast = nullptr;
+    std::array<std::unique_ptr<RTPulse[]>, CHUNK_COUNT> m_apChunks;
 };

@@ -1,0 +1,15 @@
+#include "curves/RTCurves.h"
+
+#include <new>
+
+#include "platform/Exceptions.h"
+
+IMPLEMENT_SERIAL(CRTCurves, CObject, VERSIONABLE_SCHEMA | 1)
+
+std::shared_ptr<RTCurveData> CRTCurves::AddCurve(std::size_t nChannel, std::uint32_t nCapacity) {
+    try {
+        return m_lstCurves[nChannel].emplace_back(std::make_shared<RTCurveData>(nCapacity));
+    } catch (const std::bad_alloc&) {
+        throw CMemoryException();
+    }
+}

@@ -1,0 +1,108 @@
+// Curves and curve sets: creation, extremes, and a reader beside the writer.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "curves/RTCurves.h"
+#include "platform/Exceptions.h"
+
+namespace {
+
+void Append(RTCurveData& curve, std::initializer_list<std::int16_t> values) {
+    std::copy(values.begin(), values.end(), curve.GetFreeValues().begin());
+    curve.PublishCount(curve.GetCount() + static_cast<std::uint32_t>(values.size()));
+}
+
+TEST(Curve, StartsWithoutValuesExtremesAndMarkers) {
+    const RTCurveData curve(1000);
+    EXPECT_EQ(curve.GetCount(), 0u);
+    EXPECT_EQ(curve.GetCapacity(), 1000u);
+    EXPECT_EQ(curve.m_wReserved, 0);
+    EXPECT_EQ(curve.GetExtremes(), (RTExtremes{0, 0, 0, 0}));
+    EXPECT_EQ(std::count(curve.m_anMarkers.begin(), curve.m_anMarkers.end(), -1), 10);
+    EXPECT_EQ(curve.GetPulses().GetCount(), 0u);
+}
+
+TEST(Curve, RecomputesExtremesByParity) {
+    RTCurveData curve(4);
+    curve.RecomputeExtremes();
+    EXPECT_EQ(curve.GetExtremes(), (RTExtremes{-32768, 32767, -32768, 32767}));
+
+    Append(curve, {5});
+    curve.RecomputeExtremes();
+    EXPECT_EQ(curve.GetExtremes(), (RTExtremes{5, 5, -32768, 32767}));
+
+    Append(curve, {-3, 7, 9});
+    curve.RecomputeExtremes();
+    EXPECT_EQ(curve.GetExtremes(), (RTExtremes{7, 5, 9, -3}));
+}
+
+TEST(Curve, RefusesASizeBeyond32Bits) {
+    EXPECT_THROW(RTCurveData(0x80000000u), CMemoryException);
+    EXPECT_THROW(RTCurveData(0x80000000u, 0u), CMemoryException);
+}
+
+TEST(Curve, AReaderSeesWholeValuesPulsesAndRangesWhileItIsFilled) {
+    constexpr std::uint32_t nCapacity = 300000;
+    RTCurveData curve(nCapacity);
+    std::atomic<bool> bStarted{false};
+
+    // The value at an index is a known function of it, so the reader can tell an unwritten one.
+    std::thread writer([&] {
+        while (!bStarted.load()) std::this_thread::yield();
+        std::uint32_t nCount = 0;
+        while (nCount < nCapacity) {
+            const std::uint32_t nTake =
+                std::min<std::uint32_t>(100 + nCount % 37, nCapacity - nCount);
+            const auto places = curve.GetFreeValues();
+            for (std::uint32_t i = 0; i < nTake; ++i)
+                places[i] = static_cast<std::int16_t>((nCount + i) / 10);
+            nCount += nTake;
+            curve.PublishCount(nCount);
+            curve.AddPulse(static_cast<std::int32_t>(nCount), static_cast<std::uint8_t>(nCount));
+        }
+    });
+
+    bStarted = true;
+    std::uint32_t nCount = 0;
+    while (nCount < nCapacity) {
+        const std::size_t nPulses = curve.GetPulses().GetCount();
+        nCount = curve.GetCount();
+        if (nCount < 2) continue;
+        ASSERT_EQ(curve.GetValues()[nCount - 1], static_cast<std::int16_t>((nCount - 1) / 10));
+        ASSERT_EQ(curve.FindMinMax(0, nCount),
+                  (RTMinMax{0, static_cast<std::int16_t>((nCount - 1 - (nCount - 1) % 2) / 10)}));
+        if (nPulses == 0) continue;
+        const RTPulse& pulse = curve.GetPulses().At(nPulses - 1);
+        ASSERT_LE(pulse.m_nPosition, static_cast<std::int32_t>(nCount));
+        ASSERT_EQ(pulse.m_byState, static_cast<std::uint8_t>(pulse.m_nPosition));
+    }
+    writer.join();
+}
+
+TEST(CurveSet, StartsEmptyAndIsMadeByClass) {
+    CRTCurves* pSet = dynamic_cast<CRTCurves*>(RUNTIME_CLASS(CRTCurves)->CreateObject());
+    ASSERT_NE(pSet, nullptr);
+    EXPECT_STREQ(pSet->GetRuntimeClass()->m_lpszClassName, "CRTCurves");
+    EXPECT_EQ(pSet->m_byVersion, 14);
+    for (std::size_t nChannel = 0; nChannel < 3; ++nChannel)
+        EXPECT_EQ(pSet->FirstCurve(nChannel), nullptr);
+    delete pSet;
+}
+
+TEST(CurveSet, AppendsCurvesInOrderAndStaysWholeWhenMemoryIsRefused) {
+    CRTCurves set;
+    const auto pFirst = set.AddCurve(1, 10);
+    const auto pSecond = set.AddCurve(1, 0);
+    EXPECT_THROW(set.AddCurve(1, 0xFFFFFFFFu), CMemoryException);
+
+    ASSERT_EQ(set.m_lstCurves[1].size(), 2u);
+    EXPECT_EQ(set.FirstCurve(1), pFirst);
+    EXPECT_EQ(set.m_lstCurves[1].back(), pSecond);
+    EXPECT_TRUE(set.m_lstCurves[0].empty());
+    EXPECT_TRUE(pSecond->GetFreeValues().empty());
+}
+
+}  // namespace
