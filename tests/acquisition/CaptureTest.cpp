@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include "Support.h"
+#include "platform/Exceptions.h"
+
+namespace {
+
+std::size_t CountCurves(const CRealTimeData& session, std::size_t nChannel) {
+    return session.m_spCurves->m_lstCurves[nChannel].size();
+}
+
+TEST(Capture, StartSizesCurvesAndTellsTheInstrument) {
+    TestSession session(20);
+    session.m_nHostValueRate = 40000;
+    session.m_nHostAuxRate = 16000;
+    session.m_capture.SetSampleSeconds(60);
+    EXPECT_TRUE(session.m_capture.IsIdle());
+    EXPECT_EQ(session.m_capture.Start(125, 2), (RTCaptureParameters{60000, 0, 40000, 125, 2}));
+    EXPECT_FALSE(session.m_capture.IsIdle());
+
+    for (std::size_t k = 0; k < 2; ++k) {
+        EXPECT_EQ(session.m_capture.GetCurrentCurve(k)->GetCapacity(), 2400000u);
+        EXPECT_EQ(session.m_capture.GetCurrentCurve(k), session.m_spCurves->FirstCurve(k));
+        EXPECT_EQ(session.m_aPlots[k].m_nSpanValues, 2400000);
+    }
+    EXPECT_EQ(CountCurves(session, 2), 0u);
+    EXPECT_EQ(session.m_nValueRate, 40000);
+    EXPECT_EQ(session.m_nAuxRate, 16000);
+    EXPECT_EQ(int{session.m_graph.m_nGraphRate}, 40000);
+}
+
+TEST(Capture, LongSampleTimeWrapsInTheCommandOnly) {
+    TestSession session(0);
+    session.m_nHostValueRate = 10;
+    session.m_capture.SetSampleSeconds(66);
+    EXPECT_EQ(session.m_capture.Start(0, 0).m_nSampleMilliseconds, 464);
+    EXPECT_EQ(session.m_capture.GetCurrentCurve(0)->GetCapacity(), 660u);
+}
+
+TEST(Capture, SecondStartKeepsTheFirstCurve) {
+    TestSession session(3);
+    session.StartValues(5);
+    const auto spFirst = session.m_capture.GetCurrentCurve(2);
+    session.StartValues(9);
+    EXPECT_EQ(CountCurves(session, 2), 2u);
+    EXPECT_EQ(session.m_spCurves->FirstCurve(2), spFirst);
+    EXPECT_EQ(session.m_spCurves->m_lstCurves[2].back(), session.m_capture.GetCurrentCurve(2));
+    EXPECT_EQ(session.m_capture.GetCurrentCurve(2)->GetCapacity(), 9u);
+}
+
+TEST(Capture, ContinuousStartBeginsAFreshSet) {
+    TestSession session(12);
+    session.StartValues(5);
+    const std::weak_ptr<CRTCurves> wpOld = session.m_spCurves;
+    EXPECT_TRUE(session.m_capture.ToggleContinuous());
+    session.StartValues(5);
+    EXPECT_TRUE(wpOld.expired());
+    EXPECT_TRUE(session.m_capture.IsContinuousRunning());
+    for (std::size_t k = 0; k < 2; ++k) {
+        EXPECT_EQ(CountCurves(session, k), 1u);
+        EXPECT_EQ(session.m_aPlots[k].m_spCurves, session.m_spCurves);
+    }
+    EXPECT_EQ(session.m_aPlots[2].m_spCurves, nullptr);
+
+    session.m_capture.Stop();
+    EXPECT_FALSE(session.m_capture.IsContinuousRunning());
+}
+
+TEST(Capture, StopInSampleTimeModeLeavesTheContinuousFlag) {
+    TestSession session(0);
+    session.m_capture.ToggleContinuous();
+    session.StartValues(5);
+    EXPECT_FALSE(session.m_capture.ToggleContinuous());
+    session.m_capture.Stop();
+    EXPECT_TRUE(session.m_capture.IsContinuousRunning());
+}
+
+TEST(Capture, ClearLeavesNothingToFill) {
+    TestSession session(12);
+    session.StartValues(5);
+    const std::weak_ptr<RTCurveData> wpCurve = session.m_capture.GetCurrentCurve(1);
+    session.m_capture.Clear();
+    EXPECT_TRUE(wpCurve.expired());
+    EXPECT_EQ(session.m_aPlots[1].m_spCurves, session.m_spCurves);
+    const auto outcome = session.m_capture.StoreSamples(MakeSamples({1, 2, 3, 4}));
+    EXPECT_FALSE(outcome.m_bCaptureEnded);
+    EXPECT_EQ(CountCurves(session, 0) + CountCurves(session, 1), 0u);
+}
+
+TEST(Capture, AFailedStartChangesNothing) {
+    TestSession session(12);
+    session.StartValues(5);
+    const auto spSet = session.m_spCurves;
+    const auto spCurve = session.m_capture.GetCurrentCurve(0);
+    session.m_capture.ReportIdle();
+
+    session.m_capture.ToggleContinuous();
+    session.m_nHostValueRate = 40000;
+    session.m_capture.SetSampleSeconds(-3);
+    EXPECT_THROW(session.m_capture.Start(0, 0), CMemoryException);
+    EXPECT_EQ(session.m_spCurves, spSet);
+    EXPECT_EQ(session.m_capture.GetCurrentCurve(0), spCurve);
+    EXPECT_EQ(session.m_nValueRate, 5);
+    EXPECT_EQ(session.m_aPlots[0].m_nSpanValues, 5);
+    EXPECT_FALSE(session.m_capture.IsContinuousRunning());
+    EXPECT_TRUE(session.m_capture.IsIdle());
+}
+
+TEST(Capture, LoadedCurvesReplaceThoseInHand) {
+    TestSession session(12);
+    session.StartValues(5);
+    auto spLoaded = std::make_shared<CRTCurves>();
+    spLoaded->AddCurve(1, 77);
+    session.m_capture.ReplaceCurves(spLoaded, {32000, 16000, {11, 22, 33}});
+    EXPECT_EQ(session.m_spCurves, spLoaded);
+    EXPECT_EQ(session.m_aPlots[1].m_spCurves, spLoaded);
+    EXPECT_EQ(session.m_capture.GetCurrentCurve(0), nullptr);
+    EXPECT_EQ(session.m_nValueRate, 32000);
+    EXPECT_EQ(session.m_nAuxRate, 16000);
+    EXPECT_EQ(int{session.m_graph.m_nGraphRate}, 32000);
+    EXPECT_EQ(session.m_aPlots[2].m_nSpanValues, 33);
+    EXPECT_EQ(session.m_aPlots[1].m_nViewEnd, 77);
+}
+
+TEST(Capture, CopiedCurvesDoNotGrowWithTheSetInHand) {
+    TestSession session(0);
+    session.StartValues(5);
+    const auto spCopy = session.m_capture.CopyCurves();
+    session.StartValues(5);
+    EXPECT_EQ(spCopy->m_lstCurves[0].size(), 1u);
+    EXPECT_EQ(spCopy->FirstCurve(0), session.m_spCurves->FirstCurve(0));
+}
+
+TEST(Capture, FinishAfterTheNextStartLeavesTheNewCurveAlone) {
+    TestSession session(0);
+    session.StartValues(2);
+    EXPECT_TRUE(session.m_capture.StoreSamples(MakeSamples({4, 5})).m_bCaptureEnded);
+    session.StartValues(2);
+    EXPECT_EQ(session.m_capture.FinishCapture(), std::nullopt);
+    EXPECT_EQ(session.m_capture.GetCurrentCurve(0)->GetExtremes(), RTExtremes{});
+}
+
+}  // namespace
