@@ -1,6 +1,8 @@
 // The concurrent queue that carries packets from the host's link threads to a screen's reader.
 #pragma once
 
+#include <memory>
+
 #include <oneapi/tbb/concurrent_queue.h>
 
 /// An unbounded first-in first-out queue, safe for any number of pushing and popping threads.
@@ -15,5 +17,6 @@ class concurrent_queue {
     bool try_pop(T& value) { return m_queue.try_pop(value); }
 
   private:
-    tbb::concurrent_queue<T> m_queue;
+    // The program's own allocator: sanitizers do not see how the library's recycles memory.
+    tbb::concurrent_queue<T, std::allocator<T>> m_queue;
 };
