@@ -1,0 +1,128 @@
+#include "siblings/EntryWindow.h"
+
+#include "platform/DynamicLibrary.h"
+
+namespace {
+
+constexpr COLORREF BACKGROUND = RGB(211, 228, 250);
+constexpr COLORREF OUTLINE = RGB(104, 132, 168);
+constexpr COLORREF FAULT = RGB(165, 25, 25);
+constexpr const wchar_t* FACE = L"MS Shell Dlg";
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CEntryWindow, CDialog)
+ON_WM_ERASEBKGND()
+ON_WM_CTLCOLOR()
+ON_BN_CLICKED(ID_BACKSPACE, OnBackspace)
+ON_BN_CLICKED(ID_CLEAR, OnClear)
+ON_CONTROL(EN_CHANGE, ID_ENTRY, OnTyped)
+END_MESSAGE_MAP()
+
+bool CEntryWindow::OnInitDialog() {
+    CDialog::OnInitDialog();
+    SetWindowText(m_strTitle);
+    SetDlgItemText(ID_TITLE, m_strTitle);
+    m_fontTitle.CreatePixelFont(19, FACE, true);
+    m_fontEntry.CreatePixelFont(30, FACE, false);
+    m_fontKey.CreatePixelFont(24, FACE, false);
+    m_fontHint.CreatePixelFont(17, FACE, true);
+    m_edit.SubclassDlgItem(ID_ENTRY, this);
+    m_edit.SetFont(&m_fontEntry);
+    if (CWnd* pTitle = GetDlgItem(ID_TITLE)) pTitle->SetFont(&m_fontTitle);
+    if (CWnd* pHint = GetDlgItem(ID_HINT)) pHint->SetFont(&m_fontHint);
+
+    for (const int nID : {IDOK, IDCANCEL, ID_BACKSPACE, ID_CLEAR}) PrepareKey(nID);
+    for (int nID = KEY_FIRST; nID < KEY_END; ++nID) PrepareKey(nID);
+    SetKeyFace(IDOK, LoadPicture(368), L"OK");
+    SetKeyFace(IDCANCEL, LoadPicture(375), L"Cancel");
+    SetKeyFace(ID_BACKSPACE, LoadPicture(6001), L"\u2190");
+
+    ShowEntry(m_edit);
+    m_edit.SetFocus();
+    return false;
+}
+
+void CEntryWindow::PrepareKey(int nID) {
+    auto* pKey = dynamic_cast<CButton*>(GetDlgItem(nID));
+    if (!pKey) return;
+    pKey->SetFont(&m_fontKey);
+    // The caret stays in the entry, and with it what a plugged-in keyboard types.
+    pKey->SetTakesFocus(false);
+}
+
+CBitmap CEntryWindow::LoadPicture(UINT nPicture) {
+    CBitmap picture;
+    const CDynamicLibrary library(L"BitmapRes.dll");
+    if (library) picture.LoadBitmap(library, nPicture);
+    return picture;
+}
+
+void CEntryWindow::SetKeyFace(int nID, const CBitmap& picture, const wchar_t* pText) {
+    auto* pKey = dynamic_cast<CMFCButton*>(GetDlgItem(nID));
+    if (!pKey) return;
+    pKey->SetImage(picture ? &picture : nullptr);
+    pKey->SetWindowText(picture ? L"" : pText);
+}
+
+LRESULT CEntryWindow::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    const int nID = static_cast<int>(wParam & 0xFFFFu);
+    const bool bKey =
+        nMessage == WM_COMMAND && wParam == CommandParam(wParam & 0xFFFFu, BN_CLICKED);
+    if (!bKey || nID < KEY_FIRST || nID >= KEY_END)
+        return CDialog::WindowProc(nMessage, wParam, lParam);
+    TakeSelectionOfEdit();
+    PressKey(nID);
+    ShowOutcome();
+    return 0;
+}
+
+void CEntryWindow::OnBackspace() {
+    TakeSelectionOfEdit();
+    PressBackspace();
+    ShowOutcome();
+}
+
+void CEntryWindow::OnClear() {
+    PressClear();
+    ShowOutcome();
+}
+
+void CEntryWindow::OnTyped() {
+    if (TakeTyped(m_edit.GetWindowText())) TakeSelectionOfEdit();
+    ShowOutcome();
+}
+
+void CEntryWindow::TakeSelectionOfEdit() {
+    int nStart = 0;
+    int nEnd = 0;
+    m_edit.GetSelection(nStart, nEnd);
+    TakeSelection(nStart, nEnd);
+}
+
+void CEntryWindow::ShowOutcome() {
+    SetDlgItemText(ID_HINT, L"");
+    ShowEntry(m_edit);
+}
+
+void CEntryWindow::OnOK() {
+    const std::wstring strFault = FindFault();
+    if (strFault.empty())
+        EndDialog(IDOK);
+    else
+        SetDlgItemText(ID_HINT, strFault);
+}
+
+bool CEntryWindow::OnEraseBkgnd(CDC* pDC) {
+    // A panel has no window frames: the outline sets the window off from the screen behind it.
+    const CRect rect = GetClientRect();
+    pDC->FillSolidRect(rect, OUTLINE);
+    pDC->FillSolidRect({rect.left + 2, rect.top + 2, rect.right - 2, rect.bottom - 2}, BACKGROUND);
+    return true;
+}
+
+CBrush* CEntryWindow::OnCtlColor(CDC* pDC, CWnd* pControl, UINT) {
+    pDC->SetBkMode(TRANSPARENT);
+    if (pControl && pControl->GetDlgCtrlID() == ID_HINT) pDC->SetTextColor(FAULT);
+    return nullptr;
+}

@@ -1,0 +1,13 @@
+// The button pictures, as SVG files in memory.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+struct Picture {
+    unsigned nID;
+    std::string_view svg;
+};
+
+/// Every picture of siblings/pictures, numbered by its file's name. Lives as long as the program.
+std::span<const Picture> AllPictures();

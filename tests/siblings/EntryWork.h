@@ -1,0 +1,85 @@
+// The keyboards as the screen uses them: the library is loaded for one entry, worked with taps and
+// keys, and released.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "platform/Controls.h"
+#include "platform/DynamicLibrary.h"
+#include "platform/Operator.h"
+#include "siblings/KeyboardWindow.h"
+#include "siblings/NumberPadWindow.h"
+#include "siblings/OnscreenKeyboard.h"
+
+using Operator::Key;
+
+inline std::wstring Entered() {
+    std::wstring strText;
+    Operator::Ask([&] {
+        strText = Operator::ModalWindow()->GetDlgItem(CEntryWindow::ID_ENTRY)->GetWindowText();
+    });
+    return strText;
+}
+
+/// Taps keys by what stands on them.
+inline void Tap(std::initializer_list<const wchar_t*> keys) {
+    for (const wchar_t* pKey : keys) EXPECT_TRUE(Operator::PressModalButton(pKey));
+}
+
+/// Taps keys by their ids.
+inline void Tap(std::initializer_list<int> keys) {
+    for (const int nID : keys) EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), nID));
+}
+
+inline void Select(int nStart, int nEnd) {
+    Operator::Ask([&] {
+        CWnd* pEdit = Operator::ModalWindow()->GetDlgItem(CEntryWindow::ID_ENTRY);
+        dynamic_cast<CEdit&>(*pEdit).SetSelection(nStart, nEnd);
+    });
+}
+
+struct Outcome {
+    int nResult;
+    std::wstring strText;
+    double dNumber;
+};
+
+/// Makes an entry's call while a script works its window, which is cancelled if it is still open
+/// when the script ends.
+template <class Function, class... Arguments>
+int WorkEntry(const char* pName, const std::function<void()>& script, Arguments... arguments) {
+    const CDynamicLibrary library(L"OnscreenKeyboard.dll");
+    auto* pShow = library.GetFunction<Function>(pName);
+    if (!pShow) throw std::runtime_error(pName);
+    Operator::CScript atWork([&] {
+        if (!Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 5000))
+            throw std::runtime_error("no window");
+        script();
+        while (Operator::ModalWindow()) Operator::PressKey(Key::Escape);
+    });
+    const int nResult = pShow(arguments...);
+    atWork.Join();
+    return nResult;
+}
+
+inline Outcome EnterText(const std::wstring& strInitial, const std::function<void()>& script) {
+    const std::wstring strError = L"No name given";
+    const std::wstring strTitle = L"Real Time file name";
+    Outcome outcome{0, strInitial, 0.0};
+    unsigned char flags[3] = {};
+    outcome.nResult =
+        WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", script, &strError, &strTitle,
+                                          &outcome.strText, &flags[0], &flags[1], &flags[2]);
+    return outcome;
+}
+
+inline Outcome EnterNumber(const std::wstring& strInitial, unsigned char nOption,
+                           const std::function<void()>& script) {
+    const std::wstring strTitle = L"Enter sample time (1-60 seconds)";
+    Outcome outcome{0, L"untouched", -1.0};
+    unsigned char nOption2 = 0;
+    outcome.nResult =
+        WorkEntry<decltype(ShowNumberPad)>("ShowNumberPad", script, strTitle, strInitial,
+                                           &outcome.strText, &outcome.dNumber, &nOption, &nOption2);
+    return outcome;
+}

@@ -1,0 +1,147 @@
+#include "tests/siblings/EntryWork.h"
+
+namespace {
+
+bool IsRefused() { return Operator::ModalText().find(L"No name given") != std::wstring::npos; }
+
+TEST(Keyboard, TapsBuildAName) {
+    const Outcome outcome = EnterText(L"", [] {
+        EXPECT_EQ(Operator::ModalTitle(), L"Real Time file name");
+        Tap({CKeyboardWindow::ID_SHIFT});
+        Tap({L"R", L"u", L"n", L"_", L"1", L"2"});
+        Tap({CEntryWindow::ID_BACKSPACE, CKeyboardWindow::ID_SPACE, CKeyboardWindow::ID_SIGNS});
+        Tap({L"ä", L"#"});
+        Tap({CKeyboardWindow::ID_CHARACTER + 15});  // "&", beside "%"
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.nResult, 1);
+    EXPECT_EQ(outcome.strText, L"Run_1 ä#&");
+}
+
+TEST(Keyboard, SecondShiftStaysUntilTheThird) {
+    const Outcome outcome = EnterText(L"", [] {
+        Tap({CKeyboardWindow::ID_SHIFT, CKeyboardWindow::ID_SHIFT});
+        Tap({L"A", L"B"});
+        Tap({CKeyboardWindow::ID_SHIFT});
+        Tap({L"c"});
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.strText, L"ABc");
+}
+
+TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {
+    const Outcome outcome = EnterText(L"", [] {
+        EXPECT_FALSE(IsRefused());
+        Tap({IDOK});
+        EXPECT_TRUE(IsRefused());
+        Tap({CKeyboardWindow::ID_SPACE});
+        EXPECT_FALSE(IsRefused());
+        Operator::PressKey(Key::Enter);
+        EXPECT_TRUE(IsRefused());
+        Tap({CEntryWindow::ID_CLEAR});
+        Tap({L"x"});
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.nResult, 1);
+    EXPECT_EQ(outcome.strText, L"x");
+}
+
+TEST(Keyboard, CancelLeavesTheValueAlone) {
+    for (const bool bKey : {false, true}) {
+        const Outcome outcome = EnterText(L"run1", [bKey] {
+            Tap({L"z"});
+            EXPECT_EQ(Entered(), L"run1z");
+            if (bKey)
+                Operator::PressKey(Key::Escape);
+            else
+                Tap({IDCANCEL});
+        });
+        EXPECT_EQ(outcome.nResult, 0);
+        EXPECT_EQ(outcome.strText, L"run1");
+    }
+}
+
+TEST(Keyboard, PluggedInKeyboardTypesBetweenTaps) {
+    const Outcome outcome = EnterText(L"", [] {
+        Operator::Type(L"Run 7");
+        Tap({L"x"});
+        Operator::Type(L"yz");
+        Operator::PressKey(Key::Backspace);
+        Operator::PressKey(Key::Tab);
+        Operator::Type(L".!");
+        Operator::PressKey(Key::Enter);
+    });
+    EXPECT_EQ(outcome.nResult, 1);
+    EXPECT_EQ(outcome.strText, L"Run 7xy.!");
+}
+
+TEST(Keyboard, KeysWorkAtTheCaret) {
+    const Outcome outcome = EnterText(L"run1", [] {
+        Select(0, 3);
+        Tap({L"p", L"q"});
+        Tap({CEntryWindow::ID_BACKSPACE});
+        Operator::Type(L"o");
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.strText, L"po1");
+}
+
+TEST(Keyboard, TypingStopsAtTheLimit) {
+    const std::wstring strLong(99, L'a');
+    const Outcome outcome = EnterText(strLong, [] {
+        Operator::Type(L"bcd");
+        Tap({L"e"});
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.strText, strLong + L'b');
+}
+
+TEST(Keyboard, NullPointersAreTolerated) {
+    const std::wstring* pNone = nullptr;
+    unsigned char* pNoFlag = nullptr;
+    const auto script = [] {
+        Tap({IDOK});
+        EXPECT_NE(Operator::ModalText().find(L"Blank value"), std::wstring::npos);
+        Operator::Type(L"a");
+        Tap({IDOK});
+    };
+    EXPECT_EQ(WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", script, pNone, pNone,
+                                                static_cast<std::wstring*>(nullptr), pNoFlag,
+                                                pNoFlag, pNoFlag),
+              1);
+}
+
+/// Keys large enough for a thumb, nothing outside of the window or on top of something else.
+void CheckGeometry() {
+    Operator::Ask([&] {
+        const CWnd& window = *Operator::ModalWindow();
+        const CRect client = window.GetClientRect();
+        EXPECT_TRUE(client.Width() <= 795 && client.Height() <= 455);
+        std::vector<CRect> placed;
+        for (int nID = 1; nID < CEntryWindow::KEY_END; ++nID) {
+            const CWnd* pControl = window.GetDlgItem(nID);
+            if (!pControl) continue;
+            CRect rect = pControl->GetWindowRect();
+            window.ScreenToClient(rect);
+            if (dynamic_cast<const CButton*>(pControl)) {
+                EXPECT_TRUE(rect.Width() >= 48 && rect.Height() >= 48) << nID;
+            }
+            EXPECT_TRUE(rect.left >= 0 && rect.top >= 0 && rect.right <= client.right &&
+                        rect.bottom <= client.bottom)
+                << nID;
+            for (const CRect& other : placed)
+                EXPECT_TRUE(rect.right <= other.left || rect.left >= other.right ||
+                            rect.bottom <= other.top || rect.top >= other.bottom)
+                    << nID;
+            placed.push_back(rect);
+        }
+        EXPECT_GE(placed.size(), 19u);
+    });
+}
+
+TEST(Keyboard, KeysStandApartAndFitAThumb) {
+    EnterText(L"", CheckGeometry);
+    EnterNumber(L"", 1, CheckGeometry);
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+#include "siblings/TextEntry.h"
+
+#include <gtest/gtest.h>
+
+#include "siblings/KeyboardLayout.h"
+
+namespace {
+
+TEST(TextEntry, KeysWorkAtTheCaret) {
+    CTextEntry entry(L"run1");
+    entry.Insert(L'0');
+    EXPECT_EQ(entry.GetText(), L"run10");
+    entry.Select(3, 3);
+    entry.Insert(L'_');
+    entry.Insert(L'a');
+    EXPECT_EQ(entry.GetText(), L"run_a10");
+    entry.Backspace();
+    EXPECT_EQ(entry.GetText(), L"run_10");
+    EXPECT_EQ(entry.GetSelectionStart(), 4);
+    entry.Select(0, 0);
+    entry.Backspace();
+    EXPECT_EQ(entry.GetText(), L"run_10");
+}
+
+TEST(TextEntry, KeysReplaceTheSelection) {
+    CTextEntry entry(L"capture 12");
+    entry.Select(0, 7);
+    entry.Insert(L'c');
+    EXPECT_EQ(entry.GetText(), L"c 12");
+    entry.Select(1, 4);
+    entry.Backspace();
+    EXPECT_EQ(entry.GetText(), L"c");
+    EXPECT_EQ(entry.GetSelectionEnd(), 1);
+    entry.Clear();
+    EXPECT_EQ(entry.GetText(), L"");
+}
+
+TEST(TextEntry, SelectionsOutsideAreLimited) {
+    CTextEntry entry(L"abc");
+    entry.Select(-5, 99);
+    EXPECT_EQ(entry.GetSelectionStart(), 0);
+    EXPECT_EQ(entry.GetSelectionEnd(), 3);
+    entry.Select(9, 1);
+    entry.Insert(L'd');
+    EXPECT_EQ(entry.GetText(), L"abcd");
+}
+
+TEST(TextEntry, FullTextTakesNoMore) {
+    CTextEntry entry(std::wstring(500, L'x'));
+    EXPECT_EQ(entry.GetText().size(), 100u);
+    entry.Insert(L'y');
+    EXPECT_EQ(entry.GetText(), std::wstring(100, L'x'));
+    entry.Select(0, 1);
+    entry.Insert(L'y');
+    EXPECT_EQ(entry.GetText(), L'y' + std::wstring(99, L'x'));
+    EXPECT_FALSE(entry.TakeTyped(std::wstring(101, L'z')));
+    EXPECT_TRUE(entry.TakeTyped(std::wstring(100, L'z')));
+}
+
+TEST(TextEntry, ControlCharactersStayOut) {
+    CTextEntry entry(L"a\nb\x7f\u2028c");
+    EXPECT_EQ(entry.GetText(), L"abc");
+    EXPECT_FALSE(entry.TakeTyped(L"a\tb"));
+    EXPECT_EQ(entry.GetText(), L"abc");
+}
+
+TEST(TextEntry, SpacesAloneAreBlank) {
+    EXPECT_TRUE(CTextEntry(L"").IsBlank());
+    EXPECT_TRUE(CTextEntry(L"   ").IsBlank());
+    EXPECT_FALSE(CTextEntry(L" x ").IsBlank());
+}
+
+TEST(KeyboardLayout, EveryFileNameCharacterOfAsciiHasAKey) {
+    std::wstring strReachable = L" ";
+    for (const bool bSigns : {false, true}) {
+        for (const bool bShift : {false, true}) {
+            CKeyboardLayout layout;
+            if (bSigns) layout.PressSigns();
+            if (bShift) layout.PressShift();
+            for (int nKey = 0; nKey < CHARACTER_KEYS; ++nKey)
+                strReachable += layout.GetCharacter(nKey);
+        }
+    }
+    const std::wstring strRefused = L"\\/:*?\"<>|";
+    for (wchar_t ch = L' '; ch < 0x7F; ++ch)
+        EXPECT_EQ(strReachable.find(ch) == std::wstring::npos,
+                  strRefused.find(ch) != std::wstring::npos)
+            << "character " << static_cast<int>(ch);
+}
+
+}  // namespace
