@@ -1,9 +1,13 @@
 // Drawing surfaces over 32-bit images, and the tools to draw on them. User-interface thread only,
 // except that memory surfaces may be used on any one thread at a time.
 //
-// Lines are one pixel wide. A line from P to Q sets P and every pixel up to, but not including, Q.
-// Dotted and dashed lines leave their gaps untouched in the transparent background mode and fill
-// them with the background colour in the opaque one.
+// Lines are one pixel wide. A line from P to Q sets P and every pixel up to, but not including, Q;
+// where it passes exactly between two pixels it takes the upper or the left one, so that the line
+// back from Q to P runs over the same pixels. What lies outside the surface or the clipping region
+// costs nothing, and does not change what lies inside.
+// Dotted and dashed lines begin their pattern at P. They leave their gaps untouched in the
+// transparent background mode and fill them with the background colour in the opaque one, which a
+// new context has.
 #pragma once
 
 #include <memory>
@@ -22,6 +26,7 @@ enum PenStyle : BYTE { PS_SOLID, PS_DASH, PS_DOT, PS_DASHDOT, PS_DASHDOTDOT, PS_
 enum BkMode : BYTE { TRANSPARENT = 1, OPAQUE = 2 };
 enum TextAlign : UINT { TA_LEFT = 0, TA_RIGHT = 2, TA_CENTER = 6, TA_TOP = 0 };
 enum RasterOp : BYTE { R2_COPYPEN, R2_NOT };
+constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
 
 class CPen {
   public:
@@ -58,7 +63,8 @@ class CRgn {
     CRect m_rect;
 };
 
-/// An image in memory, or a picture of a resource library that is drawn at any size.
+/// An image in memory, or a picture of a resource library that is drawn at any size. A copy has
+/// pixels of its own.
 class PLATFORM_API CBitmap {
   public:
     CBitmap();
@@ -68,7 +74,8 @@ class PLATFORM_API CBitmap {
     CBitmap(const CBitmap&);
     CBitmap& operator=(const CBitmap&);
 
-    /// An image of a size, in pixels; its contents are undefined.
+    /// An image of a size, in pixels; its contents are undefined. Without an extent: none.
+    /// @throws CMemoryException
     void CreateBitmap(int cx, int cy);
 
     /// Takes picture `nID` from a resource library.
@@ -81,25 +88,26 @@ class PLATFORM_API CBitmap {
     /// The pixel's colour; the point must lie in the image.
     COLORREF GetPixel(int x, int y) const;
 
-    /// Writes the image as a PNG file.
+    /// Writes the image as a PNG file; a file of that name is replaced.
     /// @throws CFileException
     void SavePng(const std::wstring& strPath) const;
     /// The image as a PNG file's bytes.
     std::vector<BYTE> EncodePng() const;
 
     struct Image;
+    explicit CBitmap(std::unique_ptr<Image> pImage);
     Image* GetImage() const { return m_pImage.get(); }
 
   private:
-    friend class CDC;
-    std::shared_ptr<Image> m_pImage;
+    std::unique_ptr<Image> m_pImage;  ///< null: no image
 };
 
 /// A device context: a surface, the tools selected into it, and the current position.
 ///
-/// A selected pen, font, bitmap or region is borrowed: it must live as long as it is selected.
-/// With no pen selected lines are solid black; with no font selected text is drawn in the
-/// surface's default font (8-point "MS Shell Dlg").
+/// A selected pen, font or bitmap is borrowed: it must live as long as it is selected. With no pen
+/// selected lines are solid black; with no font selected text is drawn in the surface's default
+/// font (8-point "MS Shell Dlg"). Without a surface, drawing does nothing and text has no extent.
+/// Text needs the process's window system (CWindowSystem), though no window.
 class PLATFORM_API CDC {
   public:
     CDC();
@@ -111,9 +119,9 @@ class PLATFORM_API CDC {
     void CreateCompatibleDC(CDC* pDC);
     void SelectBitmap(CBitmap* pBitmap);
 
-    const CPen* SelectPen(const CPen* pPen);     ///< @return the pen selected before
-    const CFont* SelectFont(const CFont* pFont); ///< @return the font selected before
-    void SelectClipRgn(const CRgn* pRgn);        ///< null: the whole surface
+    const CPen* SelectPen(const CPen* pPen);      ///< @return the pen selected before
+    const CFont* SelectFont(const CFont* pFont);  ///< @return the font selected before
+    void SelectClipRgn(const CRgn* pRgn);         ///< null: the whole surface
     BkMode SetBkMode(BkMode mode);
     COLORREF SetBkColor(COLORREF color);
     COLORREF SetTextColor(COLORREF color);
@@ -127,19 +135,21 @@ class PLATFORM_API CDC {
 
     void FillSolidRect(const CRect& rect, COLORREF color);
     void FillRect(const CRect& rect, const CBrush& brush) { FillSolidRect(rect, brush.m_color); }
-    /// Fills the rectangle and outlines it with the pen; with R2_NOT inverts it instead.
+    /// Fills the rectangle (a null brush leaves it) and outlines it with the pen; with R2_NOT
+    /// inverts it instead. The corners may come in any order.
     void Rectangle(const CRect& rect, const CBrush* pBrush);
 
-    /// Draws one line of text at a point, as the text alignment says.
+    /// Draws one line of text at a point, as the text alignment says. In the opaque background mode
+    /// the text's cell is filled first.
     void TextOut(int x, int y, const std::wstring& strText);
-    /// Draws lines of text into a rectangle, clipped to it.
+    /// Draws text into a rectangle from its top, broken into lines at its width, clipped to it.
     void DrawText(const std::wstring& strText, const CRect& rect, bool bCentered);
     CSize GetTextExtent(const std::wstring& strText) const;
 
     /// Copies a rectangle of another surface here.
     void BitBlt(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);
 
-    COLORREF GetPixel(int x, int y) const;
+    COLORREF GetPixel(int x, int y) const;  ///< CLR_INVALID outside the surface
 
   protected:
     explicit CDC(std::unique_ptr<GraphicsSurface> pSurface);
@@ -150,7 +160,8 @@ class PLATFORM_API CDC {
     CPoint m_position;
 };
 
-/// Drawing outside of a paint, on the control's kept picture, which is shown soon after.
+/// Drawing outside of a paint, on the control's kept picture, which is shown soon after. A control
+/// that has not been painted yet gives a context without a surface.
 class PLATFORM_API CClientDC : public CDC {
   public:
     explicit CClientDC(CWnd* pWnd);
