@@ -1,0 +1,117 @@
+#include "ui/DlgListFiles.h"
+
+#include "ui/DialogLook.h"
+
+namespace {
+
+enum ListFilesControl : int {
+    IDC_UNUSED = 1116,
+    IDC_CAPTION = 1123,
+    IDC_FILES = 1135,
+    IDC_DOWN = 1136,
+    IDC_UP = 1138,
+};
+
+constexpr DialogItem ITEMS[] = {
+    {IDC_CAPTION, ControlKind::Static, L"Caption", 6, 6, 150, 8},
+    {IDC_FILES, ControlKind::ListBox, L"", 6, 17, 150, 102, CS_SORT},
+    {IDC_UP, ControlKind::StyledButton, L"", 162, 18, 21, 21},
+    {IDC_DOWN, ControlKind::StyledButton, L"", 162, 96, 21, 21},
+    {IDOK, ControlKind::StyledButton, L"", 27, 121, 25, 22},
+    {IDCANCEL, ControlKind::StyledButton, L"", 72, 121, 25, 22},
+    {IDC_UNUSED, ControlKind::PushButton, L"", 131, 121, 25, 22, CS_HIDDEN},
+};
+
+constexpr DialogTemplate TEMPLATE{704, L"", 189, 149, L"Microsoft Sans Serif", 16, ITEMS};
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CDlgListFiles, CDlgLangBase)
+ON_LBN_SELCHANGE(IDC_FILES, OnSelChangeFiles)
+ON_BN_CLICKED(IDC_UP, OnUp)
+ON_BN_CLICKED(IDC_DOWN, OnDown)
+ON_WM_ERASEBKGND()
+ON_WM_CTLCOLOR()
+END_MESSAGE_MAP()
+
+CDlgListFiles::CDlgListFiles() : CDlgLangBase(TEMPLATE) {}
+
+void CDlgListFiles::DoDataExchange(CDataExchange* pDX) {
+    CDlgLangBase::DoDataExchange(pDX);
+    DDX_Control(pDX, IDC_FILES, m_lbFiles);
+}
+
+bool CDlgListFiles::OnInitDialog() {
+    CDlgLangBase::OnInitDialog();
+    PrepareButtons();
+    m_fontList.CreatePointFont(180, L"MS Shell Dlg");
+    m_lbFiles.SetFont(&m_fontList);
+    FillList();
+    m_btnOk.EnableWindow(false);
+    m_bOkDisabled = 1;
+    SetDlgItemText(IDC_CAPTION, m_strCaption);
+    SetWindowText(GetLangText(1509, L"Load"));
+    return true;
+}
+
+void CDlgListFiles::PrepareButtons() {
+    const struct {
+        CMFCButton& button;
+        int nID;
+        UINT nPicture;
+    } buttons[] = {
+        {m_btnUp, IDC_UP, PICTURE_UP},
+        {m_btnDown, IDC_DOWN, PICTURE_DOWN},
+        {m_btnOk, IDOK, PICTURE_OK},
+        {m_btnCancel, IDCANCEL, PICTURE_NO},
+    };
+    const CButtonPictures pictures;
+    for (const auto& [button, nID, nPicture] : buttons) {
+        button.SubclassDlgItem(nID, this);
+        pictures.SetOn(button, nPicture);
+    }
+}
+
+void CDlgListFiles::FillList() {
+    m_lbFiles.ResetContent();
+    for (std::size_t n = 0; n < m_arrFiles.size(); ++n) {
+        const std::wstring& strFile = m_arrFiles[n];
+        const int nRow = m_lbFiles.AddString(strFile.substr(0, strFile.rfind(L'.')));
+        m_lbFiles.SetItemData(nRow, static_cast<DWORD>(n));
+    }
+}
+
+void CDlgListFiles::OnSelChangeFiles() {
+    if (m_bOkDisabled) {
+        m_btnOk.EnableWindow();
+        m_bOkDisabled = 0;
+    }
+    m_nSelIndex = m_lbFiles.GetCurSel();
+    if (m_nSelIndex < 0) return;
+    m_strSelected = m_lbFiles.GetText(m_nSelIndex);
+    m_nSelItem = static_cast<int>(m_lbFiles.GetItemData(m_nSelIndex));
+}
+
+void CDlgListFiles::OnUp() { MoveSelection(-1); }
+
+void CDlgListFiles::OnDown() { MoveSelection(1); }
+
+/// Moves the selection, and the chosen file with it; with no row selected the list scrolls.
+void CDlgListFiles::MoveSelection(int nRows) {
+    const int nSelected = m_lbFiles.GetCurSel();
+    if (nSelected < 0) {
+        m_lbFiles.SetTopIndex(m_lbFiles.GetTopIndex() + nRows);
+        return;
+    }
+    const int nTarget = nSelected + nRows;
+    if (nTarget < 0 || nTarget >= m_lbFiles.GetCount()) return;
+    m_lbFiles.SetCurSel(nTarget);
+    OnSelChangeFiles();
+}
+
+bool CDlgListFiles::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
+
+CBrush* CDlgListFiles::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
+    if (pWnd->GetDlgCtrlID() == IDC_CAPTION) return MakeTransparent(*pDC);
+    return CDlgLangBase::OnCtlColor(pDC, pWnd, nCtlColor);
+}

@@ -1,0 +1,55 @@
+// The list from which a capture file is picked by touch.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Controls.h"
+#include "platform/Graphics.h"
+#include "ui/DlgLangBase.h"
+
+/// Shows the names of files, without their extensions, in alphabetical order. The caller gives the
+/// names and the caption, runs the dialog modally, and after IDOK asks for the chosen name. OK is
+/// disabled until a row has been chosen.
+class CDlgListFiles : public CDlgLangBase {
+  public:
+    CDlgListFiles();
+
+    void SetFiles(std::vector<std::wstring> arrFiles) { m_arrFiles = std::move(arrFiles); }
+    void SetCaption(const std::wstring& strCaption) { m_strCaption = strCaption; }
+
+    /// The chosen file's name without its extension; empty while none is chosen.
+    virtual std::wstring GetSelectedName() const { return m_strSelected; }
+
+    /// The chosen file's place among the given ones, which tells apart names that differ only in
+    /// their extension; -1 while none is chosen.
+    int GetSelectedIndex() const { return m_nSelItem; }
+
+  protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    bool OnInitDialog() override;
+
+  private:
+    void PrepareButtons();
+    void FillList();
+    void OnSelChangeFiles();
+    void OnUp();
+    void OnDown();
+    void MoveSelection(int nRows);
+    bool OnEraseBkgnd(CDC* pDC);
+    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
+    DECLARE_MESSAGE_MAP()
+
+    CFont m_fontList;
+    BYTE m_bOkDisabled = 0;                ///< 1: no row has been chosen yet
+    std::vector<std::wstring> m_arrFiles;  ///< file names with their extensions
+    std::wstring m_strSelected;            ///< the chosen name without its extension
+    std::wstring m_strCaption;
+    CListBox m_lbFiles;
+    CMFCButton m_btnUp;
+    CMFCButton m_btnDown;
+    CMFCButton m_btnOk;
+    CMFCButton m_btnCancel;
+    int m_nSelIndex = -1;  ///< the chosen row
+    int m_nSelItem = -1;   ///< the chosen row's index into m_arrFiles
+};
