@@ -1,0 +1,157 @@
+// Files, text files and paths.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/Exceptions.h"
+#include "platform/File.h"
+#include "platform/MemFile.h"
+#include "platform/Paths.h"
+#include "platform/StdioFile.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+/// The system's reason for which an action fails, and the name it is reported under.
+template <class Action>
+std::pair<int, std::wstring> FindError(Action action) {
+    try {
+        action();
+    } catch (const CFileException& error) {
+        return {error.m_lOsError, error.m_strFileName};
+    }
+    return {0, L""};
+}
+
+TEST(File, WritesReadsAndSeeks) {
+    const TemporaryFolder folder;
+    CFile file(folder.Path("a"), CFile::modeReadWrite | CFile::modeCreate);
+    file.Write("0123456789", 10);
+    EXPECT_EQ(file.GetLength(), 10u);
+    EXPECT_EQ(file.Seek(-3, CFile::end), 7u);
+    char text[8] = {};
+    EXPECT_EQ(file.Read(text, 8), 3u);
+    EXPECT_STREQ(text, "789");
+    file.Close();
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(folder.Get("a"), "0123456789");
+}
+
+TEST(File, TellsPathAndReason) {
+    const TemporaryFolder folder;
+    const std::wstring strMissing = folder.Path("missing");
+    EXPECT_EQ(FindError([&] { CFile(strMissing, CFile::modeRead); }),
+              std::pair(ENOENT, strMissing));
+    EXPECT_EQ(FindError([&] { CFile(folder.Path(""), CFile::modeRead); }).first, EISDIR);
+    EXPECT_EQ(FindError([&] { CFile(std::wstring(L"a\0b", 3), CFile::modeRead); }).first, EINVAL);
+
+    CFile full(L"/dev/full", CFile::modeWrite);
+    EXPECT_EQ(FindError([&] { full.Write("x", 1); }),
+              std::pair(ENOSPC, std::wstring(L"/dev/full")));
+    const std::wstring strText = CFileException(L"a.rt3", ENOSPC).GetErrorMessage();
+    EXPECT_EQ(strText.find(L"a.rt3"), 0u);
+    EXPECT_NE(strText.find(L"No space left"), std::wstring::npos);
+}
+
+TEST(File, OpensANameThatDiffersOnlyInCase) {
+    const TemporaryFolder folder;
+    folder.Put("run1.rt3", "small");
+    folder.Put("RUN1.RT3", "large");
+    folder.Put("M\u00FCLLER.rt3", "umlaut");
+    const auto read = [&](const std::string& strName) {
+        CFile file(folder.Path(strName), CFile::modeRead);
+        char text[16] = {};
+        file.Read(text, 15);
+        return std::string(text);
+    };
+    EXPECT_EQ(read("run1.rt3"), "small");
+    EXPECT_EQ(read("RUN1.RT3"), "large");
+    EXPECT_EQ(read("run1.RT3"), "small") << "the name that agrees longest";
+    EXPECT_EQ(read("RUN1.rt3"), "large");
+    EXPECT_EQ(read("m\u00FCller.RT3"), "umlaut");
+    EXPECT_EQ(FindError([&] { read("run2.rt3"); }).first, ENOENT);
+    EXPECT_EQ(FindError([&] { CFile(folder.Path("Run1.rt3"), CFile::modeWrite); }).first, ENOENT)
+        << "only reading looks for other names";
+}
+
+TEST(MemFile, BehavesLikeAFile) {
+    CMemFile file(L"memory", {1, 2, 3});
+    std::uint8_t bytes[4] = {};
+    EXPECT_EQ(file.Read(bytes, 4), 3u);
+    EXPECT_EQ(file.Read(bytes, 4), 0u);
+    file.Seek(5, CFile::begin);
+    EXPECT_EQ(file.Read(bytes, 1), 0u);
+    file.Write("\x09", 1);
+    EXPECT_EQ(file.GetContents(), (std::vector<std::uint8_t>{1, 2, 3, 0, 0, 9}));
+    EXPECT_EQ(FindError([&] { file.Seek(-7, CFile::current); }).second, L"memory");
+}
+
+TEST(StdioFile, WritesLineBreaksAsCarriageReturnAndLineFeed) {
+    const TemporaryFolder folder;
+    CStdioFile file(folder.Path("t"), CFile::modeWrite | CFile::modeCreate);
+    file.WriteString("a\n\nb");
+    char* pText = file.GetBuffer(3);
+    pText[0] = 'x';
+    pText[1] = '\n';
+    file.ReleaseBuffer(pText + 2);
+    file.WriteString("\n");
+    EXPECT_EQ(folder.Get("t"), "") << "small texts wait in the buffer";
+    file.Close();
+    EXPECT_EQ(folder.Get("t"), "a\r\n\r\nbx\n\r\n");
+}
+
+TEST(StdioFile, KeepsTheOrderOfLargeAndSmallTexts) {
+    const TemporaryFolder folder;
+    CStdioFile file(folder.Path("t"), CFile::modeWrite | CFile::modeCreate);
+    std::string strExpected;
+    for (const std::size_t nLength : {1u, 70000u, 3u, 65536u, 65535u, 2u, 40000u, 40000u}) {
+        const std::string strText(nLength, static_cast<char>('a' + nLength % 26));
+        file.WriteString(strText);
+        strExpected += strText;
+    }
+    file.Close();
+    EXPECT_EQ(folder.Get("t"), strExpected);
+}
+
+TEST(StdioFile, ReportsAFullDisk) {
+    CStdioFile file(L"/dev/full", CFile::modeWrite);
+    file.WriteString("row");
+    EXPECT_EQ(FindError([&] { file.Close(); }).first, ENOSPC);
+}
+
+TEST(Paths, FindsFilesByPatternWithoutRegardToCase) {
+    const TemporaryFolder folder;
+    for (const char* pName : {"a.rt3", "B.RT3", "c.Rt3", "d.rt3x", "e.txt", "rt3"})
+        folder.Put(pName, "");
+    std::filesystem::create_directory(folder.GetPath() / "folder.rt3");
+    std::filesystem::create_symlink("nowhere", folder.GetPath() / "link.rt3");
+
+    const std::wstring strFolder = folder.Path("");
+    auto arrNames = FindFiles(strFolder, L"*.RT3");
+    std::sort(arrNames.begin(), arrNames.end());
+    EXPECT_EQ(arrNames, (std::vector<std::wstring>{L"B.RT3", L"a.rt3", L"c.Rt3", L"link.rt3"}));
+    EXPECT_EQ(FindFiles(strFolder, L"?.t*t"), std::vector<std::wstring>{L"e.txt"});
+    EXPECT_TRUE(FindFiles(folder.Path("missing"), L"*").empty());
+}
+
+TEST(Paths, TakesPathsApartAndMakesFolders) {
+    EXPECT_EQ(GetFolderOfPath(L"/a/b.rt3"), L"/a");
+    EXPECT_EQ(GetFolderOfPath(L"/b.rt3"), L"/");
+    EXPECT_EQ(GetFolderOfPath(L"b.rt3"), L".");
+    EXPECT_EQ(GetNameOfPath(L"/a/b.rt3"), L"b.rt3");
+    EXPECT_EQ(JoinPath(L"/a", L"b"), L"/a/b");
+    EXPECT_EQ(JoinPath(L"/", L"b"), L"/b");
+
+    const TemporaryFolder folder;
+    EXPECT_TRUE(CreateFolder(folder.Path("new")));
+    EXPECT_TRUE(CreateFolder(folder.Path("new")));
+    EXPECT_TRUE(FolderExists(folder.Path("new")));
+    EXPECT_FALSE(FileExists(folder.Path("new")));
+    EXPECT_FALSE(CreateFolder(folder.Path("no/way")));
+    EXPECT_TRUE(FileExists(GetExecutablePath()));
+    EXPECT_EQ(JoinPath(GetExecutableFolder(), GetNameOfPath(GetExecutablePath())),
+              GetExecutablePath());
+}
+
+}  // namespace

@@ -1,0 +1,29 @@
+#include <gtest/gtest.h>
+
+#include "platform/Text.h"
+
+namespace {
+
+TEST(Text, ConvertsCharactersOfEveryLength) {
+    EXPECT_EQ(FromUtf8("a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"), L"a\u00E4\u20AC\U0001F600");
+    EXPECT_EQ(ToUtf8(L"a\u00E4\u20AC\U0001F600"), "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80");
+    EXPECT_EQ(FromUtf8({}), L"");
+}
+
+TEST(Text, GivesBackAnyBytes) {
+    std::string strAll;
+    for (int n = 255; n >= 0; --n) strAll.push_back(static_cast<char>(n));
+    // A name in an older encoding, an overlong slash, a surrogate, a cut sequence, beyond the last.
+    for (const std::string& strBytes :
+         {strAll, std::string("M\xFCller.rt3"), std::string("\xC0\xAF"),
+          std::string("\xED\xA0\x80"), std::string("x\xE2\x82"), std::string("\xF4\x90\x80\x80")})
+        EXPECT_EQ(ToUtf8(FromUtf8(strBytes)), strBytes);
+    EXPECT_NE(FromUtf8("\xC0\xAF"), L"/");
+}
+
+TEST(Text, ReplacesWhatIsNoCharacter) {
+    const std::wstring strText{static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), L'x'};
+    EXPECT_EQ(ToUtf8(strText), "\xEF\xBF\xBD\xEF\xBF\xBDx");
+}
+
+}  // namespace
