@@ -1,7 +1,10 @@
 // The control that shows a plot.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/Controls.h"
+#include "platform/Graphics.h"
 
 struct RTPlot;
 
@@ -14,11 +17,20 @@ class CDialogDraw : public CStatic {
     std::uint8_t m_nPlotIndex = 0;
     RTPlot* m_pPlot = nullptr;  ///< not owned
 
-    /// Inverts the full height of the plot between two x positions, on the shown picture.
-    void InvertBand(int nFromX, int nToX);
+    /// Moves the edge of the zoom band that is being dragged to an x position, limited to the curve
+    /// area, and shows it so. Only during a zoom drag.
+    void MoveZoomBand(int x);
+
+    /// Takes the band off the picture and zooms the plot to what lies between press and release
+    /// (RTPlot::EndZoomDrag). Only during a zoom drag.
+    void EndZoomDrag(int x);
 
   private:
     void OnPaint();
     bool OnEraseBkgnd(CDC* pDC);
+    /// Inverts the full height of the plot from the press to an x position.
+    void InvertBand(CDC& dc, int x) const;
+
+    CBitmap m_bitmap;  ///< the size of the client area; kept from paint to paint
     DECLARE_MESSAGE_MAP()
 };

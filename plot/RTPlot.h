@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 
 #include "curves/RTCurves.h"
 #include "platform/Threads.h"
+#include "platform/Types.h"
 #include "plot/RTGraphSettings.h"
 #include "plot/RTPlotColours.h"
 
@@ -22,8 +24,8 @@ enum PlotAction : std::int32_t {
     PLOTACT_MARKER_B = 6,
 };
 
-/// One plot. Positions along a curve are value indices; levels are value units; a position, level or
-/// marker that is not set is -1. Coordinates are pixels from the plot control's top-left corner.
+/// One plot. Positions along a curve are value indices; levels are value units; a position, level
+/// or marker that is not set is -1. Coordinates are pixels from the plot control's top-left corner.
 ///
 /// Thread safety: the view fields (m_nViewStart, m_nViewEnd, m_bZoomed, m_spCurves, m_nSpanValues)
 /// are guarded by *m_pSessionLock; all other fields belong to the user-interface thread. Operations
@@ -48,6 +50,14 @@ struct RTPlot {
     /// @return the action performed, or 0
     std::int32_t OnPlotClick(CPoint point);
 
+    /// An x position, limited to the curve area: what a zoom drag makes of the mouse.
+    std::int32_t LimitToCurveArea(std::int32_t x) const;
+
+    /// Ends the zoom drag where the button was released: the view becomes what lies between press
+    /// and release, or is left as it was before the press when both are in the same hundred values.
+    /// Nothing happens when no drag is under way. Takes the lock.
+    void EndZoomDrag(std::int32_t x);
+
     /// Moves a marker position onto a mark within a thousandth of it.
     void SnapMarker(std::int32_t& nMarker) const;
 
@@ -56,6 +66,9 @@ struct RTPlot {
 
     /// The trigger level in percent of 5000, toward zero.
     std::int32_t GetTriggerPercent() const;
+
+    /// Holds the session lock while it lives; holds nothing for a plot that has none.
+    std::unique_lock<CFairLock> LockSession() const;
 
     std::int32_t m_nLeft = 0;
     std::int32_t m_nBottom = 0;
@@ -91,4 +104,10 @@ struct RTPlot {
     std::uint8_t m_nMode = 1;        ///< the instrument mode
 
     CFairLock* m_pSessionLock = nullptr;  ///< null: the plot is used by one thread only
+
+  private:
+    /// Moves the start of the view to where a drag begins; the caller holds the lock.
+    void BeginZoomDrag(std::int32_t x);
+    /// The value indices from the curve area's left edge to an x position, toward zero.
+    std::int64_t DistanceAt(std::int32_t x) const;
 };

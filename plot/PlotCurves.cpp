@@ -1,0 +1,121 @@
+// The curves: each reduced to columns of smallest and largest values.
+#include "plot/PlotPainter.h"
+
+namespace {
+
+/// The value that a main line reaches by a column: the end of it that is farther from where the
+/// line comes from.
+int PassColumn(int nLevel, int nLow, int nHigh) { return nLevel >= nHigh ? nLow : nHigh; }
+
+}  // namespace
+
+void CPlotPainter::DrawCurves() {
+    if (m_layout.nWidth <= LEFT_MARGIN + 2) return;  // no curve area
+    bool bFirst = true;
+    for (std::size_t k = 0; k < m_shown.lstCurves.size(); ++k) {
+        const PlotSnapshot::Curve& curve = m_shown.lstCurves[k];
+        if (!curve.spData || curve.nCount == 0) continue;
+        const IndexRange range = FindIndexRange(curve);
+        if (!range.IsEmpty()) {
+            DrawCurve(curve, k, range);
+            if (bFirst) DrawInputTraces(curve.spData->GetPulses(), range);
+        }
+        bFirst = false;
+    }
+}
+
+CPlotPainter::IndexRange CPlotPainter::FindIndexRange(const PlotSnapshot::Curve& curve) const {
+    const std::int64_t nCount = curve.nCount;
+    if (m_shown.nViewStart > m_shown.nViewEnd) return {};
+
+    IndexRange range;
+    range.nLast = std::min(m_shown.nViewEnd, nCount);
+    range.nFirst =
+        m_shown.nViewStart <= nCount ? std::max<std::int64_t>(m_shown.nViewStart, 0) : nCount - 1;
+    if (m_shown.nDisplay == 2)
+        range.nFirst = std::max<std::int64_t>(range.nFirst, 2);
+    else if (range.nFirst % 2 != m_shown.nDisplay)
+        ++range.nFirst;
+    if (m_shown.nMode == 3 && range.nFirst >= m_shown.nDisplay)
+        range.nFirst -= (range.nFirst - m_shown.nDisplay) % 3;
+    return range;
+}
+
+CPlotPainter::Column CPlotPainter::ReadColumn(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
+                                              std::int64_t nLast) const {
+    const auto find = [&](std::int64_t nFirst, std::int64_t nEnd) {
+        return curve.spData->FindMinMax(static_cast<std::uint32_t>(nFirst),
+                                        static_cast<std::uint32_t>(nEnd));
+    };
+    const std::int64_t nEnd = std::min(nIndex + m_time.nColumnWidth, nLast);
+    const RTMinMax values = find(nIndex, nEnd);
+    Column column{values.m_nMin, values.m_nMax, 0};
+    if (m_shown.nDisplay == 2) {
+        // Each value of the column brings the one behind it, also when that begins the next column.
+        const std::int64_t nLastOwn = nIndex + (nEnd - 1 - nIndex) / 2 * 2;
+        const RTMinMax second = find(nIndex + 1, std::min(nLastOwn + 2, nLast));
+        column.nSecondHigh = std::max<int>(second.m_nMax, 0);
+    }
+    return column;
+}
+
+/// The main line's value after the columns from nIndex on, which are out of sight. They are walked
+/// from the last one back, only as far as the outcome still depends on them.
+int CPlotPainter::FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
+                                 std::int64_t nLast, int nLevel) const {
+    if (nIndex >= nLast) return nLevel;
+    std::int64_t nAt = nIndex + (nLast - 1 - nIndex) / m_time.nColumnWidth * m_time.nColumnWidth;
+    Column column = ReadColumn(curve, nAt, nLast);
+    int nIfLow = column.nLow;  // the outcome if the line leaves the column at its low end
+    int nIfHigh = column.nHigh;
+    while (nIfLow != nIfHigh && nAt > nIndex) {
+        nAt -= m_time.nColumnWidth;
+        const Column before = ReadColumn(curve, nAt, nLast);
+        const int nFromLow = before.nLow >= column.nHigh ? nIfLow : nIfHigh;
+        const int nFromHigh = before.nHigh >= column.nHigh ? nIfLow : nIfHigh;
+        nIfLow = nFromLow;
+        nIfHigh = nFromHigh;
+        column = before;
+    }
+    return nLevel >= column.nHigh ? nIfLow : nIfHigh;
+}
+
+void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve,
+                             IndexRange range) {
+    m_mainPoints.clear();
+    m_secondPoints.clear();
+    for (std::int64_t i = range.nFirst; i < range.nLast; i += m_time.nColumnWidth) {
+        const int x = m_time.XAt(i - range.nFirst);
+        const Column column = ReadColumn(curve, i, range.nLast);
+        const bool bStraddles = column.nLow < m_nLevel && column.nHigh > m_nLevel;
+        if (bStraddles) m_mainPoints.push_back({x, m_value.YOf(column.nLow)});
+        m_nLevel = PassColumn(m_nLevel, column.nLow, column.nHigh);
+        m_mainPoints.push_back({x, m_value.YOf(m_nLevel)});
+        m_secondPoints.push_back({x, m_value.YOf(column.nSecondHigh)});
+        if (x >= m_layout.nWidth) {
+            m_nLevel = FindLevelAfter(curve, i + m_time.nColumnWidth, range.nLast, m_nLevel);
+            break;
+        }
+    }
+
+    const std::int16_t* pValues = curve.spData->GetValues();
+    const CRgn curveArea({LEFT_MARGIN, m_layout.nTopMargin, m_layout.nWidth, m_value.nMinY + 1});
+    m_dc.SelectClipRgn(&curveArea);
+    DrawPoints({LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])}, m_mainPoints,
+               GetMainColour(nCurve));
+    m_dc.SelectClipRgn(nullptr);
+    if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast)
+        DrawPoints({LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])}, m_secondPoints,
+                   ColourOf(m_colours.m_acrGraphLine2, nCurve));
+}
+
+void CPlotPainter::DrawPoints(CPoint start, const std::vector<CPoint>& points, COLORREF color) {
+    const CPenScope pen(m_dc, PS_SOLID, color);
+    m_dc.MoveTo(start.x, start.y);
+    m_dc.PolylineTo(points);
+}
+
+COLORREF CPlotPainter::GetMainColour(std::size_t nCurve) const {
+    return ColourOf(m_shown.nDisplay == 1 ? m_colours.m_acrGraphLine2 : m_colours.m_acrGraphLine,
+                    nCurve);
+}

@@ -1,0 +1,91 @@
+// The paint as a whole, and the axes.
+#include "plot/PlotPainter.h"
+
+#include <string>
+
+#include "plot/Truncate.h"
+
+void RTPlot::Paint(CDC& dc) {
+    const CBrush background(m_pColours->m_crBackground);
+    dc.Rectangle({0, 0, m_nWidth, m_nHeight}, &background);
+    const PlotSnapshot shown = PlotSnapshot::Take(*this);
+    if (shown.lstCurves.empty()) return;
+
+    CPlotPainter painter(dc, *this, shown);
+    m_nLeftMargin = LEFT_MARGIN;
+    m_dXScale = painter.GetTimeAxis().dScale;
+    m_dYScale = painter.GetValueAxis().dScale;
+    m_nZeroY = painter.GetValueAxis().nZeroY;
+    m_nValueSpan = painter.GetValueAxis().nSpan;
+
+    dc.SetBkMode(TRANSPARENT);
+    painter.DrawInputBand();
+    painter.DrawTimeAxis();
+    painter.DrawValueGrid();
+    painter.DrawCurves();
+    painter.DrawMarks();
+    painter.DrawLegend();
+}
+
+CPlotPainter::CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown)
+    : m_dc(dc), m_plot(plot), m_colours(*plot.m_pColours), m_shown(shown),
+      m_layout(plot.m_nWidth, plot.m_nHeight), m_time(shown, m_layout), m_value(shown, m_layout) {}
+
+void CPlotPainter::DrawInputBand() {
+    m_dc.SetTextColor(m_colours.m_crText);
+    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    for (int nLine = 0; nLine < 4; ++nLine)
+        m_dc.TextOut(0, m_layout.BandTop() + nLine * m_layout.nRowHeight,
+                     L"I #" + std::to_wstring(nLine + 1));
+
+    const CPenScope pen(m_dc, PS_SOLID, RGB(128, 128, 128));
+    for (const int y : {m_layout.BandTop(), m_layout.nAxisY - m_layout.nRowHeight}) {
+        m_dc.MoveTo(0, y);
+        m_dc.LineTo(m_layout.nWidth, y);
+    }
+}
+
+void CPlotPainter::DrawTimeAxis() {
+    m_dc.SetTextColor(m_colours.m_crText);
+    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    m_dc.TextOut(0, m_layout.nLabelY, L"(ms)");
+
+    // A press near the right edge moves the start of the view beyond its end until the release.
+    const std::int64_t nView = m_shown.nViewEnd - m_shown.nViewStart;
+    if (nView < 0) return;
+
+    // About ten ticks, at a distance of 5, 10, ... 105 times a power of ten.
+    std::int64_t nLeading = nView / 10;
+    std::int64_t nPower = 1;
+    for (; nLeading > 100; nLeading /= 10) nPower *= 10;
+    const std::int64_t nStep = (nLeading / 5 + 1) * nPower * 5;
+    const std::int64_t nTicks = nView / nStep;
+
+    const auto toMilliseconds =
+        [nRate = std::int64_t{m_shown.graph.m_nGraphRate}](std::int64_t nIndex) {
+            if (nRate >= 1000) return nIndex / (nRate / 1000);
+            return nRate > 0 ? nIndex * 1000 / nRate : nIndex;
+        };
+    const CPenScope pen(m_dc, PS_SOLID, m_colours.m_crTimeMarker);
+    for (std::int64_t nTick = 0; nTick <= nTicks; ++nTick) {
+        const int x = m_time.XAt(nTick * nStep);
+        m_dc.SetTextAlign(TA_TOP | (nTick == 0 ? TA_LEFT : nTick == nTicks ? TA_RIGHT : TA_CENTER));
+        m_dc.TextOut(x, m_layout.nLabelY,
+                     std::to_wstring(toMilliseconds(nTick * nStep + m_shown.nViewStart)));
+        m_dc.MoveTo(x, m_layout.nLabelY);
+        m_dc.LineTo(x, m_layout.nAxisY);
+    }
+}
+
+void CPlotPainter::DrawValueGrid() {
+    const int nStep = std::max(m_value.nSpan / 10, 1);
+    const CPenScope pen(m_dc, PS_DOT, m_colours.m_crGridLines);
+    m_dc.SetTextColor(m_colours.m_crText);
+    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    for (int nLine = 0; nLine <= m_value.nSpan / nStep; ++nLine) {
+        const int y = m_value.nMinY - TruncateToPixel(nLine * m_value.dScale * nStep);
+        m_dc.MoveTo(LEFT_MARGIN, y);
+        m_dc.LineTo(m_layout.nWidth, y);
+        m_dc.TextOut(0, y - 8, std::to_wstring(m_value.nMin + nLine * nStep));
+    }
+}
