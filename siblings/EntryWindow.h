@@ -25,8 +25,7 @@ class CEntryWindow : public CDialog {
     CEntryWindow(const DialogTemplate& dialogTemplate, std::wstring strTitle)
         : CDialog(dialogTemplate), m_strTitle(std::move(strTitle)) {}
 
-    // What the entry does; the window calls it and shows the outcome.
-    // --------------------------------
+    // What the entry itself does. The window calls these and shows the outcome.
 
     /// The selection that the operator has made in the edit control; told before every key.
     virtual void TakeSelection(int nStart, int nEnd) = 0;
@@ -42,6 +41,7 @@ class CEntryWindow : public CDialog {
     virtual std::wstring FindFault() const = 0;
 
     bool OnInitDialog() override;
+    /// Refuses an entry with a fault, and stays open.
     void OnOK() override;
     /// Keys come here, as commands of a range of ids.
     LRESULT WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;

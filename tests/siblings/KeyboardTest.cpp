@@ -86,16 +86,6 @@ TEST(Keyboard, KeysWorkAtTheCaret) {
     EXPECT_EQ(outcome.strText, L"po1");
 }
 
-TEST(Keyboard, TypingStopsAtTheLimit) {
-    const std::wstring strLong(99, L'a');
-    const Outcome outcome = EnterText(strLong, [] {
-        Operator::Type(L"bcd");
-        Tap({L"e"});
-        Tap({IDOK});
-    });
-    EXPECT_EQ(outcome.strText, strLong + L'b');
-}
-
 TEST(Keyboard, NullPointersAreTolerated) {
     const std::wstring* pNone = nullptr;
     unsigned char* pNoFlag = nullptr;

@@ -64,12 +64,6 @@ TEST(TextEntry, ControlCharactersStayOut) {
     EXPECT_EQ(entry.GetText(), L"abc");
 }
 
-TEST(TextEntry, SpacesAloneAreBlank) {
-    EXPECT_TRUE(CTextEntry(L"").IsBlank());
-    EXPECT_TRUE(CTextEntry(L"   ").IsBlank());
-    EXPECT_FALSE(CTextEntry(L" x ").IsBlank());
-}
-
 TEST(KeyboardLayout, EveryFileNameCharacterOfAsciiHasAKey) {
     std::wstring strReachable = L" ";
     for (const bool bSigns : {false, true}) {
