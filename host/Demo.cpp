@@ -6,6 +6,8 @@
 
 #include "platform/Exceptions.h"
 #include "platform/Operator.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
 
@@ -51,11 +53,6 @@ void PrintExtremes(const char* pWhat, const RTMinMax& extremes) {
         std::printf(", %s %d to %d", pWhat, extremes.m_nMin, extremes.m_nMax);
 }
 
-/// The store's folder, beside the program.
-std::filesystem::path FindStoreFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "RealTimeFiles";
-}
-
 /// A name that no capture in the store has.
 std::string FindFreeName(const std::filesystem::path& store) {
     std::string strName = "demo";
@@ -81,8 +78,7 @@ bool CDemo::Run() {
         ExportCurve();
         bSucceeded = true;
     } catch (const CException& error) {
-        std::fprintf(stderr, "rtpanel: %s\n",
-                     std::filesystem::path(error.GetErrorMessage()).c_str());
+        std::fprintf(stderr, "rtpanel: %s\n", ToUtf8(error.GetErrorMessage()).c_str());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "rtpanel: %s\n", error.what());
     }
@@ -127,12 +123,12 @@ void CDemo::PrintCurves() const {
 
 void CDemo::SavePicture() {
     const std::filesystem::path path = m_folder / "screen.png";
-    Operator::TakePicture(m_screen).SavePng(path.wstring());
+    Operator::TakePicture(m_screen).SavePng(FromUtf8(path.native()));
     std::printf("picture      %s\n", path.c_str());
 }
 
 void CDemo::SaveCapture() {
-    const std::filesystem::path store = FindStoreFolder();
+    const std::filesystem::path store(ToUtf8(JoinPath(GetProgramFolder(), L"RealTimeFiles")));
     const std::string strName = FindFreeName(store);
     if (!Operator::Tap(m_screen, ID_SAVE)) throw CDemoError("Save cannot be pressed");
     AwaitWindow("the keyboard");
@@ -158,7 +154,7 @@ void CDemo::ExportCurve() {
     std::filesystem::remove(path);
     TapBar(ID_EXPORT);
     AwaitWindow("the dialog for the export's name");
-    Operator::Type(path.wstring());
+    Operator::Type(FromUtf8(path.native()));
     Operator::PressKey(Operator::Key::Enter);
     AwaitScreen("after the export");
     if (!std::filesystem::exists(path)) throw CDemoError(path.string() + " was not written");

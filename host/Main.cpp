@@ -1,12 +1,12 @@
 // rtpanel: the panel application.
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 
 #include "host/Options.h"
 #include "host/Panel.h"
 #include "platform/App.h"
 #include "platform/Exceptions.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -40,8 +40,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "rtpanel: %s\nrtpanel --help lists the options.\n", error.what());
         return EXIT_USAGE;
     } catch (const CException& error) {
-        std::fprintf(stderr, "rtpanel: %s\n",
-                     std::filesystem::path(error.GetErrorMessage()).c_str());
+        std::fprintf(stderr, "rtpanel: %s\n", ToUtf8(error.GetErrorMessage()).c_str());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "rtpanel: %s\n", error.what());
     }

@@ -35,10 +35,10 @@ struct Options {
     RecordingColumns m_columns;
     ReplaySettings m_replay;
 
-    std::string m_strDemo;            ///< folder for what the demonstration makes; empty: no demo
-    std::string m_strLanguageFolder;  ///< empty: "lang" beside the program
-    std::string m_strSettingsFile;    ///< empty: the current user's
-    std::string m_strCaptureFile;     ///< capture to open at once; empty: none
+    std::string m_strDemo;          ///< folder for what the demonstration makes; empty: no demo
+    std::string m_strDataFolder;    ///< with lang and RealTimeFiles; empty: the program's
+    std::string m_strSettingsFile;  ///< empty: the current user's
+    std::string m_strCaptureFile;   ///< capture to open at once; empty: none
 };
 
 /// Reads the arguments behind the program's name.

@@ -7,6 +7,8 @@
 #include "host/SimulatedPress.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Operator.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
 #include "plugin/DlgBase.h"
 
 namespace {
@@ -20,6 +22,11 @@ constexpr int ID_TRIGGER = 1025;
 /// Sample time of the captures that the instrument begins by itself, in milliseconds: the screen
 /// sizes its curves for its own default of 3 s.
 constexpr std::uint16_t SELF_START_MILLISECONDS = 3000;
+
+/// A path from the command line as the system takes it.
+std::wstring MakeAbsolute(const std::string& strPath) {
+    return strPath.empty() ? std::wstring() : FromUtf8(std::filesystem::absolute(strPath).native());
+}
 
 std::string DescribeReplay(const Options& options, const Recording& recording) {
     const auto describe = [](const std::string& strName, double dScale) {
@@ -44,8 +51,7 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
 }
 
 CPanel::CPanel(const Options& options)
-    : m_options(options),
-      m_app(L"rtpanel", std::filesystem::path(options.m_strSettingsFile).wstring()),
+    : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
       m_device(options.m_nDevice24V), m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get()) {
 }
 
@@ -74,6 +80,7 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
 CPanel::~CPanel() = default;
 
 int CPanel::Run() {
+    SetProgramFolder(MakeAbsolute(m_options.m_strDataFolder));
     const CDynamicLibrary library(L"RealTimeMode.dll");
     if (!library) throw CPlugInError("RealTimeMode.so cannot be loaded");
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
@@ -120,8 +127,7 @@ void CPanel::OnScreenShown(CDlgBase& screen) {
         screen.SetDlgItemText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
     if (!m_options.m_strTrigger.empty()) screen.SetDlgItemText(ID_TRIGGER, m_options.m_strTrigger);
     if (!m_options.m_strCaptureFile.empty()) {
-        m_arrDroppedFiles = {
-            std::filesystem::absolute(std::filesystem::path(m_options.m_strCaptureFile)).wstring()};
+        m_arrDroppedFiles = {MakeAbsolute(m_options.m_strCaptureFile)};
         screen.PostMessage(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&m_arrDroppedFiles));
     }
     if (m_pInstrument) m_pInstrument->OnScreenShown();

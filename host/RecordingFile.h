@@ -33,6 +33,6 @@ struct Recording {
 /// is the column "displacement", "position", "distance" or "voltage", else the one after the first,
 /// else there is none.
 /// @throws CRecordingError when the file cannot be read, is no regular file or larger than 256 MiB,
-///         has a line above 64 KiB or more than ten million rows, holds no rows, lacks a column, or a
-///         value is not a finite number
+///         has a line above 64 KiB or more than ten million rows, holds no rows, lacks a column, or
+///         a value is not a finite number
 Recording ReadRecording(const std::string& strPath, const RecordingColumns& columns);

@@ -65,7 +65,7 @@ TEST(Options, HelpNamesEveryOption) {
     EXPECT_TRUE(Read({"--help"}).m_bHelp);
     EXPECT_TRUE(Read({"-h"}).m_bHelp);
     const std::string strHelp = MakeHelpText();
-    for (const char* pName : {"--mode", "--replay-first-scale", "--demo", "--language-folder"})
+    for (const char* pName : {"--mode", "--replay-first-scale", "--demo", "--data-folder"})
         EXPECT_NE(strHelp.find(pName), std::string::npos) << pName;
     EXPECT_NE(strHelp.find("1 to 65535"), std::string::npos);
 }
