@@ -1,34 +1,43 @@
 #include "curves/RTValueSummary.h"
 
-#include <algorithm>
+#include <cstring>
 
 namespace {
 
 constexpr std::size_t BLOCK_VALUES = 128;
 constexpr std::size_t GROUP_BLOCKS = 16;
 
-/// Even and odd indices stay apart by themselves when the values are folded over a power of two;
-/// plain minimum and maximum over a fixed number of lanes become vector instructions.
-constexpr std::size_t LANES = 32;
+/// Eight values that one instruction compares with eight others. Even and odd indices stay apart by
+/// themselves while the values are folded over a power of two.
+using Lanes [[gnu::vector_size(16)]] = std::int16_t;
+constexpr std::size_t LANE_COUNT = sizeof(Lanes) / sizeof(std::int16_t);
+
+Lanes LoadLanes(const std::int16_t* pValues) {
+    Lanes lanes;
+    std::memcpy(&lanes, pValues, sizeof lanes);
+    return lanes;
+}
+
+Lanes Smaller(Lanes a, Lanes b) { return a < b ? a : b; }
+Lanes Larger(Lanes a, Lanes b) { return a > b ? a : b; }
+
+/// The upper four lanes brought down to the lower four, and the third and fourth to the first two.
+Lanes UpperHalf(Lanes v) { return __builtin_shufflevector(v, v, 4, 5, 6, 7, 4, 5, 6, 7); }
+Lanes SecondPair(Lanes v) { return __builtin_shufflevector(v, v, 2, 3, 2, 3, 2, 3, 2, 3); }
 
 std::array<RTMinMax, 2> SummariseBlock(const std::int16_t* pValues) {
-    std::array<std::int16_t, LANES> anMin;
-    std::array<std::int16_t, LANES> anMax;
-    for (std::size_t nLane = 0; nLane < LANES; ++nLane)
-        anMin[nLane] = anMax[nLane] = pValues[nLane];
-    for (std::size_t nFrom = LANES; nFrom < BLOCK_VALUES; nFrom += LANES) {
-        for (std::size_t nLane = 0; nLane < LANES; ++nLane) {
-            anMin[nLane] = std::min(anMin[nLane], pValues[nFrom + nLane]);
-            anMax[nLane] = std::max(anMax[nLane], pValues[nFrom + nLane]);
-        }
+    Lanes smallest = LoadLanes(pValues);
+    Lanes largest = smallest;
+    for (std::size_t nFrom = LANE_COUNT; nFrom < BLOCK_VALUES; nFrom += LANE_COUNT) {
+        const Lanes lanes = LoadLanes(pValues + nFrom);
+        smallest = Smaller(smallest, lanes);
+        largest = Larger(largest, lanes);
     }
-    for (std::size_t nLanes = LANES / 2; nLanes >= 2; nLanes /= 2) {
-        for (std::size_t nLane = 0; nLane < nLanes; ++nLane) {
-            anMin[nLane] = std::min(anMin[nLane], anMin[nLane + nLanes]);
-            anMax[nLane] = std::max(anMax[nLane], anMax[nLane + nLanes]);
-        }
-    }
-    return {RTMinMax{anMin[0], anMax[0]}, RTMinMax{anMin[1], anMax[1]}};
+    smallest = Smaller(smallest, UpperHalf(smallest));
+    largest = Larger(largest, UpperHalf(largest));
+    smallest = Smaller(smallest, SecondPair(smallest));
+    largest = Larger(largest, SecondPair(largest));
+    return {RTMinMax{smallest[0], largest[0]}, RTMinMax{smallest[1], largest[1]}};
 }
 
 void IncludeValues(RTMinMax& range, const std::int16_t* pValues, std::size_t nFirst,
