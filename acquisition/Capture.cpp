@@ -18,8 +18,8 @@ std::uint16_t ReadHostRate(std::uint16_t& nRate) {
 }
 
 /// The session's channel count as an array bound.
-std::size_t CountUsed(const CRealTimeData& session) {
-    return std::min<std::size_t>(session.m_nChannels, RT_MAX_CHANNELS);
+unsigned CountUsed(const CRealTimeData& session) {
+    return std::min<unsigned>(session.m_nChannels, RT_MAX_CHANNELS);
 }
 
 std::shared_ptr<CRTCurves> MakeEmptySet() {
@@ -53,7 +53,7 @@ void MakeRoom(RTCurveList& lstCurves) {
 /// changed it while their arrays were allocated.
 struct RTCapture::CurvePlan {
     std::int32_t m_nCapacity;
-    std::size_t m_nChannels;
+    unsigned m_nChannels;
     friend bool operator==(const CurvePlan&, const CurvePlan&) = default;
 };
 
@@ -202,7 +202,7 @@ void RTCapture::SelectPlot(std::uint8_t nPlot) {
 
 RTCapture::SampleOutcome RTCapture::StoreSamples(std::span<const std::uint8_t> payload) {
     const Guard guard(m_session.m_lock);
-    const std::size_t nChannels = CountUsed(m_session);
+    const unsigned nChannels = CountUsed(m_session);
     DecodeSamples(payload,
                   FindValueLayout(m_session.m_nMode, m_session.m_nPositionInput, nChannels),
                   m_aspCurrentCurve);

@@ -1,9 +1,9 @@
 #include "acquisition/SampleDecoder.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
-#include <cstring>
+
+#include "acquisition/ValueCopy.h"
 
 namespace {
 
@@ -11,59 +11,23 @@ constexpr std::size_t PACKET_HEADER_SIZE = 1;
 constexpr std::size_t BLOCK_HEADER_SIZE = 3;
 constexpr std::size_t VALUE_SIZE = sizeof(std::int16_t);
 
-/// Copies every STRIDE-th unit of the packet. The source has no alignment. A fixed stride and
-/// pointers that do not overlap let the compiler use vector instructions.
-template <class Unit, std::size_t STRIDE>
-void CopyUnits(std::int16_t* __restrict pTarget, const std::uint8_t* __restrict pSource,
-               std::size_t nUnits) {
-    for (std::size_t i = 0; i < nUnits; ++i) {
-        Unit unit;
-        std::memcpy(&unit, pSource + i * STRIDE * sizeof(Unit), sizeof(Unit));
-        std::memcpy(pTarget + i * (sizeof(Unit) / VALUE_SIZE), &unit, sizeof(Unit));
+/// Appends one block to the curves of the channels in use: as many values of each as nShare.
+void AppendBlock(std::uint8_t byState, const std::uint8_t* pValues, std::size_t nShare,
+                 ValueLayout layout, std::span<const std::shared_ptr<RTCurveData>> aspCurves) {
+    RTValueTargets targets;
+    for (std::size_t k = 0; k < aspCurves.size() && aspCurves[k]; ++k) {
+        const auto free = aspCurves[k]->GetFreeValues();
+        targets[k] = free.first(std::min(nShare, free.size()));
     }
-}
+    CopyValues(pValues, layout, targets);
 
-/// Fills the target with one channel's values; the source stands at the channel's first one.
-void CopyChannel(std::span<std::int16_t> target, const std::uint8_t* pSource, ValueLayout layout) {
-    const std::size_t nValues = target.size();
-    if (layout.m_nChannels == 1) {
-        std::memcpy(target.data(), pSource, nValues * VALUE_SIZE);
-    } else if (layout.m_nPerChannel == 2) {
-        CopyUnits<std::uint32_t, 2>(target.data(), pSource, nValues / 2);
-        // A curve may end within a pair.
-        if (nValues % 2 != 0)
-            std::memcpy(&target.back(), pSource + (nValues - 1) * 2 * VALUE_SIZE, VALUE_SIZE);
-    } else if (layout.m_nChannels == 2) {
-        CopyUnits<std::uint16_t, 2>(target.data(), pSource, nValues);
-    } else {
-        CopyUnits<std::uint16_t, 3>(target.data(), pSource, nValues);
-    }
-    if constexpr (std::endian::native == std::endian::big) {
-        for (std::int16_t& nValue : target) {
-            const auto n = static_cast<std::uint16_t>(nValue);
-            nValue = static_cast<std::int16_t>(static_cast<std::uint16_t>((n << 8) | (n >> 8)));
-        }
-    }
-}
-
-/// Appends one block, whose values are whole sample sets.
-void AppendBlock(std::uint8_t byState, std::span<const std::uint8_t> values, ValueLayout layout,
-                 std::span<const std::shared_ptr<RTCurveData>> aspCurves) {
-    const std::size_t nShare = values.size() / VALUE_SIZE / layout.m_nChannels;
-    const std::uint8_t* pFirst = values.data();
-    for (const auto& spCurve : aspCurves) {
-        if (!spCurve) break;
-        const auto free = spCurve->GetFreeValues();
-        const auto target = free.first(std::min(nShare, free.size()));
-        if (!target.empty()) {
-            CopyChannel(target, pFirst, layout);
-            spCurve->PublishCount(spCurve->GetCount() + static_cast<std::uint32_t>(target.size()));
-        }
-        pFirst += layout.m_nPerChannel * VALUE_SIZE;
-    }
-    for (const auto& spCurve : aspCurves) {
-        if (spCurve && spCurve->GetCapacity() != 0)
-            spCurve->AddPulse(static_cast<std::int32_t>(spCurve->GetCount()), byState);
+    for (std::size_t k = 0; k < aspCurves.size(); ++k) {
+        if (!aspCurves[k] || aspCurves[k]->GetCapacity() == 0) continue;
+        RTCurveData& curve = *aspCurves[k];
+        const std::uint32_t nCount =
+            curve.GetCount() + static_cast<std::uint32_t>(targets[k].size());
+        curve.PublishCount(nCount);
+        curve.AddPulse(static_cast<std::int32_t>(nCount), byState);
     }
 }
 
@@ -74,11 +38,12 @@ void DecodeSamples(std::span<const std::uint8_t> payload, ValueLayout layout,
     const auto used = std::span(aspCurves).first(layout.m_nChannels);
     auto rest = payload.subspan(std::min(payload.size(), PACKET_HEADER_SIZE));
     while (rest.size() >= BLOCK_HEADER_SIZE) {
-        const std::size_t nValues = std::size_t{rest[1]} << 8 | rest[2];
+        const unsigned nValues = unsigned{rest[1]} << 8 | rest[2];
         const std::size_t nBlockSize = BLOCK_HEADER_SIZE + nValues * VALUE_SIZE;
         if (rest.size() < nBlockSize) return;
-        const std::size_t nWhole = nValues - nValues % layout.GetSetSize();
-        AppendBlock(rest[0], rest.subspan(BLOCK_HEADER_SIZE, nWhole * VALUE_SIZE), layout, used);
+        const unsigned nSets = nValues / layout.GetSetSize();
+        AppendBlock(rest[0], rest.data() + BLOCK_HEADER_SIZE,
+                    std::size_t{nSets} * layout.m_nPerChannel, layout, used);
         rest = rest.subspan(nBlockSize);
     }
 }

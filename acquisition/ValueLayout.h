@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 
 /// m_nPositionInput of the session: a position measured on an analogue input.
@@ -11,10 +10,10 @@ constexpr std::uint8_t POSITION_INPUT_ANALOGUE = 2;
 /// The values of a block are sample sets, one after another. A set holds the values of channel 1,
 /// then those of channel 2, then those of channel 3, as far as the channels are in use.
 struct ValueLayout {
-    std::size_t m_nChannels = 1;    ///< 1 to 3
-    std::size_t m_nPerChannel = 1;  ///< values of a channel in a set; 2: a pair
+    unsigned m_nChannels = 1;    ///< 1 to 3
+    unsigned m_nPerChannel = 1;  ///< values of a channel in a set; 2: a pair
 
-    constexpr std::size_t GetSetSize() const { return m_nChannels * m_nPerChannel; }
+    constexpr unsigned GetSetSize() const { return m_nChannels * m_nPerChannel; }
     friend bool operator==(const ValueLayout&, const ValueLayout&) = default;
 };
 
@@ -51,9 +50,9 @@ constexpr bool HasValuePairs(std::uint8_t nMode, std::uint8_t nPositionInput) {
 /// CountChannels. A number of channels that cannot be is taken as the nearest that can; three
 /// channels have no pairs.
 constexpr ValueLayout FindValueLayout(std::uint8_t nMode, std::uint8_t nPositionInput,
-                                      std::size_t nChannels) {
+                                      unsigned nChannels) {
     ValueLayout layout;
-    layout.m_nChannels = std::clamp<std::size_t>(nChannels, 1, 3);
+    layout.m_nChannels = std::clamp(nChannels, 1u, 3u);
     if (layout.m_nChannels < 3 && HasValuePairs(nMode, nPositionInput)) layout.m_nPerChannel = 2;
     return layout;
 }

@@ -172,7 +172,8 @@ TEST(SampleDecoder, RandomBytesStayInsideThePayload) {
         RTCurrentCurves aspCurves;
         for (auto& spCurve : aspCurves) spCurve = std::make_shared<RTCurveData>(64);
         const auto layout = FindValueLayout(static_cast<std::uint8_t>(random() % 24),
-                                            static_cast<std::uint8_t>(random() % 3), random() % 5);
+                                            static_cast<std::uint8_t>(random() % 3),
+                                            static_cast<unsigned>(random() % 5));
         DecodeSamples(exact, layout, aspCurves);
         for (const auto& spCurve : aspCurves) ASSERT_LE(spCurve->GetCount(), 64u);
         ASSERT_LE(aspCurves[0]->GetCount() * 2, payload.size());
