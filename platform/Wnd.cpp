@@ -45,7 +45,10 @@ void CWnd::EnableWindow(bool bEnable) {
 bool CWnd::IsWindowEnabled() const { return m_pNative && m_pNative->widget.isEnabled(); }
 
 void CWnd::ShowWindow(bool bShow) {
-    if (m_pNative) m_pNative->widget.setVisible(bShow);
+    if (!m_pNative) return;
+    // What a hidden window missed is drawn when it appears.
+    if (bShow && m_pNative->widget.isHidden()) m_pNative->MarkStale();
+    m_pNative->widget.setVisible(bShow);
 }
 
 bool CWnd::IsWindowVisible() const { return m_pNative && m_pNative->widget.isVisible(); }

@@ -28,22 +28,22 @@ class IRTDevice {
 constexpr std::size_t RT_MAX_CHANNELS = CRTCurves::CHANNEL_COUNT;
 
 /// Thread safety: the host's fields are written before Run, the two host rates also later. m_lock
-/// guards which curve set is in hand, the rates of the curves and the plots' view fields; it is held
-/// for one packet by the reader and for a few assignments by the user-interface thread, never while
-/// painting, saving, loading, allocating values, sending a message or showing a window.
+/// guards which curve set is in hand, the rates of the curves and the plots' view fields; it is
+/// held for one packet by the reader and for a few assignments by the user-interface thread, never
+/// while painting, saving, loading, allocating values, sending a message or showing a window.
 struct CRealTimeData {
     RTPacketQueue* m_pPacketQueue = nullptr;  ///< host; null: no packets
     std::uint8_t m_nMode = 0;                 ///< host; instrument mode code
     std::uint8_t m_bDesktopMode = 0;          ///< host; 1: a desktop without an instrument
-    std::uint8_t m_nPositionInput;            ///< host, always; 0 none, 1 position, 2 analogue input
-    IRTDevice* m_pDevice = nullptr;           ///< host, when m_nPositionInput is 2
-    std::uint8_t m_bCaptureLocked = 0;        ///< host; 1: capture is controlled elsewhere
-    std::uint16_t m_nValueRate = 40000;       ///< values per second and channel of the curves in hand
-    std::uint16_t m_nHostValueRate = 0;       ///< host; the instrument's value rate
-    std::uint16_t m_nAuxRate = 20000;         ///< second rate carried with the curves
-    std::uint16_t m_nHostAuxRate = 0;         ///< host; the instrument's second rate
-    std::shared_ptr<CRTCurves> m_spCurves;    ///< the curve set in hand
-    std::uint8_t m_nChannels = 1;             ///< 1 to 3, from the mode
+    std::uint8_t m_nPositionInput;          ///< host, always; 0 none, 1 position, 2 analogue input
+    IRTDevice* m_pDevice = nullptr;         ///< host, when m_nPositionInput is 2
+    std::uint8_t m_bCaptureLocked = 0;      ///< host; 1: capture is controlled elsewhere
+    std::uint16_t m_nValueRate = 40000;     ///< values per second and channel of the curves in hand
+    std::uint16_t m_nHostValueRate = 0;     ///< host; the instrument's value rate
+    std::uint16_t m_nAuxRate = 20000;       ///< second rate carried with the curves
+    std::uint16_t m_nHostAuxRate = 0;       ///< host; the instrument's second rate
+    std::shared_ptr<CRTCurves> m_spCurves;  ///< the curve set in hand
+    std::uint8_t m_nChannels = 1;           ///< 1 to 3, from the mode
     RTGraphSettings m_graph;
     std::array<RTPlot, RT_MAX_CHANNELS> m_aPlots;
     CThreadHandle m_hReaderThread;

@@ -178,6 +178,26 @@ void ComboWidget::changeEvent(QEvent* pEvent) {
     if (pEvent->type() == QEvent::FontChange) resize(width(), fontMetrics().height() + 8);
 }
 
+void ComboWidget::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    // A text that is too long for the closed list is drawn smaller rather than cut.
+    const int nRoom =
+        style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this)
+            .width() -
+        4;
+    QFont smaller = font();
+    while (smaller.pixelSize() > 8 &&
+           QFontMetrics(smaller).horizontalAdvance(option.currentText) > nRoom)
+        smaller.setPixelSize(smaller.pixelSize() - 1);
+    painter.setFont(smaller);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
 ListWidget::ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
     : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
     setSelectionMode(QAbstractItemView::SingleSelection);

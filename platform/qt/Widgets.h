@@ -123,6 +123,7 @@ class ComboWidget : public MessageWidget<QComboBox> {
 
   protected:
     void changeEvent(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent*) override;
 };
 
 class ListWidget : public MessageWidget<QListWidget> {

@@ -1,0 +1,68 @@
+#include "plugin/DlgSetupMode.h"
+
+#include "plugin/ScreenTemplate.h"
+#include "ui/BarMessages.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
+
+IMPLEMENT_DYNAMIC(CDlgSetupMode, CDialogEx)
+
+BEGIN_MESSAGE_MAP(CDlgSetupMode, CDlgBase)
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_MOUSEMOVE()
+ON_BN_CLICKED(IDC_ZOOM_ALL, OnZoomAll)
+ON_BN_CLICKED(IDC_SAVE, OnSave)
+ON_BN_CLICKED(IDC_START, OnStart)
+ON_BN_CLICKED(IDC_LOAD, OnLoad)
+ON_COMMAND(IDC_CONTINUOUS, OnContinuousCommand)
+ON_BN_CLICKED(IDC_STOP, OnStop)
+ON_BN_CLICKED(IDC_CLEAR, OnClear)
+ON_CBN_SELCHANGE(IDC_DISPLAY_LIST, OnSelChangeDisplay)
+ON_WM_ERASEBKGND()
+ON_WM_CTLCOLOR()
+ON_BN_CLICKED(IDC_SAMPLE_TIME_MODE, OnSampleTimeMode)
+ON_BN_CLICKED(IDC_SETTINGS, OnSettings)
+ON_WM_RBUTTONDOWN()
+ON_MESSAGE(WM_RT_BARCOMMAND, OnBarCommand)
+ON_MESSAGE(WM_RT_SWITCHBAR, OnSwitchBar)
+ON_WM_CLOSE()
+ON_CBN_SELCHANGE(IDC_CHANNEL_LIST, OnSelChangeChannel)
+ON_MESSAGE(WM_RT_EXPORTCSV, OnExportCsv)
+ON_MESSAGE(WM_RT_PASSOUTPUT, OnPassOutput)
+ON_WM_DROPFILES()
+END_MESSAGE_MAP()
+
+namespace {
+
+/// How long the reader may take to end by itself once the screen has closed.
+constexpr unsigned READER_PATIENCE_MS = 1000;
+
+}  // namespace
+
+CDlgSetupMode::CDlgSetupMode()
+    : CDlgBase(SCREEN_TEMPLATE), m_capture(*this), m_reader(*this, m_capture, *this) {
+    m_spCurves = std::make_shared<CRTCurves>();
+    for (RTPlot& plot : m_aPlots) plot.m_pSessionLock = &m_lock;
+}
+
+CDlgSetupMode::~CDlgSetupMode() {
+    m_spCurves.reset();
+    delete std::exchange(m_pLangTable, nullptr);
+}
+
+void CDlgSetupMode::Run() {
+    m_hReaderThread = StartThread([this] { m_reader.Run(); });
+    DoModal();
+    m_bStopReader = 1;
+    if (!m_hReaderThread.Wait(READER_PATIENCE_MS)) m_reader.LeaveBetweenPackets();
+    m_hReaderThread.Close();
+}
+
+void CDlgSetupMode::DoDataExchange(CDataExchange* pDX) {
+    CDlgBase::DoDataExchange(pDX);
+    std::int16_t nSampleSeconds = m_capture.GetSampleSeconds();
+    DDX_Text(pDX, IDC_SAMPLE_TIME, nSampleSeconds);
+    if (pDX->m_bSaveAndValidate) m_capture.SetSampleSeconds(nSampleSeconds);
+    DDX_Text(pDX, IDC_TRIGGER, m_strTrigger);
+}

@@ -1,0 +1,119 @@
+// The Real Time Mode screen.
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "acquisition/Capture.h"
+#include "acquisition/PacketReader.h"
+#include "acquisition/ReaderScreen.h"
+#include "plot/DialogDraw.h"
+#include "plugin/DlgBase.h"
+#include "plugin/RealTimeData.h"
+#include "ui/EditClick.h"
+#include "ui/LanguageTable.h"
+
+class CDlgBarInfo;
+class CDlgBarMainMenu;
+
+/// The screen object that GetDialog makes. The host owns it, fills the CRealTimeData part, calls
+/// Run once and deletes it. The reader thread lives only inside Run and sees the screen only
+/// through IReaderScreen; everything else belongs to the user-interface thread.
+class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScreen {
+    DECLARE_DYNAMIC(CDlgSetupMode)
+
+  public:
+    CDlgSetupMode();
+    ~CDlgSetupMode() override;
+
+    void Run() override;
+
+    /// Stores or loads a capture file: the screen's record, the plots' record, the curve set.
+    /// Loading fills the empty set in hand, with what was read completely also at an exception, and
+    /// refills the display list.
+    void Serialize(CArchive& ar) override;
+
+  protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    bool OnInitDialog() override;
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    // Set-up (ScreenSetup.cpp)
+    void BindPlots();
+    void MakeFonts();
+    void LoadLanguageTable();
+    void PrepareTouchEntry();
+    void FillChannelList();
+    void FillDisplayList(std::uint8_t nMode, std::uint8_t nPositionInput);
+    std::wstring GetRangeTag(std::uint8_t nPositionInput) const;
+    void DisableWhatTheSessionForbids();
+    void SetTexts();
+    LRESULT OnSwitchBar(WPARAM wParam, LPARAM lParam);
+    bool OnEraseBkgnd(CDC* pDC);
+    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
+
+    // Captures (CaptureCommands.cpp)
+    void OnStart();
+    void OnStop();
+    void OnClear();
+    void OnSampleTimeMode();
+    void OnContinuousCommand();
+    void ShowCapturing();
+    void ShowIdle();
+    void ClearBarReadOuts();
+    LRESULT OnPassOutput(WPARAM wParam, LPARAM lParam);
+    void ReturnToIdle() override;
+    void RepaintPlot(std::size_t nPlot) override;
+
+    // Views (ViewCommands.cpp)
+    void OnZoomAll();
+    void OnSelChangeDisplay();
+    void OnSelChangeChannel();
+    void OnSettings();
+    LRESULT OnBarCommand(WPARAM wParam, LPARAM lParam);
+    void OnClose();
+    void ShowTimeDistance(std::int32_t nMilliseconds);
+    void ShowTriggerPercent(std::int32_t nPercent);
+    void ZoomAllAndRepaint(std::size_t nPlot);
+
+    // Mouse over the plots (PlotMouse.cpp)
+    void OnLButtonDown(UINT nFlags, CPoint point);
+    void OnMouseMove(UINT nFlags, CPoint point);
+    void OnLButtonUp(UINT nFlags, CPoint point);
+    CRect GetPlotArea() const;
+
+    // Files (FileCommands.cpp)
+    void OnSave();
+    void OnLoad();
+    void OnDropFiles(const std::vector<std::wstring>& arrPaths);
+    LRESULT OnExportCsv(WPARAM wParam, LPARAM lParam);
+    void SaveCapture(const std::wstring& strPath);
+    void LoadCapture(const std::wstring& strPath, const std::wstring& strShownName);
+
+    std::size_t CurrentIndex() const { return m_capture.GetCurrentPlot(); }
+    RTPlot& CurrentPlot() { return m_aPlots[CurrentIndex()]; }
+    CDialogDraw& CurrentPlotCtrl() { return m_aPlotCtrl[CurrentIndex()]; }
+
+    RTCapture m_capture;
+    std::wstring m_strTrigger = L"0";  ///< trigger level in percent, as in edit 1025
+    std::array<CDialogDraw, RT_MAX_CHANNELS> m_aPlotCtrl;
+    CFont m_fontLarge;
+    CFont m_fontSmall;
+    int m_nPlotLeft = 0;  ///< pixels from the window's left edge to the plots' left edge
+    std::array<std::uint8_t, RT_MAX_CHANNELS> m_abyDisplay{};
+    std::unique_ptr<CDlgBarMainMenu> m_pMainMenuBar;
+    std::unique_ptr<CDlgBarInfo> m_pInfoBar;
+    CEditClick m_editSampleTime;
+    CEditClick m_editTrigger;
+    CPacketReader m_reader;
+
+    /// Counts the captures started here; a return to idle that was asked for in an earlier one
+    /// comes too late to be shown.
+    std::atomic<std::uint32_t> m_nCaptureNumber{0};
+    std::atomic<std::uint32_t> m_nIdleCapture{0};  ///< the capture that the last request ended
+    std::atomic<bool> m_bIdleQueued{false};
+};
+
+/// Hands a message object to the view that sends it to the instrument; without one it is deleted.
+void SendToInstrument(std::unique_ptr<CObjConfig> pMessage);

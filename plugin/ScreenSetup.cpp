@@ -1,0 +1,197 @@
+// What happens between the making of the screen's window and its showing.
+#include "acquisition/ValueLayout.h"
+#include "platform/Controls.h"
+#include "plugin/DlgSetupMode.h"
+#include "plugin/ScreenTemplate.h"
+#include "ui/BarMessages.h"
+#include "ui/DialogLook.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
+#include "ui/Language.h"
+
+namespace {
+
+constexpr int PLOT_CONTROLS[RT_MAX_CHANNELS] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
+
+/// Where a bar stands in the screen's client area, in pixels.
+constexpr CPoint BAR_POSITION{90, 395};
+
+/// The device parameter with the ranges of the position inputs, one bit per channel.
+constexpr std::uint32_t PARAMETER_POSITION_RANGE = 50;
+
+struct ControlText {
+    int nControl;
+    std::int32_t nString;
+};
+
+constexpr ControlText CONTROL_TEXTS[] = {
+    {IDC_START, 144},     {IDC_STOP, 145},
+    {IDC_CLEAR, 1507},    {IDC_ZOOM_ALL, 1508},
+    {IDC_LOAD, 1509},     {IDC_SAVE, 1510},
+    {IDC_SETTINGS, 1511}, {IDC_SAMPLE_TIME_MODE, 1514},
+    {IDC_SECONDS, 1521},  {IDC_TRIGGER_LABEL, 1517},
+};
+
+/// Modes whose display list offers both values of a pair, apart from mode 2 with an analogue input.
+constexpr bool OffersPairViews(std::uint8_t nMode) {
+    return nMode == 1 || nMode == 10 || nMode == 20 || nMode == 21 || nMode == 22;
+}
+
+}  // namespace
+
+bool CDlgSetupMode::OnInitDialog() {
+    CDlgBase::OnInitDialog();
+    m_nChannels = CountChannels(m_nMode);
+    m_graph.m_nGraphRate = m_nHostValueRate;
+    BindPlots();
+    MakeFonts();
+    LoadLanguageTable();
+    PrepareTouchEntry();
+    FillChannelList();
+    FillDisplayList(m_nMode, m_nPositionInput);
+    for (std::size_t k = 0; k < m_nChannels; ++k) {
+        m_aPlots[k].m_nDisplay = m_abyDisplay[k];
+        m_aPlots[k].m_nMode = m_nMode;
+    }
+    DisableWhatTheSessionForbids();
+    OnSwitchBar(BAR_MAINMENU, 0);
+    SetTexts();
+    DragAcceptFiles(m_bDesktopMode != 0);
+    return true;
+}
+
+void CDlgSetupMode::BindPlots() {
+    for (std::size_t k = 0; k < m_nChannels; ++k) {
+        RTPlot& plot = m_aPlots[k];
+        {
+            const std::lock_guard lock(m_lock);
+            plot.m_spCurves = m_spCurves;
+        }
+        plot.m_nChannel = static_cast<std::uint8_t>(k);
+        plot.m_pGraph = &m_graph;
+
+        CDialogDraw& control = m_aPlotCtrl[k];
+        control.SubclassDlgItem(PLOT_CONTROLS[k], this);
+        control.m_nPlotIndex = static_cast<std::uint8_t>(k);
+        control.m_pPlot = &plot;
+        m_nPlotLeft = control.GetWindowRect().left - GetWindowRect().left;
+    }
+}
+
+void CDlgSetupMode::MakeFonts() {
+    m_fontLarge.CreatePointFont(180, L"MS Shell Dlg");
+    m_fontSmall.CreatePointFont(140, L"MS Shell Dlg");
+    for (const int nID : {IDC_CHANNEL_LIST, IDC_DISPLAY_LIST, IDC_SAMPLE_TIME_MODE})
+        if (CWnd* pControl = GetDlgItem(nID)) pControl->SetFont(&m_fontLarge);
+    for (const int nID :
+         {IDC_SAMPLE_TIME, IDC_SECONDS, IDC_TRIGGER_LABEL, IDC_TRIGGER, IDC_TRIGGER_UNIT})
+        if (CWnd* pControl = GetDlgItem(nID)) pControl->SetFont(&m_fontSmall);
+}
+
+void CDlgSetupMode::LoadLanguageTable() {
+    m_pLangTable = new CLanguageTable;
+    LoadLanguage(FindLanguage(), m_pLangTable);
+}
+
+void CDlgSetupMode::PrepareTouchEntry() {
+    m_editSampleTime.SubclassDlgItem(IDC_SAMPLE_TIME, this);
+    m_editSampleTime.m_strPadTitle = GetLangText(1534, L"Enter sample time (1-60 seconds)");
+    m_editSampleTime.m_dMax = 60.0;
+    m_editSampleTime.m_dMin = 1.0;
+    m_editSampleTime.m_bOneDecimal = 0;
+
+    m_editTrigger.SubclassDlgItem(IDC_TRIGGER, this);
+    m_editTrigger.m_strPadTitle = GetLangText(1524, L"Enter sample Trigger") + L" (0-99.9%)";
+    m_editTrigger.m_dMax = 99.9;
+    m_editTrigger.m_dMin = 0.0;
+    m_editTrigger.m_bOneDecimal = 1;
+}
+
+void CDlgSetupMode::FillChannelList() {
+    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_CHANNEL_LIST));
+    if (!pList) return;
+    static constexpr const wchar_t* BUILT_IN[] = {L"Channel 1", L"Channel 2", L"Channel 3"};
+    for (int k = 0; k < m_nChannels; ++k)
+        pList->SetItemData(pList->AddString(GetLangText(120 + k, BUILT_IN[k])),
+                           static_cast<DWORD>(k));
+    pList->SetCurSel(0);
+}
+
+std::wstring CDlgSetupMode::GetRangeTag(std::uint8_t nPositionInput) const {
+    if (nPositionInput != POSITION_INPUT_ANALOGUE) return {};
+    const std::uint32_t nRanges =
+        m_pDevice ? m_pDevice->ReadParameter(PARAMETER_POSITION_RANGE) & 0xFFu : 0;
+    return (nRanges >> CurrentIndex()) & 1u ? L" (0-24V)" : L" (0-10V)";
+}
+
+void CDlgSetupMode::FillDisplayList(std::uint8_t nMode, std::uint8_t nPositionInput) {
+    const std::wstring strTag = GetRangeTag(nPositionInput);
+    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST));
+    if (!pList) return;
+    pList->ResetContent();
+
+    const auto add = [pList](const std::wstring& strText, DWORD nDisplay) {
+        const int nItem = pList->AddString(strText);
+        pList->SetItemData(nItem, nDisplay);
+        if (nDisplay == 0) pList->SetCurSel(nItem);
+    };
+    const std::wstring strForce = GetLangText(0, L"Force");
+    const std::wstring strVoltage = GetLangText(101, L"Voltage");
+    if (!OffersPairViews(nMode) && !(nMode == 2 && m_nPositionInput == POSITION_INPUT_ANALOGUE)) {
+        add(strForce, 0);
+    } else if (nPositionInput != 0) {
+        add(strForce + L"/" + strVoltage, 0);
+        add(GetLangText(1, L"Position") + strTag, 1);
+        add(L"F/V vs P" + strTag, 2);
+    } else {
+        add(strForce, 0);
+        add(strVoltage, 1);
+        add(L"F vs V", 2);
+    }
+}
+
+void CDlgSetupMode::DisableWhatTheSessionForbids() {
+    const auto disable = [this](int nID) {
+        if (CWnd* pControl = GetDlgItem(nID)) pControl->EnableWindow(false);
+    };
+    disable(IDC_STOP);
+    if (m_bDesktopMode || m_bCaptureLocked)
+        for (const int nID :
+             {IDC_START, IDC_CLEAR, IDC_SAMPLE_TIME_MODE, IDC_SAMPLE_TIME, IDC_TRIGGER})
+            disable(nID);
+    if (m_bCaptureLocked) disable(IDC_LOAD);
+}
+
+void CDlgSetupMode::SetTexts() {
+    for (const ControlText& text : CONTROL_TEXTS) SetLangText(text.nControl, text.nString, L"");
+    SetWindowText(GetLangText(2004, L"Real Time Mode"));
+}
+
+LRESULT CDlgSetupMode::OnSwitchBar(WPARAM wParam, LPARAM) {
+    const auto show = [this](auto& pBar) {
+        pBar->m_pLangTable = m_pLangTable;
+        pBar->InitLanguage();
+        pBar->Create(this);
+        pBar->SetWindowPosition(BAR_POSITION);
+        pBar->ShowWindow(true);
+    };
+    if (wParam == BAR_MAINMENU) {
+        m_pInfoBar.reset();
+        m_pMainMenuBar = std::make_unique<CDlgBarMainMenu>(this);
+        show(m_pMainMenuBar);
+    } else if (wParam == BAR_INFO) {
+        m_pMainMenuBar.reset();
+        m_pInfoBar = std::make_unique<CDlgBarInfo>(this);
+        show(m_pInfoBar);
+    }
+    return 0;
+}
+
+bool CDlgSetupMode::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
+
+CBrush* CDlgSetupMode::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
+    const int nID = pWnd->GetDlgCtrlID();
+    if (nID == IDC_SECONDS || nID == IDC_TRIGGER_LABEL || nID == IDC_TRIGGER_UNIT)
+        return MakeTransparent(*pDC);
+    return CDlgBase::OnCtlColor(pDC, pWnd, nCtlColor);
+}
