@@ -21,5 +21,5 @@ class CDlgBase : public CDlgLangBase {
 extern "C" {
 /// Makes a screen, which the caller owns; null when there is no memory for it.
 using GetDialogFunction = CDlgBase*();
-CDlgBase* GetDialog();
+__attribute__((visibility("default"))) CDlgBase* GetDialog();
 }

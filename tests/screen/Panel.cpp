@@ -1,0 +1,161 @@
+#include "Panel.h"
+
+#include <filesystem>
+#include <mutex>
+#include <stdexcept>
+
+#include "acquisition/ObjRTGeneric.h"
+
+namespace {
+
+struct OwningPacket : RTPacket {
+    explicit OwningPacket(std::vector<std::uint8_t> payload) : m_payload(std::move(payload)) {
+        m_pData = m_payload.data();
+        m_nLength = static_cast<std::int32_t>(m_payload.size());
+    }
+    std::vector<std::uint8_t> m_payload;
+};
+
+std::wstring SettingsFile() {
+    return (std::filesystem::temp_directory_path() / "rt-screen-test.ini").wstring();
+}
+
+}  // namespace
+
+std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, std::vector<std::uint8_t> payload) {
+    auto spPacket = std::make_shared<OwningPacket>(std::move(payload));
+    spPacket->m_nType = nType;
+    return spPacket;
+}
+
+std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
+                                      const std::vector<std::int16_t>& values) {
+    std::vector<std::uint8_t> payload{0, byState, static_cast<std::uint8_t>(values.size() >> 8),
+                                      static_cast<std::uint8_t>(values.size())};
+    for (const std::int16_t nValue : values) {
+        payload.push_back(static_cast<std::uint8_t>(nValue));
+        payload.push_back(static_cast<std::uint8_t>(nValue >> 8));
+    }
+    return MakePacket(RTPACKET_SAMPLES, std::move(payload));
+}
+
+std::shared_ptr<RTPacket> MakeIdleReport() {
+    return MakePacket(RTPACKET_CONTROL, std::vector<std::uint8_t>{RTCMD_STATUS, 0, 0, 0, 0, 0});
+}
+
+BEGIN_MESSAGE_MAP(CTestView, CView)
+ON_MESSAGE(WM_RT_SENDOBJECT, OnSendObject)
+END_MESSAGE_MAP()
+
+LRESULT CTestView::OnSendObject(WPARAM wParam, LPARAM) {
+    const std::unique_ptr<CObjConfig> pMessage(reinterpret_cast<CObjConfig*>(wParam));
+    pMessage->ToBytes(m_images.emplace_back());
+    return 0;
+}
+
+TestPanel::TestPanel(std::uint8_t nMode, std::uint8_t nPositionInput)
+    : m_library(L"RealTimeMode.dll"), m_app(L"rt-screen-test", SettingsFile()) {
+    m_frame.Create(L"Panel");
+    m_view.Create(&m_frame);
+    m_frame.SetActiveView(&m_view);
+    m_app.m_pMainWnd = &m_frame;
+
+    auto* pGetDialog = m_library.GetFunction<GetDialogFunction>("GetDialog");
+    if (!pGetDialog) throw std::runtime_error("the plug-in library is not there");
+    m_pDialog.reset(pGetDialog());
+    m_pSession = dynamic_cast<CRealTimeData*>(m_pDialog.get());
+    m_pSession->m_pPacketQueue = &m_queue;
+    m_pSession->m_nMode = nMode;
+    m_pSession->m_nPositionInput = nPositionInput;
+    m_pSession->m_nHostValueRate = 40000;
+    m_pSession->m_nHostAuxRate = 20000;
+}
+
+TestPanel::~TestPanel() {
+    m_pDialog.reset();
+    std::filesystem::remove(SettingsFile());
+}
+
+void TestPanel::Run(const std::function<void()>& script) {
+    RunUntilClosed([&] {
+        script();
+        m_pDialog->PostMessage(WM_CLOSE);
+    });
+}
+
+void TestPanel::RunUntilClosed(const std::function<void()>& script) {
+    Operator::CScript running([&] {
+        Operator::WaitUntil([this] { return m_pDialog->IsWindowVisible(); }, 5000);
+        try {
+            script();
+        } catch (...) {
+            m_pDialog->PostMessage(WM_CLOSE);
+            throw;
+        }
+    });
+    m_pDialog->Run();
+    running.Join();
+}
+
+bool TestPanel::IsEnabled(int nID) {
+    bool bEnabled = false;
+    Operator::Ask([&] {
+        CWnd* pControl = m_pDialog->GetDlgItem(nID);
+        bEnabled = pControl && pControl->IsWindowEnabled();
+    });
+    return bEnabled;
+}
+
+bool TestPanel::IsVisible(int nID) {
+    bool bVisible = false;
+    Operator::Ask([&] {
+        CWnd* pControl = m_pDialog->GetDlgItem(nID);
+        bVisible = pControl && pControl->IsWindowVisible();
+    });
+    return bVisible;
+}
+
+std::wstring TestPanel::TextOf(int nID) {
+    std::wstring strText;
+    Operator::Ask([&] {
+        if (CWnd* pControl = m_pDialog->GetDlgItem(nID)) strText = pControl->GetWindowText();
+    });
+    return strText;
+}
+
+CWnd* TestPanel::BarControl(int nID) {
+    CWnd* pControl = nullptr;
+    Operator::Ask([&] {
+        // The bar is the screen's one child without an id of its own.
+        if (CWnd* pBar = m_pDialog->GetDlgItem(0)) pControl = pBar->GetDlgItem(nID);
+    });
+    return pControl;
+}
+
+bool TestPanel::TapBar(int nID) {
+    CWnd* pControl = BarControl(nID);
+    return pControl && Operator::Tap(*pControl);
+}
+
+std::vector<std::int16_t> TestPanel::ValuesOf(std::size_t nChannel, std::size_t nCurve) {
+    const std::lock_guard lock(m_pSession->m_lock);
+    const RTCurveList& curves = m_pSession->m_spCurves->m_lstCurves[nChannel];
+    if (nCurve >= curves.size()) return {};
+    const RTCurveData& curve = *curves[nCurve];
+    return {curve.GetValues(), curve.GetValues() + curve.GetCount()};
+}
+
+std::size_t TestPanel::CurveCount(std::size_t nChannel) {
+    const std::lock_guard lock(m_pSession->m_lock);
+    return m_pSession->m_spCurves->m_lstCurves[nChannel].size();
+}
+
+void TestPanel::Settle() {
+    // The reader looks at its queue every 10 ms; a packet that it ignores marks the end.
+    const auto spMark = MakePacket(0, {});
+    m_queue.push(spMark);
+    m_queue.push(MakePacket(0, {}));
+    for (int i = 0; i < 1000 && spMark.use_count() > 1; ++i) Operator::Wait(2);
+    Operator::Ask([] {});
+    Operator::Wait(5);
+}

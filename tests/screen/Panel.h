@@ -1,0 +1,72 @@
+// A small panel for tests: it loads the real plug-in library, takes its message objects and feeds
+// its packet queue, while a script works the screen as an operator would.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "acquisition/RTPacket.h"
+#include "platform/App.h"
+#include "platform/DynamicLibrary.h"
+#include "platform/Operator.h"
+#include "plugin/DlgBase.h"
+#include "plugin/RealTimeData.h"
+
+/// A packet with a payload of its own.
+std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, std::vector<std::uint8_t> payload);
+
+/// A sample packet of one block.
+std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
+                                      const std::vector<std::int16_t>& values);
+
+/// The instrument's report that it is idle.
+std::shared_ptr<RTPacket> MakeIdleReport();
+
+/// Takes message objects as the host's view does, and keeps their images.
+class CTestView : public CView {
+  public:
+    std::vector<std::string> m_images;
+
+  private:
+    LRESULT OnSendObject(WPARAM wParam, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
+};
+
+class TestPanel {
+  public:
+    /// @param nMode, nPositionInput the instrument's mode and kind of second input
+    explicit TestPanel(std::uint8_t nMode = 1, std::uint8_t nPositionInput = 0);
+    ~TestPanel();
+
+    /// Runs the screen with a script beside it, and closes it when the script ends.
+    void Run(const std::function<void()>& script);
+
+    /// Runs the screen until the script has closed it.
+    void RunUntilClosed(const std::function<void()>& script);
+
+    /// For scripts: whether a control of the screen is enabled, visible, and its text.
+    bool IsEnabled(int nID);
+    bool IsVisible(int nID);
+    std::wstring TextOf(int nID);
+    /// A control of whichever bar is shown; null when it has none of that id.
+    CWnd* BarControl(int nID);
+    bool TapBar(int nID);
+    bool Tap(int nID) { return Operator::Tap(*m_pDialog, nID); }
+
+    /// The values of a channel's curve by index, as far as they are stored.
+    std::vector<std::int16_t> ValuesOf(std::size_t nChannel, std::size_t nCurve = 0);
+    std::size_t CurveCount(std::size_t nChannel);
+
+    /// Waits until every packet has been taken and the screen has shown what came of it.
+    void Settle();
+
+    CDynamicLibrary m_library;
+    CWinApp m_app;
+    CFrameWnd m_frame;
+    CTestView m_view;
+    RTPacketQueue m_queue;
+    std::unique_ptr<CDlgBase> m_pDialog;
+    CRealTimeData* m_pSession = nullptr;
+};
