@@ -69,6 +69,8 @@ bool CWindowSystem::HasDisplay() {
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
 }
 
+void PumpMessages() { QCoreApplication::processEvents(); }
+
 bool CFrameWnd::Create(const std::wstring& strTitle) {
     auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);
     pWidget->setWindowTitle(QString::fromStdWString(strTitle));

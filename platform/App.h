@@ -26,6 +26,10 @@ class PLATFORM_API CWindowSystem {
     std::unique_ptr<State> m_pState;
 };
 
+/// Handles the messages and the input that wait, and returns. For long work on the user-interface
+/// thread; a window made with CDialog::CreateModal keeps the input from the screen behind.
+PLATFORM_API void PumpMessages();
+
 /// The main frame, a window of the host with a view that takes messages.
 class PLATFORM_API CFrameWnd : public CWnd {
     DECLARE_DYNAMIC(CFrameWnd)

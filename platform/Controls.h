@@ -21,6 +21,7 @@ class PLATFORM_API CButton : public CWnd {
     DECLARE_DYNAMIC(CButton)
 
   public:
+    /// A press does not change the checked state.
     void SetCheck(bool bChecked);
     bool GetCheck() const;
 

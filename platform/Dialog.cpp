@@ -112,6 +112,16 @@ bool CDialog::Create(CWnd* pParent) {
     return true;
 }
 
+bool CDialog::CreateModal(CWnd* pParent) {
+    if (!Create(pParent)) return false;
+    QWidget& widget = Native()->widget;
+    widget.setWindowModality(Qt::ApplicationModal);
+    PlaceWindow(widget);
+    widget.show();
+    widget.activateWindow();
+    return true;
+}
+
 void CDialog::EndDialog(int nResult) {
     m_nModalResult = nResult;
     if (m_endModalLoop)

@@ -29,6 +29,10 @@ class PLATFORM_API CDialog : public CWnd {
     /// Makes a child or modeless window from the template and runs OnInitDialog.
     bool Create(CWnd* pParent);
 
+    /// Makes and shows a window that keeps input from all others until it is destroyed, and
+    /// returns: for work that goes on on this thread and calls PumpMessages.
+    bool CreateModal(CWnd* pParent);
+
     /// Ends the modal loop with a result.
     void EndDialog(int nResult);
 
