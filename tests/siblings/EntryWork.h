@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "platform/Controls.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Operator.h"
@@ -13,11 +15,17 @@
 
 using Operator::Key;
 
+/// The entry's window; a script that finds it closed too early ends there.
+inline CWnd& FrontWindow() {
+    CWnd* pWindow = Operator::ModalWindow();
+    if (!pWindow) throw std::runtime_error("the window is closed");
+    return *pWindow;
+}
+
 inline std::wstring Entered() {
+    const CWnd& window = FrontWindow();
     std::wstring strText;
-    Operator::Ask([&] {
-        strText = Operator::ModalWindow()->GetDlgItem(CEntryWindow::ID_ENTRY)->GetWindowText();
-    });
+    Operator::Ask([&] { strText = window.GetDlgItem(CEntryWindow::ID_ENTRY)->GetWindowText(); });
     return strText;
 }
 
@@ -28,12 +36,13 @@ inline void Tap(std::initializer_list<const wchar_t*> keys) {
 
 /// Taps keys by their ids.
 inline void Tap(std::initializer_list<int> keys) {
-    for (const int nID : keys) EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), nID));
+    for (const int nID : keys) EXPECT_TRUE(Operator::Tap(FrontWindow(), nID));
 }
 
 inline void Select(int nStart, int nEnd) {
+    const CWnd& window = FrontWindow();
     Operator::Ask([&] {
-        CWnd* pEdit = Operator::ModalWindow()->GetDlgItem(CEntryWindow::ID_ENTRY);
+        CWnd* pEdit = window.GetDlgItem(CEntryWindow::ID_ENTRY);
         dynamic_cast<CEdit&>(*pEdit).SetSelection(nStart, nEnd);
     });
 }
@@ -54,7 +63,11 @@ int WorkEntry(const char* pName, const std::function<void()>& script, Arguments.
     Operator::CScript atWork([&] {
         if (!Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 5000))
             throw std::runtime_error("no window");
-        script();
+        try {
+            script();
+        } catch (const std::exception& exception) {
+            ADD_FAILURE() << exception.what();
+        }
         while (Operator::ModalWindow()) Operator::PressKey(Key::Escape);
     });
     const int nResult = pShow(arguments...);

@@ -103,8 +103,8 @@ TEST(Keyboard, NullPointersAreTolerated) {
 
 /// Keys large enough for a thumb, nothing outside of the window or on top of something else.
 void CheckGeometry() {
+    const CWnd& window = FrontWindow();
     Operator::Ask([&] {
-        const CWnd& window = *Operator::ModalWindow();
         const CRect client = window.GetClientRect();
         EXPECT_TRUE(client.Width() <= 795 && client.Height() <= 455);
         std::vector<CRect> placed;
