@@ -105,6 +105,8 @@ class ButtonWidget : public MessageWidget<QPushButton> {
 
   protected:
     void paintEvent(QPaintEvent*) override;
+    /// A press leaves the checked state alone: its handler knows what is to be shown.
+    void nextCheckState() override {}
 };
 
 class EditWidget : public MessageWidget<QLineEdit> {

@@ -1,0 +1,98 @@
+#include "ui/ProgressBox.h"
+
+#include <algorithm>
+
+#include "platform/App.h"
+#include "platform/Threads.h"
+#include "ui/DialogLook.h"
+
+namespace {
+
+constexpr std::uint64_t APPEARS_AFTER_MS = 1000;
+constexpr std::uint64_t PUMP_EVERY_MS = 40;
+
+enum ProgressControl : int {
+    IDC_TITLE = 1113,
+    IDC_BAR = 1114,
+    IDC_PERCENT = 1115,
+};
+
+constexpr DialogItem ITEMS[] = {
+    {IDC_TITLE, ControlKind::Static, L"", 7, 8, 222, 30, CS_CENTER},
+    {IDC_BAR, ControlKind::StaticFrame, L"", 24, 46, 190, 14},
+    {IDC_PERCENT, ControlKind::Static, L"", 24, 65, 190, 14, CS_CENTER},
+    {IDCANCEL, ControlKind::StyledButton, L"", 94, 93, 50, 42},
+};
+
+constexpr DialogTemplate TEMPLATE{706, L"", 241, 139, L"MS Shell Dlg", 8, ITEMS};
+
+constexpr COLORREF BAR_EMPTY = RGB(255, 255, 255);
+constexpr COLORREF BAR_DONE = RGB(38, 96, 164);
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CProgressBar, CStatic)
+ON_WM_PAINT()
+END_MESSAGE_MAP()
+
+void CProgressBar::ShowPercent(int nPercent) {
+    m_nPercent = nPercent;
+    Invalidate();
+}
+
+void CProgressBar::OnPaint() {
+    CPaintDC dc(this);
+    const CRect client = GetClientRect();
+    const CBrush empty(BAR_EMPTY);
+    dc.Rectangle(client, &empty);
+    const int nLength = (client.Width() - 2) * m_nPercent / 100;
+    dc.FillSolidRect({1, 1, 1 + nLength, client.bottom - 1}, BAR_DONE);
+}
+
+BEGIN_MESSAGE_MAP(CProgressBox, CDialog)
+ON_WM_ERASEBKGND()
+ON_WM_CTLCOLOR()
+END_MESSAGE_MAP()
+
+CProgressBox::CProgressBox(std::wstring strTitle)
+    : CDialog(TEMPLATE), m_strTitle(std::move(strTitle)),
+      m_nNextPump(TickMilliseconds() + APPEARS_AFTER_MS) {}
+
+bool CProgressBox::OnInitDialog() {
+    CDialog::OnInitDialog();
+    SetWindowText(m_strTitle);
+    SetDlgItemText(IDC_TITLE, m_strTitle);
+    m_fontTitle.CreatePixelFont(20, L"MS Shell Dlg", true);
+    if (CWnd* pTitle = GetDlgItem(IDC_TITLE)) pTitle->SetFont(&m_fontTitle);
+    m_bar.SubclassDlgItem(IDC_BAR, this);
+    m_btnCancel.SubclassDlgItem(IDCANCEL, this);
+    CButtonPictures().SetOn(m_btnCancel, PICTURE_NO);
+    // A key that was meant for the screen must not press it; Escape does.
+    m_btnCancel.SetTakesFocus(false);
+    return true;
+}
+
+bool CProgressBox::Advance(std::uint64_t nDone, std::uint64_t nTotal) {
+    if (m_bCancelled || TickMilliseconds() < m_nNextPump) return !m_bCancelled;
+    if (!GetSafeHwnd()) CreateModal(nullptr);
+    const double dPart = nTotal ? static_cast<double>(nDone) / static_cast<double>(nTotal) : 0;
+    ShowPercent(static_cast<int>(100 * std::min(dPart, 1.0)));
+    PumpMessages();
+    m_nNextPump = TickMilliseconds() + PUMP_EVERY_MS;
+    return !m_bCancelled;
+}
+
+void CProgressBox::ShowPercent(int nPercent) {
+    if (nPercent == m_nPercent) return;
+    m_nPercent = nPercent;
+    m_bar.ShowPercent(nPercent);
+    SetDlgItemText(IDC_PERCENT, std::to_wstring(nPercent) + L" %");
+}
+
+bool CProgressBox::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
+
+CBrush* CProgressBox::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
+    const int nID = pWnd->GetDlgCtrlID();
+    if (nID == IDC_TITLE || nID == IDC_PERCENT) return MakeTransparent(*pDC);
+    return CDialog::OnCtlColor(pDC, pWnd, nCtlColor);
+}
