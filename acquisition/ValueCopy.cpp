@@ -74,7 +74,8 @@ void CopyThreeChannels(const std::uint8_t* pSource, const RTValueTargets& target
     }
 }
 
-void SwapBytes(Target target) {
+/// Unused where the machine has its low bytes first, too.
+[[maybe_unused]] void SwapBytes(Target target) {
     for (std::int16_t& nValue : target) {
         const auto n = static_cast<std::uint16_t>(nValue);
         nValue = static_cast<std::int16_t>(static_cast<std::uint16_t>((n << 8) | (n >> 8)));

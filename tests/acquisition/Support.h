@@ -96,7 +96,7 @@ struct TestSession : CRealTimeData {
 };
 
 /// Writes down "idle" and "paint 0", ... in the order of the calls.
-class CTestScreen : public IReaderScreen {
+class CTestScreen final : public IReaderScreen {
   public:
     void ReturnToIdle() override { Add("idle"); }
     void RepaintPlot(std::size_t nPlot) override { Add("paint " + std::to_string(nPlot)); }
