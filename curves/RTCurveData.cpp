@@ -1,7 +1,6 @@
 #include "curves/RTCurveData.h"
 
 #include <cassert>
-#include <limits>
 #include <new>
 
 #include "platform/Exceptions.h"
@@ -9,8 +8,7 @@
 namespace {
 
 std::unique_ptr<std::int16_t[]> AllocateValues(std::uint32_t nLength) {
-    if (nLength > std::numeric_limits<std::uint32_t>::max() / sizeof(std::int16_t))
-        throw CMemoryException();
+    if (nLength > RTCurveData::MAX_VALUES) throw CMemoryException();
     try {
         return std::make_unique_for_overwrite<std::int16_t[]>(nLength);
     } catch (const std::bad_alloc&) {

@@ -34,6 +34,8 @@ struct RTExtremes {
 class RTCurveData {
   public:
     static constexpr std::size_t MARKER_COUNT = 10;
+    /// As many values as have a size in bytes of 32 bits.
+    static constexpr std::uint32_t MAX_VALUES = 0x7FFFFFFF;
 
     /// A curve without values, with an array for nCapacity values that is not cleared.
     /// @throws CMemoryException when the memory cannot be had, or its size does not fit 32 bits

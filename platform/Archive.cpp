@@ -18,6 +18,10 @@ void CArchive::RefuseContents(const std::wstring& strSentence) const {
     throw CArchiveException(CArchiveException::badContents, m_pFile->GetFilePath(), strSentence);
 }
 
+void CArchive::ReportEarlyEnd(const std::wstring& strSentence) const {
+    throw CArchiveException(CArchiveException::endOfFile, m_pFile->GetFilePath(), strSentence);
+}
+
 void CArchive::Write(const void* pBytes, std::size_t nCount) {
     if (!IsStoring()) Throw(CArchiveException::readOnly);
     if (nCount > m_nBufferSize - m_nNext) {

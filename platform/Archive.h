@@ -69,6 +69,8 @@ class PLATFORM_API CArchive {
 
     /// @throws CArchiveException, badContents, with a sentence about what was found
     [[noreturn]] void RefuseContents(const std::wstring& strSentence) const;
+    /// @throws CArchiveException, endOfFile, with a sentence about what does not follow
+    [[noreturn]] void ReportEarlyEnd(const std::wstring& strSentence) const;
 
   private:
     static_assert(std::endian::native == std::endian::little,

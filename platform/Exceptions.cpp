@@ -12,15 +12,19 @@ std::wstring CFileException::GetErrorMessage() const {
 }
 
 std::wstring CArchiveException::GetErrorMessage() const {
+    std::wstring strMessage = m_strFileName + L"\n";
     switch (m_cause) {
     case endOfFile:
-        return m_strFileName + L"\nThe file ends too early.";
-    case readOnly:
-        return m_strFileName + L"\nThe file is open for reading only.";
-    case writeOnly:
-        return m_strFileName + L"\nThe file is open for writing only.";
-    case badContents:
+        strMessage += L"The file ends too early.";
         break;
+    case readOnly:
+        strMessage += L"The file is open for reading only.";
+        break;
+    case writeOnly:
+        strMessage += L"The file is open for writing only.";
+        break;
+    case badContents:
+        return strMessage + m_strDetail;
     }
-    return m_strFileName + L"\n" + m_strDetail;
+    return m_strDetail.empty() ? strMessage : strMessage + L" " + m_strDetail;
 }

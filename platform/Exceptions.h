@@ -21,7 +21,8 @@ class PLATFORM_API CMemoryException : public CException {
     const char* what() const noexcept override { return "out of memory"; }
 };
 
-/// Raised when the operator has already been told, or has asked to stop: the dispatch shows nothing.
+/// Raised when the operator has already been told, or has asked to stop: the dispatch shows
+/// nothing.
 class PLATFORM_API CUserException : public CException {
   public:
     std::wstring GetErrorMessage() const override { return {}; }
@@ -59,5 +60,5 @@ class PLATFORM_API CArchiveException : public CException {
 
     Cause m_cause;
     std::wstring m_strFileName;
-    std::wstring m_strDetail;  ///< for badContents: a sentence about what was found
+    std::wstring m_strDetail;  ///< a sentence about what was found; always there for badContents
 };

@@ -112,10 +112,10 @@ bool CreateFolder(const std::wstring& strPath) {
     return FolderExists(strPath);
 }
 
-bool RemoveFile(const std::wstring& strPath) {
+void RemoveFile(const std::wstring& strPath) {
     std::error_code error;
-    fs::remove(ToSystemPath(strPath), error);
-    return !error;
+    const fs::path path = ToSystemPath(strPath);
+    if (fs::is_regular_file(path, error)) fs::remove(path, error);
 }
 
 std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strPattern) {

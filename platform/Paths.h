@@ -33,8 +33,8 @@ PLATFORM_API bool FolderExists(const std::wstring& strPath);
 /// Makes a folder in an existing one. @return whether it is there afterwards
 PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 
-/// Removes a file. @return whether it is gone
-PLATFORM_API bool RemoveFile(const std::wstring& strPath);
+/// Removes a regular file. What else stands at the path (a device, a folder) stays.
+PLATFORM_API void RemoveFile(const std::wstring& strPath);
 
 /// The names, as the system returns them, of what matches a pattern in a folder and is not itself a
 /// folder. "*" stands for any characters, "?" for one; case does not count. A folder that is

@@ -1,0 +1,30 @@
+// The folder beside the host's executable in which the panel keeps its captures.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The store folder, whether it exists or not.
+std::wstring GetStoreFolder();
+
+/// Makes the store folder when it is missing; that it could not be made shows when a file is
+/// created in it.
+void CreateStoreFolder();
+
+/// Whether a name typed by the operator names a file in the store folder itself: not empty, not
+/// only dots, no folder separator of either kind, no control character. What else the file system
+/// does not take shows when the file is created.
+bool IsStoreName(std::wstring_view strName);
+
+/// Where a capture of a name is saved: name.rt3 in the store folder.
+std::wstring GetSavePath(std::wstring_view strName);
+/// Where a capture picked from the list is read: name.RT3, which CFile finds in any case.
+std::wstring GetLoadPath(std::wstring_view strName);
+
+/// The file names of the captures in the store folder, as the system returns them, extension
+/// included; none when the folder is missing.
+std::vector<std::wstring> FindStoredFiles();
+
+/// A file name without everything from its last dot on.
+std::wstring RemoveExtension(std::wstring_view strFileName);

@@ -1,0 +1,29 @@
+#include <gtest/gtest.h>
+
+#include "curves/FileStore.h"
+#include "platform/Paths.h"
+
+namespace {
+
+TEST(FileStore, StandsBesideTheExecutable) {
+    EXPECT_EQ(GetStoreFolder(), JoinPath(GetExecutableFolder(), L"RealTimeFiles"));
+    EXPECT_EQ(GetSavePath(L"run1"), GetStoreFolder() + L"/run1.rt3");
+    EXPECT_EQ(GetLoadPath(L"run1"), GetStoreFolder() + L"/run1.RT3");
+}
+
+TEST(FileStore, RefusesNamesThatLeaveTheFolder) {
+    for (const wchar_t* pName : {L"run1", L"Teil 3.1", L"..a", L"M\u00FCller", L"a:b*?", L" "})
+        EXPECT_TRUE(IsStoreName(pName)) << pName;
+    for (const wchar_t* pName : {L"", L".", L"..", L"....", L"../a", L"a/b", L"..\\a", L"a\\b",
+                                 L"a\nb", L"\x7F", L"\x85", L"a\tb"})
+        EXPECT_FALSE(IsStoreName(pName)) << pName;
+    EXPECT_FALSE(IsStoreName(std::wstring_view(L"a\0b", 3)));
+}
+
+TEST(FileStore, ShowsNamesWithoutTheirLastExtension) {
+    EXPECT_EQ(RemoveExtension(L"run1.rt3"), L"run1");
+    EXPECT_EQ(RemoveExtension(L"a.b.RT3"), L"a.b");
+    EXPECT_EQ(RemoveExtension(L"plain"), L"plain");
+}
+
+}  // namespace
