@@ -15,6 +15,7 @@
 
 class CDlgBarInfo;
 class CDlgBarMainMenu;
+class IRTProgress;
 
 /// The screen object that GetDialog makes. The host owns it, fills the CRealTimeData part, calls
 /// Run once and deletes it. The reader thread lives only inside Run and sees the screen only
@@ -70,6 +71,7 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     void OnZoomAll();
     void OnSelChangeDisplay();
     void OnSelChangeChannel();
+    void SelectDisplay();
     void OnSettings();
     LRESULT OnBarCommand(WPARAM wParam, LPARAM lParam);
     void OnClose();
@@ -88,7 +90,10 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     void OnLoad();
     void OnDropFiles(const std::vector<std::wstring>& arrPaths);
     LRESULT OnExportCsv(WPARAM wParam, LPARAM lParam);
+    class WorkInProgress;
     void SaveCapture(const std::wstring& strPath);
+    void StoreCapture(CArchive& ar);
+    void LoadCaptureRecords(CArchive& ar);
     void LoadCapture(const std::wstring& strPath, const std::wstring& strShownName);
 
     std::size_t CurrentIndex() const { return m_capture.GetCurrentPlot(); }
@@ -107,6 +112,7 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     CEditClick m_editSampleTime;
     CEditClick m_editTrigger;
     CPacketReader m_reader;
+    IRTProgress* m_pProgress = nullptr;  ///< told of storing and loading, while that goes on
 
     /// Counts the captures started here; a return to idle that was asked for in an earlier one
     /// comes too late to be shown.

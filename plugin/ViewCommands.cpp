@@ -35,16 +35,21 @@ void CDlgSetupMode::OnSelChangeChannel() {
     for (std::size_t k = 0; k < m_aPlotCtrl.size(); ++k)
         m_aPlotCtrl[k].ShowWindow(k == CurrentIndex());
 
-    if (auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST))) {
-        for (int nItem = 0; nItem < pList->GetCount(); ++nItem) {
-            if (pList->GetItemData(nItem) == m_abyDisplay[CurrentIndex()]) {
-                pList->SetCurSel(nItem);
-                break;
-            }
-        }
-    }
+    SelectDisplay();
     ShowTimeDistance(CurrentPlot().GetTimeDistance());
     ShowTriggerPercent(CurrentPlot().GetTriggerPercent());
+}
+
+/// Selects the display list's item that the plot on show goes by.
+void CDlgSetupMode::SelectDisplay() {
+    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST));
+    if (!pList) return;
+    for (int nItem = 0; nItem < pList->GetCount(); ++nItem) {
+        if (pList->GetItemData(nItem) == m_abyDisplay[CurrentIndex()]) {
+            pList->SetCurSel(nItem);
+            return;
+        }
+    }
 }
 
 void CDlgSetupMode::OnSettings() {
