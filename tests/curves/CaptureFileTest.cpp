@@ -60,7 +60,7 @@ TEST(CaptureFile, ReadsTheWorkedExample) {
     EXPECT_TRUE(capture.m_curves.m_lstCurves[1].empty());
     EXPECT_TRUE(capture.m_curves.m_lstCurves[2].empty());
 
-    const RTCurveData& curve = *capture.m_curves.FirstCurve(0);
+    const RTCurveData& curve = *capture.m_curves.m_lstCurves[0].front();
     EXPECT_EQ(GetValues(curve), (std::vector<std::int16_t>{100, -200, 300, -50}));
     EXPECT_EQ(curve.GetCapacity(), 4u);
     ASSERT_EQ(curve.GetPulses().GetCount(), 1u);
@@ -103,7 +103,7 @@ TEST(CaptureFile, ReadsCurveSetsFromBeforeVersioning) {
     EXPECT_EQ(capture.m_curves.m_byVersion, 0);
     ASSERT_EQ(capture.m_curves.m_lstCurves[0].size(), 1u);
     ASSERT_EQ(capture.m_curves.m_lstCurves[1].size(), 2u);
-    const RTCurveData& curve = *capture.m_curves.FirstCurve(0);
+    const RTCurveData& curve = *capture.m_curves.m_lstCurves[0].front();
     EXPECT_EQ(curve.m_wReserved, 0x5A5A);
     EXPECT_EQ(curve.GetCapacity(), 1000u);
     EXPECT_EQ(curve.GetPulses().At(1).m_byState, 255);
@@ -123,7 +123,7 @@ TEST(CaptureFile, ReadsMarkersAsTheVersionStoredThem) {
         RTCaptureFile capture;
         Read(bytes.m_bytes, capture);
         EXPECT_EQ(capture.m_curves.m_byVersion, nVersion);
-        const RTCurveData& curve = *capture.m_curves.FirstCurve(0);
+        const RTCurveData& curve = *capture.m_curves.m_lstCurves[0].front();
         EXPECT_EQ(std::vector<int>(curve.m_anMarkers.begin(), curve.m_anMarkers.end()),
                   nVersion < 13 ? anCleared : anStored);
         EXPECT_EQ(curve.GetExtremes(),
@@ -176,7 +176,7 @@ TEST(CaptureFile, GivesBackLongCurvesAndPulseLists) {
 
     RTCaptureFile again;
     Read(bytes, again);
-    const RTCurveData& read = *again.m_curves.FirstCurve(2);
+    const RTCurveData& read = *again.m_curves.m_lstCurves[2].front();
     EXPECT_EQ(GetValues(read), values);
     ASSERT_EQ(read.GetPulses().GetCount(), 9000u);
     EXPECT_EQ(read.GetPulses().At(8999).m_nPosition, 8999 * 30);
@@ -248,7 +248,7 @@ TEST(CaptureFile, ReadsNothingForCountsBelowOne) {
          capture);
     EXPECT_TRUE(capture.m_curves.m_lstCurves[0].empty());
     ASSERT_EQ(capture.m_curves.m_lstCurves[1].size(), 1u);
-    EXPECT_EQ(capture.m_curves.FirstCurve(1)->GetPulses().GetCount(), 0u);
+    EXPECT_EQ(capture.m_curves.m_lstCurves[1].front()->GetPulses().GetCount(), 0u);
 }
 
 TEST(CaptureFile, SurvivesAnyDamage) {
@@ -323,7 +323,7 @@ TEST(CaptureFile, SavesACurveThatIsBeingFilledAsItStands) {
         RTCaptureFile read;
         pCurve->SetExtremes({});
         Read(Write(capture), read);
-        const RTCurveData& curve = *read.m_curves.FirstCurve(0);
+        const RTCurveData& curve = *read.m_curves.m_lstCurves[0].front();
         nCount = curve.GetCount();
         if (nCount == 0) continue;
         const auto nLast = static_cast<std::int16_t>(nCount / 50 - 1);
