@@ -7,25 +7,25 @@
 #include "platform/Types.h"
 
 enum class ControlKind : BYTE {
-    Static,       ///< CStatic, a text
-    StaticFrame,  ///< CStatic without text, an area that a derived class paints
-    PushButton,   ///< CButton
-    StyledButton, ///< CMFCButton
-    Edit,         ///< CEdit
-    DropDownList, ///< CComboBox; height is that of the closed list
-    ListBox,      ///< CListBox
+    Static,        ///< CStatic, a text
+    StaticFrame,   ///< CStatic without text, an area that a derived class paints
+    PushButton,    ///< CButton
+    StyledButton,  ///< CMFCButton
+    Edit,          ///< CEdit
+    DropDownList,  ///< CComboBox; height is that of the closed list
+    ListBox,       ///< CListBox
 };
 
 /// Styles of a control; they combine.
 enum ControlStyle : UINT {
     CS_NONE = 0,
-    CS_HIDDEN = 1,     ///< not visible at first
-    CS_SORT = 2,       ///< lists: items in the order of their texts
-    CS_CENTER = 4,     ///< statics: text centred in each line
-    CS_READONLY = 8,   ///< edits
-    CS_BORDER = 16,    ///< edits
-    CS_CHECKABLE = 32, ///< buttons that keep a checked state
-    CS_DEFAULT = 64,   ///< buttons: pressed by Enter when no other button has the focus
+    CS_HIDDEN = 1,      ///< not visible at first
+    CS_SORT = 2,        ///< lists: items in the order of their texts
+    CS_CENTER = 4,      ///< statics: text centred in each line
+    CS_READONLY = 8,    ///< edits
+    CS_BORDER = 16,     ///< edits
+    CS_CHECKABLE = 32,  ///< buttons with a checked state, which CButton::SetCheck changes
+    CS_DEFAULT = 64,    ///< buttons: pressed by Enter when no other button has the focus
 };
 
 /// Position and size in dialog units.

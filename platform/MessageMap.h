@@ -85,10 +85,10 @@ struct AFX_MSGMAP {
     MESSAGE_MAP_ENTRY(WM_ERASEBKGND, 0, 0,                                                         \
                       return self.OnEraseBkgnd(reinterpret_cast<CDC*>(wParam)) ? 1 : 0;)
 #define ON_WM_CTLCOLOR()                                                                           \
-    MESSAGE_MAP_ENTRY(WM_CTLCOLORSTATIC, 0, 0,                                                     \
-                      return reinterpret_cast<LRESULT>(                                            \
-                          self.OnCtlColor(reinterpret_cast<CDC*>(wParam),                          \
-                                          reinterpret_cast<CWnd*>(lParam), WM_CTLCOLORSTATIC));)
+    MESSAGE_MAP_ENTRY(                                                                             \
+        WM_CTLCOLORSTATIC, 0, 0,                                                                   \
+        return reinterpret_cast<LRESULT>(self.OnCtlColor(                                          \
+            reinterpret_cast<CDC*>(wParam), reinterpret_cast<CWnd*>(lParam), WM_CTLCOLORSTATIC));)
 #define ON_WM_LBUTTONDOWN()                                                                        \
     MESSAGE_MAP_ENTRY(WM_LBUTTONDOWN, 0, 0,                                                        \
                       self.OnLButtonDown(static_cast<UINT>(wParam), PointFromParam(lParam));       \
@@ -106,7 +106,7 @@ struct AFX_MSGMAP {
                       self.OnRButtonDown(static_cast<UINT>(wParam), PointFromParam(lParam));       \
                       return 0;)
 #define ON_WM_DROPFILES()                                                                          \
-    MESSAGE_MAP_ENTRY(WM_DROPFILES, 0, 0,                                                          \
-                      self.OnDropFiles(*reinterpret_cast<const std::vector<std::wstring>*>(        \
-                          lParam));                                                                \
-                      return 0;)
+    MESSAGE_MAP_ENTRY(                                                                             \
+        WM_DROPFILES, 0, 0,                                                                        \
+        self.OnDropFiles(*reinterpret_cast<const std::vector<std::wstring>*>(lParam));             \
+        return 0;)

@@ -9,9 +9,9 @@ class CObject;
 /// What is known at run time about a class of the framework's object tree.
 struct CRuntimeClass {
     const char* m_lpszClassName;
-    UINT m_wSchema;                       ///< schema number; high bit set: versionable
-    CObject* (*m_pfnCreateObject)();      ///< makes an object on the heap; null: not creatable
-    const CRuntimeClass* m_pBaseClass;    ///< null for CObject
+    UINT m_wSchema;                     ///< schema number; high bit set: versionable
+    CObject* (*m_pfnCreateObject)();    ///< makes an object on the heap; null: not creatable
+    const CRuntimeClass* m_pBaseClass;  ///< null for CObject
 
     /// A new object that the caller owns, or null when the class cannot be created by class.
     CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
@@ -53,8 +53,9 @@ class CObject {
     const CRuntimeClass* GetRuntimeClass() const override { return &class##class_name; }
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class)                                                  \
-    const CRuntimeClass class_name::class##class_name{#class_name, 0xFFFF, nullptr,                \
-                                                      &base_class::class##base_class};
+    const CRuntimeClass class_name::class##class_name {                                            \
+#class_name, 0xFFFF, nullptr, &base_class::class##base_class                               \
+    };
 
 /// The same for a class that can be created by class and carries a schema number.
 #define DECLARE_SERIAL(class_name)                                                                 \
@@ -63,8 +64,8 @@ class CObject {
 
 #define IMPLEMENT_SERIAL(class_name, base_class, schema)                                           \
     CObject* class_name::CreateObject() { return new class_name; }                                 \
-    const CRuntimeClass class_name::class##class_name{#class_name, schema,                         \
-                                                      &class_name::CreateObject,                   \
-                                                      &base_class::class##base_class};
+    const CRuntimeClass class_name::class##class_name {                                            \
+#class_name, schema, &class_name::CreateObject, &base_class::class##base_class             \
+    };
 
 #define RUNTIME_CLASS(class_name) (&class_name::class##class_name)

@@ -140,7 +140,8 @@ void SendKey(Qt::Key key, const QString& text) {
 
 bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
     // A release that comes too soon after the press that opened a drop-down list is taken for the
-    // end of that press.
+    // end of that press; how soon goes by the double-click interval.
+    constexpr int SHORT_INTERVAL_MS = 150;
     const int nInterval = QApplication::doubleClickInterval();
     bool bFound = false;
     Operator::Ask([&] {
@@ -148,7 +149,7 @@ bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
         if (!pList || !IsReachable(*pList)) return;
         if (auto* pCombo = qobject_cast<QComboBox*>(pList)) {
             bFound = pCombo->findText(text) >= 0;
-            QApplication::setDoubleClickInterval(0);
+            QApplication::setDoubleClickInterval(SHORT_INTERVAL_MS);
         } else if (auto* pListWidget = qobject_cast<QListWidget*>(pList)) {
             const auto found = pListWidget->findItems(text, Qt::MatchExactly);
             bFound = !found.isEmpty();
@@ -161,7 +162,7 @@ bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
     Operator::Ask([&] { bCombo = qobject_cast<QComboBox*>(findList()) != nullptr; });
     if (bCombo) {
         TapWidget(findList);
-        Operator::Wait(20);
+        Operator::Wait(SHORT_INTERVAL_MS + 20);
     }
     const auto target = [findList, text]() -> Target {
         QWidget* pList = findList();
