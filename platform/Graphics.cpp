@@ -145,11 +145,9 @@ void CDC::TextOut(int x, int y, const std::wstring& strText) {
 void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentered) {
     const CRect clip = Intersect(rect, m_pSurface->View().clip);
     if (clip.IsEmpty()) return;
-    CFont standard;
-    standard.CreatePointFont(80, L"MS Shell Dlg");
     QPainter painter(m_pSurface->pImage);
     painter.setClipRect(clip.left, clip.top, clip.Width(), clip.Height());
-    painter.setFont(ToQFont(m_pSurface->pFont ? *m_pSurface->pFont : standard));
+    painter.setFont(ToQFont(m_pSurface->pFont ? *m_pSurface->pFont : DefaultFont()));
     painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->textColor)));
     painter.drawText(QRect(rect.left, rect.top, rect.Width(), rect.Height()),
                      (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |

@@ -106,8 +106,8 @@ class PLATFORM_API CBitmap {
 ///
 /// A selected pen, font or bitmap is borrowed: it must live as long as it is selected. With no pen
 /// selected lines are solid black; with no font selected text is drawn in the surface's default
-/// font (8-point "MS Shell Dlg"). Without a surface, drawing does nothing and text has no extent.
-/// Text needs the process's window system (CWindowSystem), though no window.
+/// font (12 pixels of "MS Shell Dlg"). Without a surface, drawing does nothing and text has no
+/// extent. Text needs the process's window system (CWindowSystem), though no window.
 class PLATFORM_API CDC {
   public:
     CDC();

@@ -13,6 +13,10 @@ constexpr std::size_t MAX_KEPT_FONTS = 8;
 constexpr std::size_t MAX_KEPT_TEXTS = 256;  ///< of one font
 constexpr std::size_t MAX_KEPT_LENGTH = 64;
 
+/// Smaller glyphs are fitted to the pixel grid, which keeps the thin strokes of labels sharp and in
+/// their full colour; smoothing would turn them into shades.
+constexpr int SMOOTH_FROM_HEIGHT = 18;
+
 /// The texts of one font. Holds no object of the window system: it may outlive that.
 struct FontTexts {
     std::wstring strFace;
@@ -20,15 +24,6 @@ struct FontTexts {
     bool bBold;
     std::unordered_map<std::wstring, TextMask> texts;
 };
-
-const CFont& DefaultFont() {
-    static const CFont font = [] {
-        CFont made;
-        made.CreatePointFont(80, L"MS Shell Dlg");
-        return made;
-    }();
-    return font;
-}
 
 std::unordered_map<std::wstring, TextMask>& TextsOf(const CFont& font) {
     thread_local std::vector<FontTexts> fonts;
@@ -44,7 +39,8 @@ std::unordered_map<std::wstring, TextMask>& TextsOf(const CFont& font) {
 TextMask Render(const CFont& font, const std::wstring& strText) {
     TextMask mask;
     if (!qGuiApp) return mask;
-    const QFont qtFont = ToQFont(font);
+    QFont qtFont = ToQFont(font);
+    if (font.m_nPixelHeight < SMOOTH_FROM_HEIGHT) qtFont.setStyleStrategy(QFont::NoAntialias);
     const QFontMetrics metrics(qtFont);
     const QString text = QString::fromStdWString(strText);
     mask.cell = {metrics.horizontalAdvance(text), metrics.height()};
@@ -82,6 +78,15 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
 }
 
 }  // namespace
+
+const CFont& DefaultFont() {
+    static const CFont font = [] {
+        CFont made;
+        made.CreatePixelFont(12, L"MS Shell Dlg", false);
+        return made;
+    }();
+    return font;
+}
 
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
     const CFont& font = pFont && *pFont ? *pFont : DefaultFont();

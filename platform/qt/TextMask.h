@@ -16,6 +16,10 @@ struct TextMask {
     std::vector<std::uint8_t> coverage;  ///< row by row; 255: wholly covered
 };
 
+/// What text is drawn in when no font is selected. A value of five digits and a sign is narrower
+/// than a plot's label margin.
+const CFont& DefaultFont();
+
 /// The mask of one line of text.
 /// @param pFont null: the default font
 /// @return valid until the next call on the same thread
