@@ -83,7 +83,7 @@ int CPlotPainter::FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t 
 void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve,
                              IndexRange range) {
     m_mainPoints.clear();
-    m_secondPoints.clear();
+    m_columnEnds.clear();
     for (std::int64_t i = range.nFirst; i < range.nLast; i += m_time.nColumnWidth) {
         const int x = m_time.XAt(i - range.nFirst);
         const Column column = ReadColumn(curve, i, range.nLast);
@@ -91,7 +91,7 @@ void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurv
         if (bStraddles) m_mainPoints.push_back({x, m_value.YOf(column.nLow)});
         m_nLevel = PassColumn(m_nLevel, column.nLow, column.nHigh);
         m_mainPoints.push_back({x, m_value.YOf(m_nLevel)});
-        m_secondPoints.push_back({x, m_value.YOf(column.nSecondHigh)});
+        m_columnEnds.push_back({m_mainPoints.size(), {x, m_value.YOf(column.nSecondHigh)}});
         if (x >= m_layout.nWidth) {
             m_nLevel = FindLevelAfter(curve, i + m_time.nColumnWidth, range.nLast, m_nLevel);
             break;
@@ -99,20 +99,43 @@ void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurv
     }
 
     const std::int16_t* pValues = curve.spData->GetValues();
-    const CRgn curveArea({LEFT_MARGIN, m_layout.nTopMargin, m_layout.nWidth, m_value.nMinY + 1});
-    m_dc.SelectClipRgn(&curveArea);
-    DrawPoints({LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])}, m_mainPoints,
-               GetMainColour(nCurve));
-    m_dc.SelectClipRgn(nullptr);
-    if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast)
-        DrawPoints({LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])}, m_secondPoints,
-                   ColourOf(m_colours.m_acrGraphLine2, nCurve));
+    const CPen mainPen(PS_SOLID, GetMainColour(nCurve));
+    const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])};
+    if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast) {
+        const CPen secondPen(PS_SOLID, ColourOf(m_colours.m_acrGraphLine2, nCurve));
+        DrawPair(mainPen, mainStart, secondPen,
+                 {LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])});
+    } else {
+        DrawMainLine(mainPen, mainStart, m_mainPoints);
+    }
 }
 
-void CPlotPainter::DrawPoints(CPoint start, const std::vector<CPoint>& points, COLORREF color) {
-    const CPenScope pen(m_dc, PS_SOLID, color);
+void CPlotPainter::DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points) {
+    const CRgn curveArea({LEFT_MARGIN, m_layout.nTopMargin, m_layout.nWidth, m_value.nMinY + 1});
+    const CPen* pPrevious = m_dc.SelectPen(&pen);
+    m_dc.SelectClipRgn(&curveArea);
     m_dc.MoveTo(start.x, start.y);
     m_dc.PolylineTo(points);
+    m_dc.SelectClipRgn(nullptr);
+    m_dc.SelectPen(pPrevious);
+}
+
+/// Both lines, column by column: where they meet, the later column is on top.
+void CPlotPainter::DrawPair(const CPen& mainPen, CPoint mainStart, const CPen& secondPen,
+                            CPoint secondStart) {
+    const std::span<const CPoint> points(m_mainPoints);
+    std::size_t nDrawn = 0;
+    for (const ColumnEnd& end : m_columnEnds) {
+        DrawMainLine(mainPen, nDrawn == 0 ? mainStart : points[nDrawn - 1],
+                     points.subspan(nDrawn, end.nMainPoints - nDrawn));
+        nDrawn = end.nMainPoints;
+
+        const CPen* pPrevious = m_dc.SelectPen(&secondPen);
+        m_dc.MoveTo(secondStart.x, secondStart.y);
+        m_dc.LineTo(end.second.x, end.second.y);
+        m_dc.SelectPen(pPrevious);
+        secondStart = end.second;
+    }
 }
 
 COLORREF CPlotPainter::GetMainColour(std::size_t nCurve) const {

@@ -1,6 +1,7 @@
 // Draws one plot. RTPlot::Paint makes one painter for each paint.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "platform/Graphics.h"
@@ -51,6 +52,11 @@ class CPlotPainter {
         int nHigh;
         int nSecondHigh;  ///< of the second quantity, and never below 0
     };
+    /// Where the lines have got to with a column.
+    struct ColumnEnd {
+        std::size_t nMainPoints;  ///< points of the main line so far
+        CPoint second;
+    };
 
     IndexRange FindIndexRange(const PlotSnapshot::Curve& curve) const;
     Column ReadColumn(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
@@ -58,7 +64,8 @@ class CPlotPainter {
     int FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t nIndex, std::int64_t nLast,
                        int nLevel) const;
     void DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve, IndexRange range);
-    void DrawPoints(CPoint start, const std::vector<CPoint>& points, COLORREF color);
+    void DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points);
+    void DrawPair(const CPen& mainPen, CPoint mainStart, const CPen& secondPen, CPoint secondStart);
     COLORREF GetMainColour(std::size_t nCurve) const;
 
     void DrawInputTraces(const RTPulseList& pulses, IndexRange range);
@@ -76,7 +83,7 @@ class CPlotPainter {
     /// The value that the main line has reached; it carries over from one curve to the next.
     int m_nLevel = 0;
     std::vector<CPoint> m_mainPoints;
-    std::vector<CPoint> m_secondPoints;
+    std::vector<ColumnEnd> m_columnEnds;
 };
 
 /// The colour of a curve by its place in the plot's list.

@@ -1,0 +1,89 @@
+// A plot with a memory context to paint it into, and the means to look at the picture.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <span>
+#include <utility>
+
+#include "platform/Graphics.h"
+#include "plot/RTPlot.h"
+
+using Pixels = std::set<std::pair<int, int>>;
+
+struct PlotSheet {
+    explicit PlotSheet(int nWidth = 698, int nHeight = 343) {
+        spCurves = std::make_shared<CRTCurves>();
+        graph.m_nGraphRate = 40000;
+        plot.m_spCurves = spCurves;
+        plot.m_pGraph = &graph;
+        plot.m_nWidth = nWidth;
+        plot.m_nHeight = plot.m_nBottom = nHeight;
+        bitmap.CreateBitmap(nWidth, nHeight);
+        dc.CreateCompatibleDC(nullptr);
+        dc.SelectBitmap(&bitmap);
+        dc.FillSolidRect({0, 0, nWidth, nHeight}, RGB(240, 240, 240));
+    }
+
+    /// Appends a finished curve with a value for each index, and shows all of it.
+    RTCurveData& Add(std::uint32_t nCount, const std::function<int(std::uint32_t)>& valueAt) {
+        const auto spCurve = spCurves->AddCurve(plot.m_nChannel, nCount);
+        const auto free = spCurve->GetFreeValues();
+        for (std::uint32_t i = 0; i < nCount; ++i) free[i] = static_cast<std::int16_t>(valueAt(i));
+        spCurve->PublishCount(nCount);
+        spCurve->RecomputeExtremes();
+        plot.m_nSpanValues = static_cast<std::int32_t>(nCount);
+        plot.ZoomAll();
+        return *spCurve;
+    }
+
+    void Paint() { plot.Paint(dc); }
+
+    Pixels Find(COLORREF color) const {
+        Pixels found;
+        for (int y = 0; y < plot.m_nHeight; ++y)
+            for (int x = 0; x < plot.m_nWidth; ++x)
+                if (dc.GetPixel(x, y) == color) found.insert({x, y});
+        return found;
+    }
+    /// How many pixels of a column, or of a row, have a colour.
+    int CountInColumn(int x, COLORREF color) const {
+        int nCount = 0;
+        for (int y = 0; y < plot.m_nHeight; ++y) nCount += dc.GetPixel(x, y) == color;
+        return nCount;
+    }
+    int CountInRow(int y, COLORREF color) const {
+        int nCount = 0;
+        for (int x = 0; x < plot.m_nWidth; ++x) nCount += dc.GetPixel(x, y) == color;
+        return nCount;
+    }
+    /// Whether a text stands at a point in a colour, its pixels all there.
+    bool HasText(int x, int y, const wchar_t* pText, COLORREF color, UINT nAlign = TA_LEFT) const {
+        CBitmap stencil;
+        stencil.CreateBitmap(plot.m_nWidth, plot.m_nHeight);
+        CDC other;
+        other.CreateCompatibleDC(nullptr);
+        other.SelectBitmap(&stencil);
+        other.FillSolidRect({0, 0, plot.m_nWidth, plot.m_nHeight}, RGB(255, 255, 255));
+        other.SetBkMode(TRANSPARENT);
+        other.SetTextAlign(nAlign | TA_TOP);
+        other.TextOut(x, y, pText);
+        bool bFound = false;
+        for (int py = 0; py < plot.m_nHeight; ++py) {
+            for (int px = 0; px < plot.m_nWidth; ++px) {
+                if (other.GetPixel(px, py) != RGB(0, 0, 0)) continue;
+                if (dc.GetPixel(px, py) != color) return false;
+                bFound = true;
+            }
+        }
+        return bFound;
+    }
+
+    RTGraphSettings graph;
+    std::shared_ptr<CRTCurves> spCurves;
+    RTPlot plot;
+    CBitmap bitmap;
+    CDC dc;
+};
