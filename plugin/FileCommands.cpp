@@ -71,7 +71,7 @@ void CDlgSetupMode::LoadCaptureRecords(CArchive& ar) {
     struct Installer {
         CDlgSetupMode& screen;
         std::shared_ptr<CRTCurves> spCurves = std::make_shared<CRTCurves>();
-        RTCaptureScale scale;
+        RTCaptureScale scale{};
         ~Installer() {
             screen.m_capture.ReplaceCurves(spCurves, scale);
             for (CDialogDraw& control : screen.m_aPlotCtrl) control.Invalidate();

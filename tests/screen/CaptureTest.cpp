@@ -69,8 +69,9 @@ TEST(Screen, TakesASampleTimeCaptureToItsEnd) {
         const auto values = panel.ValuesOf(0);
         ASSERT_EQ(values.size(), 3000u);
         EXPECT_EQ(values[1234], 234);
-        const RTExtremes extremes = panel.m_pSession->m_spCurves->FirstCurve(0)->GetExtremes();
-        EXPECT_EQ(extremes, (RTExtremes{998, 0, 999, 1}));
+        const auto spCurve = panel.m_pSession->m_spCurves->FirstCurve(0);
+        ASSERT_TRUE(spCurve);
+        EXPECT_EQ(spCurve->GetExtremes(), (RTExtremes{998, 0, 999, 1}));
     });
 }
 

@@ -1,6 +1,5 @@
 #include "Panel.h"
 
-#include <filesystem>
 #include <mutex>
 #include <stdexcept>
 
@@ -15,10 +14,6 @@ struct OwningPacket : RTPacket {
     }
     std::vector<std::uint8_t> m_payload;
 };
-
-std::wstring SettingsFile() {
-    return (std::filesystem::temp_directory_path() / "rt-screen-test.ini").wstring();
-}
 
 }  // namespace
 
@@ -54,7 +49,7 @@ LRESULT CTestView::OnSendObject(WPARAM wParam, LPARAM) {
 }
 
 TestPanel::TestPanel(std::uint8_t nMode, std::uint8_t nPositionInput)
-    : m_library(L"RealTimeMode.dll"), m_app(L"rt-screen-test", SettingsFile()) {
+    : m_library(L"RealTimeMode.dll"), m_app(L"rt-screen-test", m_folder.Path("settings.ini")) {
     m_frame.Create(L"Panel");
     m_view.Create(&m_frame);
     m_frame.SetActiveView(&m_view);
@@ -64,6 +59,7 @@ TestPanel::TestPanel(std::uint8_t nMode, std::uint8_t nPositionInput)
     if (!pGetDialog) throw std::runtime_error("the plug-in library is not there");
     m_pDialog.reset(pGetDialog());
     m_pSession = dynamic_cast<CRealTimeData*>(m_pDialog.get());
+    if (!m_pSession) throw std::runtime_error("the screen has no session record");
     m_pSession->m_pPacketQueue = &m_queue;
     m_pSession->m_nMode = nMode;
     m_pSession->m_nPositionInput = nPositionInput;
@@ -71,10 +67,7 @@ TestPanel::TestPanel(std::uint8_t nMode, std::uint8_t nPositionInput)
     m_pSession->m_nHostAuxRate = 20000;
 }
 
-TestPanel::~TestPanel() {
-    m_pDialog.reset();
-    std::filesystem::remove(SettingsFile());
-}
+TestPanel::~TestPanel() { m_pDialog.reset(); }
 
 void TestPanel::Run(const std::function<void()>& script) {
     RunUntilClosed([&] {

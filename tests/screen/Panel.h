@@ -13,6 +13,7 @@
 #include "platform/Operator.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
+#include "tests/support/TemporaryFolder.h"
 
 /// A packet with a payload of its own.
 std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, std::vector<std::uint8_t> payload);
@@ -62,6 +63,7 @@ class TestPanel {
     /// Waits until every packet has been taken and the screen has shown what came of it.
     void Settle();
 
+    TemporaryFolder m_folder;  ///< holds the settings
     CDynamicLibrary m_library;
     CWinApp m_app;
     CFrameWnd m_frame;
