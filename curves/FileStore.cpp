@@ -15,7 +15,7 @@ std::wstring GetStorePath(std::wstring_view strName, const wchar_t* pExtension) 
 
 }  // namespace
 
-std::wstring GetStoreFolder() { return JoinPath(GetExecutableFolder(), L"RealTimeFiles"); }
+std::wstring GetStoreFolder() { return JoinPath(GetProgramFolder(), L"RealTimeFiles"); }
 
 void CreateStoreFolder() { CreateFolder(GetStoreFolder()); }
 

@@ -1,0 +1,191 @@
+// Captures saved, listed, loaded and exported through the screen's real controls.
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+#include "../curves/FileBytes.h"
+#include "../support/TemporaryFolder.h"
+#include "Panel.h"
+#include "platform/Paths.h"
+#include "plugin/ScreenTemplate.h"
+
+namespace {
+
+constexpr int BAR_EXPORT = 1047;
+constexpr int LIST_FILES = 1135;
+
+class FilesTest : public ::testing::Test {
+  protected:
+    FilesTest() { SetProgramFolder(folder.Path("")); }
+    ~FilesTest() override { SetProgramFolder(L""); }
+
+    static std::string Example() {
+        const std::vector<std::uint8_t> bytes = FileBytes::WorkedExample();
+        return {bytes.begin(), bytes.end()};
+    }
+
+    /// A capture of the four values and one pulse of the worked example: capacity 4 at a rate of 4
+    /// values in one second.
+    static void CaptureExample(TestPanel& panel) {
+        panel.m_pSession->m_nHostValueRate = 4;
+        panel.Tap(IDC_SAMPLE_TIME);
+        Operator::WaitUntil([&] { return Operator::ModalWindow() != panel.m_pDialog.get(); }, 2000);
+        Operator::Type(L"1");
+        Operator::PressKey(Operator::Key::Enter);
+        panel.Tap(IDC_START);
+        panel.m_queue.push(MakeSamples(5, {100, -200, 300, -50}));
+        panel.Settle();
+    }
+    /// What a save of that capture holds: the worked example with a value rate of 4.
+    static std::string SavedExample() {
+        std::string bytes = Example();
+        bytes[6] = 4;
+        bytes[7] = 0;
+        return bytes;
+    }
+
+    static void SaveAs(TestPanel& panel, const std::wstring& strName) {
+        panel.Tap(IDC_SAVE);
+        ASSERT_TRUE(Operator::WaitUntil(
+            [&] { return Operator::ModalTitle() == L"Real Time file name"; }, 2000));
+        Operator::Type(strName);
+        Operator::PressKey(Operator::Key::Enter);
+        Operator::Wait(30);
+    }
+    static void AnswerFileDialog(const TestPanel& panel, const std::wstring& strPath) {
+        ASSERT_TRUE(Operator::WaitUntil(
+            [&] { return Operator::ModalWindow() != panel.m_pDialog.get(); }, 2000));
+        Operator::Type(strPath);
+        Operator::PressKey(Operator::Key::Enter);
+        Operator::WaitUntil([&] { return Operator::ModalWindow() == panel.m_pDialog.get(); }, 2000);
+    }
+    std::string Title(TestPanel& panel) {
+        std::wstring strTitle;
+        Operator::Ask([&] { strTitle = panel.m_pDialog->GetWindowText(); });
+        return ToUtf8(strTitle);
+    }
+
+    TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(FilesTest, SavesAndLoadsOnThePanel) {
+    TestPanel panel(1);
+    panel.Run([&] {
+        CaptureExample(panel);
+        SaveAs(panel, L"run1");
+        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+        SaveAs(panel, L"run1");
+        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+
+        std::filesystem::create_directory(folder.GetPath() / "RealTimeFiles/folder.RT3");
+        folder.Put("RealTimeFiles/Apple.RT3", Example());
+        panel.Tap(IDC_LOAD);
+        CWnd* pList = Operator::ModalWindow();
+        ASSERT_TRUE(pList);
+        EXPECT_EQ(Operator::ModalText(), L"Select Real Time file to open");
+        EXPECT_FALSE(Operator::Tap(*pList, IDOK));
+        CWnd* pRows = pList->GetDlgItem(LIST_FILES);
+        EXPECT_FALSE(Operator::Select(*pRows, L"folder"));
+        EXPECT_TRUE(Operator::Select(*pRows, L"Apple"));
+        EXPECT_TRUE(Operator::Tap(*pList, IDOK));
+        EXPECT_EQ(Title(panel), "Real Time Mode - Apple");
+        EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{100, -200, 300, -50}));
+        EXPECT_EQ(panel.m_pSession->m_nValueRate, 40000);
+        EXPECT_EQ(panel.m_pSession->m_graph.m_nGraphRate, 40000);
+        EXPECT_EQ(panel.m_pSession->m_aPlots[0].m_nViewEnd, 4);
+    });
+}
+
+TEST_F(FilesTest, RefusesNamesThatLeaveTheStore) {
+    TestPanel panel(1);
+    panel.Run([&] {
+        for (const wchar_t* pName : {L"../evil", L"a\\b", L".."}) {
+            SaveAs(panel, pName);
+            EXPECT_EQ(Operator::ModalTitle(), L"Data Error") << pName;
+            Operator::PressKey(Operator::Key::Escape);
+        }
+        EXPECT_EQ(folder.CountEntries(), 1u);  // the folder of the language files
+    });
+}
+
+TEST_F(FilesTest, ReportsASaveThatFailsAndKeepsTheOldFile) {
+    TestPanel panel(1);
+    panel.Run([&] {
+        CaptureExample(panel);
+        SaveAs(panel, L"run1");
+
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit tight{50, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &tight);
+        panel.Tap(IDC_START);
+        panel.m_queue.push(MakeSamples(5, {1, 2, 3, 4}));
+        panel.Settle();
+        SaveAs(panel, L"run1");
+        const std::wstring strText = Operator::ModalText();
+        setrlimit(RLIMIT_FSIZE, &before);
+        EXPECT_NE(strText.find(L"run1.rt3"), std::wstring::npos);
+        EXPECT_NE(strText.find(L"File too large"), std::wstring::npos);
+        Operator::PressModalButton(L"OK");
+
+        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+        EXPECT_EQ(
+            std::distance(std::filesystem::directory_iterator(folder.GetPath() / "RealTimeFiles"),
+                          std::filesystem::directory_iterator()),
+            1);
+        EXPECT_TRUE(panel.IsEnabled(IDC_START));
+    });
+}
+
+TEST_F(FilesTest, ReportsALoadThatFails) {
+    std::filesystem::create_directory(folder.GetPath() / "RealTimeFiles");
+    folder.Put("RealTimeFiles/short.rt3", Example().substr(0, 106));
+    TestPanel panel(1);
+    panel.Run([&] {
+        CaptureExample(panel);
+        panel.Tap(IDC_LOAD);
+        CWnd* pList = Operator::ModalWindow();
+        Operator::Select(*pList->GetDlgItem(LIST_FILES), L"short");
+        Operator::Tap(*pList, IDOK);
+        EXPECT_NE(Operator::ModalText().find(L"short.rt3"), std::wstring::npos);
+        EXPECT_TRUE(Operator::PressModalButton(L"OK"));
+        // the new title, the one curve that was whole, and a screen that goes on
+        EXPECT_EQ(Title(panel), "Real Time Mode - short");
+        EXPECT_EQ(panel.CurveCount(0), 1u);
+        EXPECT_EQ(panel.ValuesOf(0).size(), 4u);
+        EXPECT_TRUE(panel.Tap(IDC_CLEAR));
+    });
+}
+
+TEST_F(FilesTest, WorksWithFileDialogsOnADesktop) {
+    folder.Put("seen.RT3", Example());
+    TestPanel panel(1);
+    panel.m_pSession->m_bDesktopMode = 1;
+    panel.Run([&] {
+        EXPECT_FALSE(panel.IsEnabled(IDC_START));
+        panel.Tap(IDC_LOAD);
+        AnswerFileDialog(panel, folder.Path("seen.RT3"));
+        EXPECT_EQ(Title(panel), "Real Time Mode - seen.RT3");
+        EXPECT_EQ(panel.ValuesOf(0).size(), 4u);
+
+        panel.Tap(IDC_SAVE);
+        AnswerFileDialog(panel, folder.Path("copy"));
+        EXPECT_EQ(folder.Get("copy.rt3"), Example());
+
+        panel.TapBar(BAR_EXPORT);
+        AnswerFileDialog(panel, folder.Path("out"));
+        EXPECT_EQ(folder.Get("out.csv"), "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050");
+
+        panel.TapBar(BAR_EXPORT);
+        Operator::PressKey(Operator::Key::Escape);
+        EXPECT_EQ(folder.CountEntries(), 4u);  // those three and the language folder
+
+        folder.Put("dropped.rt3", Example());
+        Operator::DropFiles(*panel.m_pDialog, {folder.Path("dropped.rt3")});
+        EXPECT_EQ(Title(panel), "Real Time Mode - dropped.rt3");
+    });
+}

@@ -1,0 +1,311 @@
+// What an operator does with a finger on the screen: zoom band, markers, trigger level, entries.
+#include <gtest/gtest.h>
+
+#include "Panel.h"
+#include "platform/NamedMutex.h"
+#include "plugin/ScreenTemplate.h"
+#include "ui/BarMessages.h"
+
+namespace {
+
+// Controls of the bars and dialogs, by their ids.
+constexpr int BAR_INFO_BUTTON = 2, BAR_A = 1028, BAR_B = 1027, BAR_TRIGGER = 1030;
+constexpr int BAR_DISTANCE = 1029, BAR_PERCENT = 1031, BAR_CLEAR_MARKERS = 1012;
+constexpr int BAR_BACK = 1036, SETTINGS_LOWER = 1043, SETTINGS_UPPER = 1044;
+constexpr int SETTINGS_AUTO_ZOOM = 1222;
+
+/// A screen with one idle capture of 98,400 values: its plot is 698 pixels wide, so 656 pixels
+/// stand for the capture and one pixel for exactly 150 values.
+class FingerTest : public ::testing::Test {
+  protected:
+    FingerTest() { panel.m_pSession->m_nHostValueRate = 32800; }
+
+    RTPlot& Plot() { return panel.m_pSession->m_aPlots[0]; }
+
+    void Capture() {
+        panel.Tap(IDC_START);
+        panel.m_queue.push(MakeSamples(0, {1000, 5, 2000, 5, -200, 5}));
+        panel.m_queue.push(MakeIdleReport());
+        panel.Settle();
+        Operator::WaitUntil([this] { return Plot().m_dXScale > 0; }, 2000);
+        ASSERT_DOUBLE_EQ(Plot().m_dXScale, 1.0 / 150);
+    }
+
+    /// A point of the plot in the screen's client area.
+    CPoint AtPlot(int x, int y) {
+        CRect area;
+        Operator::Ask([&] {
+            area = panel.m_pDialog->GetDlgItem(IDC_PLOT_1)->GetWindowRect();
+            panel.m_pDialog->ScreenToClient(area);
+        });
+        return {area.left + x, area.top + y};
+    }
+    void Drag(int xFrom, int xTo) {
+        Operator::Press(*panel.m_pDialog, AtPlot(xFrom, 100));
+        Operator::MoveTo(*panel.m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
+        Operator::MoveTo(*panel.m_pDialog, AtPlot(xTo, 120));
+        Operator::Release(*panel.m_pDialog, AtPlot(xTo, 120));
+    }
+    void TapPlot(int x, int y = 100) {
+        Operator::Press(*panel.m_pDialog, AtPlot(x, y));
+        Operator::Release(*panel.m_pDialog, AtPlot(x, y));
+    }
+    void ExpectView(int nStart, int nEnd) {
+        EXPECT_EQ(Plot().m_nViewStart, nStart);
+        EXPECT_EQ(Plot().m_nViewEnd, nEnd);
+    }
+    std::wstring BarText(int nID) {
+        CWnd* pControl = panel.BarControl(nID);
+        std::wstring strText = L"(none)";
+        Operator::Ask([&] {
+            if (pControl) strText = pControl->GetWindowText();
+        });
+        return strText;
+    }
+    /// Enters a text on the keyboard or number pad in front, with hardware keys.
+    void Enter(const std::wstring& strText) {
+        ASSERT_TRUE(Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 2000));
+        Operator::Type(strText);
+        Operator::PressKey(Operator::Key::Enter);
+    }
+    /// Enters a number into an edit of the screen and returns what it then shows.
+    std::wstring EnterInto(int nEdit, const std::wstring& strNumber) {
+        panel.Tap(nEdit);
+        EXPECT_NE(Operator::ModalWindow(), panel.m_pDialog.get());
+        Enter(strNumber);
+        return panel.TextOf(nEdit);
+    }
+
+    TestPanel panel{1, 1};
+};
+
+}  // namespace
+
+TEST_F(FingerTest, ZoomsToABandInBothDirections) {
+    panel.Run([&] {
+        Capture();
+        Drag(340, 640);
+        ExpectView(45000, 90000);
+        EXPECT_EQ(Plot().m_bZoomed, 1);
+
+        panel.Tap(IDC_ZOOM_ALL);
+        ExpectView(0, 98400);
+        EXPECT_EQ(Plot().m_bZoomed, 0);
+        Drag(640, 340);
+        ExpectView(45000, 90000);
+
+        panel.Tap(IDC_ZOOM_ALL);
+        TapPlot(340);  // pressed and released in the same hundred values
+        ExpectView(0, 98400);
+        Drag(340, 341);
+        ExpectView(45000, 45150);
+    });
+}
+
+TEST_F(FingerTest, StartsTheViewOfTheSecondQuantityOddly) {
+    panel.Run([&] {
+        Capture();
+        CWnd* pList = panel.m_pDialog->GetDlgItem(IDC_DISPLAY_LIST);
+        ASSERT_TRUE(Operator::Select(*pList, L"Position"));
+        Drag(340, 640);
+        ExpectView(45001, 90000);
+    });
+}
+
+TEST_F(FingerTest, LeavesNoBandBehind) {
+    panel.Run([&] {
+        Capture();
+        const CBitmap before = Operator::TakePicture(*panel.m_pDialog);
+        const CPoint inBand = AtPlot(450, 60);
+        Operator::Press(*panel.m_pDialog, AtPlot(340, 100));
+        Operator::MoveTo(*panel.m_pDialog, AtPlot(500, 100));
+        EXPECT_NE(Operator::TakePicture(*panel.m_pDialog).GetPixel(inBand.x, inBand.y),
+                  before.GetPixel(inBand.x, inBand.y));
+
+        panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
+        panel.Settle();
+        Operator::MoveTo(*panel.m_pDialog, AtPlot(400, 100));
+        EXPECT_EQ(Operator::TakePicture(*panel.m_pDialog).GetPixel(inBand.x, inBand.y),
+                  before.GetPixel(inBand.x, inBand.y));
+        Operator::Release(*panel.m_pDialog, AtPlot(340, 100));
+        panel.Tap(IDC_ZOOM_ALL);
+        Operator::Wait(20);
+        const CBitmap after = Operator::TakePicture(*panel.m_pDialog);
+        const CPoint corner = AtPlot(41, 20), end = AtPlot(690, 200);
+        for (int y = corner.y; y < end.y; ++y)
+            for (int x = corner.x; x < end.x; ++x)
+                ASSERT_EQ(after.GetPixel(x, y), before.GetPixel(x, y)) << x << ", " << y;
+    });
+}
+
+TEST_F(FingerTest, MeasuresATimeDistance) {
+    panel.Run([&] {
+        Capture();
+        panel.TapBar(BAR_INFO_BUTTON);
+        EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
+        panel.TapBar(BAR_A);
+        TapPlot(40 + 120);  // 120 pixels: value 18000
+        EXPECT_EQ(Plot().m_nMarkerA, 18000);
+        EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_MARKER_B);
+        TapPlot(40 + 295);  // and 5 more for marker B: 300 pixels, value 45000
+        EXPECT_EQ(Plot().m_nMarkerB, 45000);
+        EXPECT_EQ(BarText(BAR_DISTANCE), L"675");
+        EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
+
+        panel.TapBar(BAR_CLEAR_MARKERS);
+        EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
+        EXPECT_EQ(Plot().m_nMarkerA, -1);
+
+        panel.TapBar(BAR_A);
+        panel.TapBar(BAR_B);
+        TapPlot(200);
+        EXPECT_EQ(Plot().m_nMarkerA, -1);
+        EXPECT_NE(Plot().m_nMarkerB, -1);
+        panel.TapBar(BAR_BACK);
+        EXPECT_TRUE(panel.BarControl(BAR_INFO_BUTTON));
+    });
+}
+
+TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
+    panel.Run([&] {
+        Capture();
+        panel.Tap(IDC_SETTINGS);
+        CWnd* pSettings = Operator::ModalWindow();
+        ASSERT_TRUE(pSettings);
+        Operator::Tap(*pSettings, SETTINGS_AUTO_ZOOM);
+        Operator::Tap(*pSettings, SETTINGS_LOWER);
+        Enter(L"0");
+        Operator::Tap(*pSettings, SETTINGS_UPPER);
+        Enter(L"3960.9");
+        Operator::Tap(*pSettings, IDOK);
+        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMin, 0);
+        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMax, 3960);
+        EXPECT_EQ(panel.m_pSession->m_graph.m_bAutoZoom, 0);
+
+        // 198 usable pixels for 3960 units; the zero line stands 218 pixels down.
+        Operator::WaitUntil([this] { return Plot().m_nValueSpan == 3960; }, 2000);
+        EXPECT_DOUBLE_EQ(Plot().m_dYScale, 0.05);
+        EXPECT_EQ(Plot().m_nZeroY, 218);
+        panel.TapBar(BAR_INFO_BUTTON);
+        panel.TapBar(BAR_TRIGGER);
+        TapPlot(300, 218 - 50);
+        EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
+        EXPECT_EQ(BarText(BAR_PERCENT), L"20");
+    });
+}
+
+TEST_F(FingerTest, ClampsAndFormatsEntries) {
+    panel.Run([&] {
+        EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"75"), L"60");
+        EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"0.4"), L"1");
+        EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"12.6"), L"13");
+        EXPECT_EQ(EnterInto(IDC_TRIGGER, L"99.95"), L"99.9");
+        EXPECT_EQ(EnterInto(IDC_TRIGGER, L"12.34"), L"12.3");
+
+        panel.Tap(IDC_TRIGGER);
+        Operator::PressKey(Operator::Key::Escape);
+        EXPECT_EQ(panel.TextOf(IDC_TRIGGER), L"12.3");
+        EXPECT_EQ(Operator::ModalWindow(), panel.m_pDialog.get());
+
+        panel.Tap(IDC_START);  // 13 s, 32800 values per second, 12.3 percent
+        EXPECT_EQ(panel.m_view.m_images.back().substr(3, 8),
+                  std::string("\x02\xC8\x32\x00\x20\x80\x7B\x00", 8));
+        panel.m_queue.push(MakeIdleReport());
+        panel.Settle();
+    });
+}
+
+TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
+    panel.Run([&] {
+        panel.Tap(IDC_SETTINGS);
+        CWnd* pSettings = Operator::ModalWindow();
+        Operator::Tap(*pSettings, SETTINGS_LOWER);
+        Enter(L"-20000.5");
+        EXPECT_EQ(Operator::ModalTitle(), L"Data Error");
+        EXPECT_EQ(Operator::ModalText(), L"Parameter must be within range: -20000 to 70000");
+        EXPECT_TRUE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
+        CWnd* pBox = Operator::ModalWindow();
+        ASSERT_TRUE(pBox);
+        EXPECT_TRUE(Operator::Tap(*pBox, 3));
+        EXPECT_FALSE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
+        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMin, -5000);
+        EXPECT_EQ(Operator::ModalWindow(), pSettings);
+        Operator::PressKey(Operator::Key::Escape);
+    });
+}
+
+TEST_F(FingerTest, EscapeAndEnterCloseTheScreen) {
+    panel.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Escape); });
+    EXPECT_FALSE(panel.m_pDialog->GetSafeHwnd());
+    TestPanel second;
+    second.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Enter); });
+    EXPECT_FALSE(second.m_pDialog->GetSafeHwnd());
+}
+
+TEST_F(FingerTest, EveryOtherButtonAndMessage) {
+    panel.Run([&] {
+        panel.TapBar(4);  // pass output
+        ASSERT_EQ(panel.m_view.m_images.size(), 1u);
+        EXPECT_EQ(panel.m_view.m_images[0].substr(0, 5), std::string("\x27\x01\x29\x03\x00", 5));
+        EXPECT_EQ(panel.m_view.m_images[0].size(), 44u);
+        EXPECT_FALSE(panel.TapBar(1203));  // the hidden Tools button
+        panel.TapBar(1047);                // nothing to export: no dialog
+        EXPECT_EQ(Operator::ModalWindow(), panel.m_pDialog.get());
+
+        panel.m_pDialog->PostMessage(WM_RT_BARCOMMAND, 999);
+        panel.m_pDialog->PostMessage(WM_RT_SWITCHBAR, 999);
+        Operator::RightClick(*panel.m_pDialog, AtPlot(100, 100));
+        TapPlot(100);  // a plot without curves
+        EXPECT_EQ(Plot().m_bZoomDrag, 0);
+        EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
+    });
+}
+
+TEST(Finger, WorksDuringAContinuousCapture) {
+    TestPanel panel(3);
+    panel.Run([&] {
+        panel.Tap(IDC_SAMPLE_TIME_MODE);
+        panel.Tap(IDC_START);
+        std::atomic<int> nPackets{0};
+        std::atomic<bool> bOn{true};
+        CThreadHandle instrument = StartThread([&] {
+            while (bOn) {
+                panel.m_queue.push(MakeSamples(1, std::vector<std::int16_t>(30, 100)));
+                ++nPackets;
+                SleepMilliseconds(1);
+            }
+        });
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(panel.TapBar(BAR_INFO_BUTTON));
+            EXPECT_TRUE(panel.TapBar(BAR_A));
+            EXPECT_TRUE(panel.TapBar(BAR_BACK));
+        }
+        bOn = false;
+        instrument.Close();
+        panel.Settle();
+        for (std::size_t k = 0; k < 3; ++k)
+            EXPECT_EQ(panel.ValuesOf(k).size(), static_cast<std::size_t>(nPackets) * 10);
+    });
+}
+
+TEST(Finger, ShowsEachChannelInItsOwnPlot) {
+    TestPanel panel(3);
+    panel.Run([&] {
+        panel.Tap(IDC_START);
+        panel.m_queue.push(MakeSamples(0, {1, 2, 3}));
+        panel.m_queue.push(MakeIdleReport());
+        panel.Settle();
+        constexpr int PLOTS[] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
+        CWnd* pList = panel.m_pDialog->GetDlgItem(IDC_CHANNEL_LIST);
+        for (const int nShown : {2, 1, 0}) {
+            ASSERT_TRUE(Operator::Select(*pList, L"Channel " + std::to_wstring(nShown + 1)));
+            for (int k = 0; k < 3; ++k) EXPECT_EQ(panel.IsVisible(PLOTS[k]), k == nShown);
+            EXPECT_TRUE(Operator::WaitUntil(
+                [&] {
+                    return panel.m_pSession->m_aPlots[static_cast<std::size_t>(nShown)].m_nWidth ==
+                           698;
+                },
+                1000));
+        }
+    });
+}

@@ -1,0 +1,94 @@
+// The screen in another language, and what it does when its surroundings are missing.
+#include <gtest/gtest.h>
+
+#include "../support/TemporaryFolder.h"
+#include "Panel.h"
+#include "platform/Controls.h"
+#include "platform/Paths.h"
+#include "plugin/ScreenTemplate.h"
+
+namespace {
+
+std::string Utf16(const std::u16string& text) {
+    std::string bytes;
+    for (const char16_t ch : text) {
+        bytes.push_back(static_cast<char>(ch & 0xFF));
+        bytes.push_back(static_cast<char>(ch >> 8));
+    }
+    return bytes;
+}
+
+}  // namespace
+
+TEST(ScreenLanguage, TakesItsTextsFromTheLanguageFile) {
+    TemporaryFolder folder;
+    std::filesystem::create_directory(folder.GetPath() / "lang");
+    folder.Put("lang/default.txt", Utf16(u"Test\n"));
+    folder.Put("lang/Test.txt", Utf16(u"11\t-\t144\t-\tLos\r\n"
+                                      u"12\t-\t145\t-\tnot taken\r\n"
+                                      u"0\t-\t0\t-\tKraft\r\n"
+                                      u"0\t-\t120\t-\tKanal 1\r\n"
+                                      u"11\t-\t1512\t-\t&Mehr\r\n"
+                                      u"11\t-\t2004\t-\tEchtzeit\r\n"));
+    SetProgramFolder(folder.Path(""));
+    TestPanel panel(1);
+    panel.Run([&] {
+        EXPECT_EQ(panel.TextOf(IDC_START), L"Los");
+        EXPECT_EQ(panel.TextOf(IDC_STOP), L"Stop");
+        EXPECT_EQ(panel.TextOf(IDC_CHANNEL_LIST), L"Kanal 1");
+        EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), L"Kraft");
+        std::wstring strInfo, strTitle;
+        CWnd* pInfo = panel.BarControl(2);
+        ASSERT_TRUE(pInfo);
+        Operator::Ask([&] {
+            strInfo = pInfo->GetWindowText();
+            strTitle = panel.m_pDialog->GetWindowText();
+        });
+        EXPECT_EQ(strInfo, L"&Mehr");
+        EXPECT_EQ(strTitle, L"Echtzeit");
+    });
+    SetProgramFolder(L"");
+}
+
+struct DisplayListCase {
+    std::uint8_t nMode;
+    std::uint8_t nPositionInput;
+    std::uint32_t nRanges;
+    std::vector<std::wstring> texts;
+};
+
+class DisplayListTest : public ::testing::TestWithParam<DisplayListCase> {};
+
+TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
+    struct Device : IRTDevice {
+        std::uint32_t ReadParameter(std::uint32_t nNumber) override {
+            ++nReads;
+            return nNumber == 50 ? nRanges : 0xFFFFFFFFu;
+        }
+        std::uint32_t nRanges = 0;
+        int nReads = 0;
+    } device;
+    device.nRanges = GetParam().nRanges;
+    TestPanel panel(GetParam().nMode, GetParam().nPositionInput);
+    panel.m_pSession->m_pDevice = &device;
+    panel.Run([&] {
+        std::vector<std::wstring> texts;
+        Operator::Ask([&] {
+            auto* pList = static_cast<CComboBox*>(panel.m_pDialog->GetDlgItem(IDC_DISPLAY_LIST));
+            for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetLBText(i));
+        });
+        EXPECT_EQ(texts, GetParam().texts);
+        EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), texts[0]);
+    });
+    EXPECT_EQ(device.nReads > 0, GetParam().nPositionInput == 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Modes, DisplayListTest,
+    ::testing::Values(
+        DisplayListCase{1, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
+        DisplayListCase{20, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
+        DisplayListCase{2, 2, 1, {L"Force/Voltage", L"Position (0-24V)", L"F/V vs P (0-24V)"}},
+        DisplayListCase{2, 2, 2, {L"Force/Voltage", L"Position (0-10V)", L"F/V vs P (0-10V)"}},
+        DisplayListCase{2, 1, 0, {L"Force"}}, DisplayListCase{3, 0, 0, {L"Force"}},
+        DisplayListCase{12, 1, 0, {L"Force"}}));
