@@ -4,6 +4,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "host/SampleLayout.h"
 #include "platform/Exceptions.h"
 #include "platform/Operator.h"
 #include "platform/Paths.h"
@@ -104,18 +105,21 @@ void CDemo::PrintCurves() const {
         const std::lock_guard lock(m_session.m_lock);
         channels = m_session.m_spCurves->m_lstCurves;
     }
+    const auto secondInput = static_cast<SecondInput>(m_session.m_nPositionInput);
+    const bool bPairs = FindSampleLayout(m_session.m_nMode, secondInput).m_nValuesPerChannel == 2;
     for (std::size_t k = 0; k < m_session.m_nChannels; ++k) {
         if (channels[k].empty())
             throw CDemoError("channel " + std::to_string(k + 1) + " has no curve");
         const RTCurveData& curve = *channels[k].back();
         const std::uint32_t nCount = curve.GetCount();
-        std::array<RTMinMax, 2> extremes;  // even indices, odd indices
-        for (std::uint32_t n = 0; n < nCount; ++n) extremes[n % 2].Include(curve.GetValues()[n]);
-
         std::printf("channel %zu    %u of %u values, %zu line records", k + 1, nCount,
                     curve.GetCapacity(), curve.GetPulses().GetCount());
-        PrintExtremes("even", extremes[0]);
-        PrintExtremes("odd", extremes[1]);
+        // Of a pair the first value stands at the even index.
+        std::array<RTMinMax, 2> extremes;
+        for (std::uint32_t n = 0; n < nCount; ++n)
+            extremes[bPairs ? n % 2 : 0].Include(curve.GetValues()[n]);
+        PrintExtremes("force", extremes[0]);
+        PrintExtremes("second input", extremes[1]);
         std::printf("\n");
         if (nCount != curve.GetCapacity()) throw CDemoError("values are missing");
     }

@@ -80,15 +80,18 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
 CPanel::~CPanel() = default;
 
 int CPanel::Run() {
-    SetProgramFolder(MakeAbsolute(m_options.m_strDataFolder));
+    const std::wstring strDataFolder = MakeAbsolute(m_options.m_strDataFolder);
+    if (!strDataFolder.empty() && !FolderExists(strDataFolder))
+        throw CPanelError(m_options.m_strDataFolder + ": there is no such folder");
+    SetProgramFolder(strDataFolder);
     const CDynamicLibrary library(L"RealTimeMode.dll");
-    if (!library) throw CPlugInError("RealTimeMode.so cannot be loaded");
+    if (!library) throw CPanelError("RealTimeMode.so cannot be loaded");
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
-    if (!pGetDialog) throw CPlugInError("RealTimeMode.so has no GetDialog");
+    if (!pGetDialog) throw CPanelError("RealTimeMode.so has no GetDialog");
 
     const std::unique_ptr<CDlgBase> pScreen(pGetDialog());
     auto* const pSession = dynamic_cast<CRealTimeData*>(pScreen.get());
-    if (!pSession) throw CPlugInError("RealTimeMode.so gives no screen");
+    if (!pSession) throw CPanelError("RealTimeMode.so gives no screen");
     FillSession(*pSession);
 
     m_frame.Create(L"Panel");

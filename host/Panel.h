@@ -14,8 +14,9 @@
 
 class CDlgBase;
 
-/// The plug-in library is missing, or does not give what it should.
-class CPlugInError : public std::runtime_error {
+/// A session that cannot begin: the data folder or the plug-in library is missing, or the library
+/// does not give what it should.
+class CPanelError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
@@ -46,7 +47,7 @@ class CPanel {
 
     /// Loads the plug-in, runs its screen, and returns when the screen has closed.
     /// @return the exit code: 0, or 1 when a demonstration did not go through
-    /// @throws CPlugInError
+    /// @throws CPanelError
     int Run();
 
   private:

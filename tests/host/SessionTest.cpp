@@ -1,0 +1,143 @@
+// The panel with its instrument and the real screen, worked as an operator would.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <random>
+
+#include "host/Panel.h"
+#include "platform/Operator.h"
+#include "plugin/DlgBase.h"
+
+namespace {
+
+constexpr int ID_START = 1004;
+constexpr int ID_STOP = 1006;
+constexpr int ID_SAMPLE_TIME_MODE = 1020;
+
+class Session : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        std::filesystem::create_directories(m_folder);
+        m_options.m_strSettingsFile = m_folder / "settings.ini";
+        m_options.m_strDataFolder = m_folder;
+        m_options.m_nValueRate = 10000;
+    }
+    void TearDown() override { std::filesystem::remove_all(m_folder); }
+
+    /// Runs the panel until the script has ended.
+    void Run(const std::function<void()>& script) {
+        CPanel panel(m_options);
+        Operator::CScript running([&] {
+            EXPECT_TRUE(
+                Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 5000));
+            m_pScreen = static_cast<CDlgBase*>(Operator::ModalWindow());
+            m_pSession = dynamic_cast<CRealTimeData*>(m_pScreen);
+            script();
+            m_pScreen->PostMessage(WM_CLOSE);
+        });
+        EXPECT_EQ(panel.Run(), 0);
+        running.Join();
+    }
+
+    bool Await(const std::function<bool()>& condition) {
+        return Operator::WaitUntil(condition, 20000);
+    }
+    bool IsEnabled(int nID) { return m_pScreen->GetDlgItem(nID)->IsWindowEnabled(); }
+    std::shared_ptr<CRTCurves> GetCurves() {
+        const std::lock_guard lock(m_pSession->m_lock);
+        return m_pSession->m_spCurves;
+    }
+    /// The values of a channel's first curve.
+    std::vector<std::int16_t> GetValues(std::size_t nChannel) {
+        const auto spCurve = GetCurves()->FirstCurve(nChannel);
+        if (!spCurve) return {};
+        const std::uint32_t nCount = spCurve->GetCount();
+        return {spCurve->GetValues(), spCurve->GetValues() + nCount};
+    }
+
+    const std::filesystem::path m_folder = std::filesystem::temp_directory_path() /
+                                           ("panel-" + std::to_string(std::random_device()()));
+    Options m_options;
+    CDlgBase* m_pScreen = nullptr;
+    CRealTimeData* m_pSession = nullptr;
+};
+
+TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
+    m_options.m_nMode = 20;
+    m_options.m_strSampleTime = L"2";
+    Run([this] {
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_START));
+        EXPECT_TRUE(Await([this] { return IsEnabled(ID_START); }));
+        for (const std::size_t nChannel : {0, 1}) {
+            const auto values = GetValues(nChannel);
+            ASSERT_EQ(values.size(), 20000u);
+            // Force at the even indices, position at the odd ones.
+            std::int16_t nForce = 0, nPosition = 0;
+            for (std::size_t n = 0; n < values.size(); n += 2) {
+                nForce = std::max(nForce, values[n]);
+                nPosition = std::max(nPosition, values[n + 1]);
+            }
+            EXPECT_NEAR(nForce, nChannel == 0 ? 3800 : 3040, 250);
+            EXPECT_NEAR(nPosition, 4200, 10);
+        }
+        EXPECT_TRUE(GetValues(2).empty());
+    });
+}
+
+TEST_F(Session, AContinuousCaptureRunsFromStrokeToStrokeUntilStop) {
+    Run([this] {
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_SAMPLE_TIME_MODE));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_START));
+        const auto spFirst = GetCurves();
+        EXPECT_TRUE(Await([&] { return GetCurves() != spFirst && !GetValues(0).empty(); }));
+        // A whole stroke of 1.5 s.
+        EXPECT_EQ(spFirst->FirstCurve(0)->GetCount(), 15000u);
+        EXPECT_FALSE(IsEnabled(ID_START));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_STOP));
+        EXPECT_TRUE(Await([this] { return IsEnabled(ID_START); }));
+    });
+}
+
+TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItself) {
+    m_options.m_bCaptureLocked = true;
+    m_options.m_nMode = 3;
+    Run([this] {
+        EXPECT_TRUE(Await([this] { return GetValues(2).size() >= 100; }));
+        EXPECT_FALSE(IsEnabled(ID_START));
+        EXPECT_FALSE(IsEnabled(ID_STOP));
+    });
+}
+
+TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
+    m_options.m_strDemo = m_folder / "out";
+    m_options.m_strSampleTime = L"1";
+    EXPECT_EQ(CPanel(m_options).Run(), 0);
+
+    EXPECT_GT(std::filesystem::file_size(m_folder / "out" / "screen.png"), 1000u);
+    // The header, and one row for each of 5000 pairs.
+    std::ifstream csv(m_folder / "out" / "capture.csv");
+    int nLines = 0;
+    for (std::string strLine; std::getline(csv, strLine);) ++nLines;
+    EXPECT_EQ(nLines, 5001);
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder / "RealTimeFiles"));
+
+    m_options.m_strDemo.clear();
+    m_options.m_strSampleTime.clear();
+    m_options.m_bDesktop = true;
+    m_options.m_strCaptureFile = m_folder / "out" / "capture.rt3";
+    Run([this] {
+        EXPECT_EQ(m_pSession->m_pPacketQueue, nullptr);
+        EXPECT_FALSE(IsEnabled(ID_START));
+        EXPECT_TRUE(Await([this] { return GetValues(0).size() == 10000; }));
+        EXPECT_EQ(m_pScreen->GetWindowText(), L"Real Time Mode - capture.rt3");
+    });
+}
+
+TEST_F(Session, AMissingDataFolderIsSaid) {
+    m_options.m_strDataFolder = m_folder / "nowhere";
+    EXPECT_THROW(CPanel(m_options).Run(), CPanelError);
+}
+
+}  // namespace
