@@ -1,0 +1,272 @@
+// Frame, scales, axes, marks and legend, by the pixels that they leave.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "tests/plot/PlotSheet.h"
+
+namespace {
+
+constexpr COLORREF GREY = RGB(192, 192, 192);
+constexpr COLORREF YELLOW = RGB(255, 255, 0);
+constexpr COLORREF BLACK = RGB(0, 0, 0);
+constexpr COLORREF MAGENTA = RGB(255, 0, 255);
+
+// Of a plot 343 pixels high: band 68, its rows 13, traces 10 high, top margin 17.
+constexpr int AXIS_Y = 303;
+constexpr int BAND_TOP = 235;
+constexpr int BASELINE = 218;
+constexpr int USABLE_HEIGHT = 198;
+
+int Zero(std::uint32_t) { return 0; }
+
+TEST(Painter, WithoutCurvesDrawsBackgroundAndFrame) {
+    PlotSheet sheet;
+    sheet.plot.m_dXScale = 7;
+    sheet.Paint();
+    EXPECT_EQ(sheet.Find(GREY).size(), 696u * 341u);
+    EXPECT_EQ(sheet.Find(BLACK).size(), 2u * 698u + 2u * 341u);
+    EXPECT_EQ(sheet.plot.m_dXScale, 7);
+    EXPECT_EQ(sheet.plot.m_nLeftMargin, 0);
+
+    sheet.plot.m_spCurves = nullptr;
+    sheet.Paint();
+    EXPECT_EQ(sheet.Find(GREY).size(), 696u * 341u);
+}
+
+TEST(Painter, LeavesTheScalesInThePlot) {
+    PlotSheet sheet(842);
+    sheet.graph.m_bAutoZoom = 0;
+    sheet.Add(120000, Zero);
+    sheet.Paint();
+    EXPECT_EQ(sheet.plot.m_dXScale, 800.0 / 120000);
+    EXPECT_EQ(sheet.plot.m_nValueSpan, 10000);
+    EXPECT_EQ(sheet.plot.m_dYScale, USABLE_HEIGHT / 10000.0);
+    EXPECT_NEAR(sheet.plot.m_nZeroY, BASELINE - USABLE_HEIGHT / 2, 1);
+    EXPECT_EQ(sheet.plot.m_nLeftMargin, 40);
+
+    sheet.plot.m_bZoomed = 1;
+    sheet.plot.m_nViewStart = 45000;
+    sheet.plot.m_nViewEnd = 90000;
+    sheet.graph.m_nRangeMin = 0;
+    sheet.Paint();
+    EXPECT_EQ(sheet.plot.m_dXScale, 800.0 / 45000);
+    EXPECT_EQ(sheet.plot.m_nZeroY, BASELINE);
+    EXPECT_EQ(sheet.plot.m_nValueSpan, 5000);
+}
+
+TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
+    PlotSheet sheet(842);
+    sheet.Add(120000, Zero);
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(0, 313, L"(ms)", BLACK));
+    EXPECT_TRUE(sheet.HasText(40, 313, L"0", BLACK));
+    EXPECT_TRUE(sheet.HasText(140, 313, L"375", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(740, 313, L"2625", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(840, 313, L"3000", BLACK, TA_RIGHT));
+    for (int x = 40; x <= 840; x += 100)
+        for (int y = AXIS_Y + 1; y <= AXIS_Y + 10; ++y) EXPECT_EQ(sheet.dc.GetPixel(x, y), BLACK);
+    EXPECT_EQ(sheet.dc.GetPixel(140, AXIS_Y), GREY);
+}
+
+TEST(Painter, LabelsTheTimeOfAViewAndOfOtherRates) {
+    PlotSheet sheet;
+    sheet.Add(120000, Zero);
+    sheet.plot.m_bZoomed = 1;
+    sheet.plot.m_nViewStart = 45000;
+    sheet.plot.m_nViewEnd = 90000;  // ticks every 5000: a leading 45 of hundreds, next multiple 50
+    const int x = 40 + 656 / 9;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(40, 313, L"1125", BLACK));
+    EXPECT_TRUE(sheet.HasText(x, 313, L"1250", BLACK, TA_CENTER));
+    sheet.graph.m_nGraphRate = 20500;  // 20 whole values a millisecond
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(x, 313, L"2500", BLACK, TA_CENTER));
+    sheet.graph.m_nGraphRate = 400;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(x, 313, L"125000", BLACK, TA_CENTER));
+    sheet.graph.m_nGraphRate = 0;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TA_CENTER));
+}
+
+TEST(Painter, DrawsTheValueGridWithItsLabels) {
+    PlotSheet sheet;
+    sheet.graph.m_bAutoZoom = 0;
+    sheet.Add(100, [](std::uint32_t) { return 32000; });  // out of sight
+    sheet.Paint();
+    for (int j = 0; j <= 10; ++j) {
+        const int y = sheet.plot.m_nZeroY + 99 - static_cast<int>(j * 19.8);
+        const std::wstring strLabel = std::to_wstring(-5000 + j * 1000);
+        EXPECT_EQ(sheet.CountInRow(y, YELLOW), 330) << y;  // of 658, three on and three off
+        EXPECT_EQ(sheet.dc.GetPixel(42, y), YELLOW);
+        EXPECT_EQ(sheet.dc.GetPixel(43, y), GREY);
+        EXPECT_TRUE(sheet.HasText(0, y - 8, strLabel.c_str(), BLACK)) << j;
+    }
+    EXPECT_EQ(sheet.Find(YELLOW).size(), 11u * 330u);
+}
+
+TEST(Painter, DrawsTheInputBand) {
+    PlotSheet sheet;
+    sheet.Add(100, Zero);
+    sheet.Paint();
+    for (const int y : {BAND_TOP, AXIS_Y - 13})
+        EXPECT_GE(sheet.CountInRow(y, RGB(128, 128, 128)), 690);
+    EXPECT_TRUE(sheet.HasText(0, BAND_TOP + 13, L"I #2", BLACK));
+    EXPECT_TRUE(sheet.HasText(0, BAND_TOP + 26, L"I #3", BLACK));
+}
+
+struct AutoZoomCase {
+    RTExtremes extremes;
+    int nDisplay;
+    int nSpan;
+    int nMin;
+};
+
+TEST(Painter, FollowsTheExtremesWithAutoZoom) {
+    const AutoZoomCase cases[] = {
+        {{1000, -200, 9, 9}, 0, 1440, -240},
+        {{9, 9, 1000, -200}, 1, 1440, -240},
+        {{1000, 7, 9, -200}, 2, 1440, -240},
+        {{0, 0, 0, 0}, 0, 10000, -5000},
+        {{10, 5, 0, 0}, 0, 20, 0},
+        {{40, 39, 0, 0}, 0, 20, 28},  // 48 to 46 becomes 20 wide, below the maximum
+        {{32767, -32768, 0, 0}, 0, 65535, -32768},
+        {{-50, -100, 0, 0}, 0, 120, -120},  // the maximum is never below 0
+        {{-32768, 32767, 0, 0}, 0, 20, 0},  // recomputed without a value
+    };
+    for (const AutoZoomCase& one : cases) {
+        PlotSheet sheet(698, 700);
+        sheet.plot.m_nDisplay = static_cast<std::uint8_t>(one.nDisplay);
+        sheet.graph.m_nRangeMin = one.nMin < 0 ? -5000 : 0;  // keeps the zero line in sight
+        sheet.graph.m_nRangeMax = 5000;
+        sheet.Add(1000, Zero).SetExtremes(one.extremes);
+        sheet.Paint();
+        EXPECT_EQ(sheet.plot.m_nValueSpan, one.nSpan) << one.nMin;
+        // The lowest grid line lies |minimum| below the zero line, or on it.
+        const int nMinY =
+            sheet.plot.m_nZeroY + static_cast<int>(std::max(-one.nMin, 0) * sheet.plot.m_dYScale);
+        EXPECT_TRUE(sheet.HasText(0, nMinY - 8, std::to_wstring(one.nMin).c_str(), BLACK))
+            << one.nMin;
+    }
+}
+
+TEST(Painter, TakesTheExtremesOfAllCurves) {
+    PlotSheet sheet;
+    sheet.Add(1000, Zero).SetExtremes({500, 0, 0, 0});
+    sheet.Add(1000, Zero).SetExtremes({100, -1000, 0, 0});
+    sheet.spCurves->m_lstCurves[0].push_back(nullptr);
+    sheet.Paint();
+    EXPECT_EQ(sheet.plot.m_nValueSpan, 600 + 1200);
+}
+
+TEST(Painter, DrawsAValueAtTheLowestOfTheAxis) {
+    PlotSheet sheet;
+    sheet.graph = {0, 5000, 40000, 0};
+    sheet.Add(1000, Zero);
+    sheet.Paint();
+    EXPECT_GE(sheet.CountInRow(BASELINE, RGB(0, 0, 255)), 640);
+}
+
+TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
+    PlotSheet sheet(842);
+    auto& curve = sheet.Add(120000, Zero);
+    const auto& colours = *sheet.plot.m_pColours;
+    sheet.plot.m_pColours->m_crToolPulse = RGB(1, 0, 0);
+    sheet.plot.m_pColours->m_crStart = RGB(2, 0, 0);
+    sheet.plot.m_pColours->m_crEnd = RGB(3, 0, 0);
+    sheet.plot.m_pColours->m_crTimeMarker = RGB(4, 0, 0);
+    sheet.plot.m_nToolPulseMark = 15000;
+    sheet.plot.m_nStartMark = 36000;
+    sheet.plot.m_nEndMark = 75000;
+    sheet.plot.m_nMarkerA = 40000;
+    sheet.plot.m_nMarkerB = 44040;
+    curve.m_anMarkers[9] = 66000;
+    sheet.plot.m_nTriggerLevel = 1000;
+    sheet.graph.m_bAutoZoom = 0;
+    sheet.Paint();
+    // The trigger line crosses each of them but not the frame's row 0, where lines stop.
+    EXPECT_EQ(sheet.CountInColumn(100, colours.m_crToolPulse), 341);
+    EXPECT_EQ(sheet.CountInColumn(240, colours.m_crStart), BAND_TOP - 1);
+    EXPECT_EQ(sheet.CountInColumn(500, colours.m_crEnd), 341);
+    // Of 24 pixels 15, counted from y = 343 upwards, which itself lies below the picture.
+    for (const int x : {40 + 266, 40 + 293, 40 + 440}) {
+        EXPECT_EQ(sheet.dc.GetPixel(x, 335), RGB(4, 0, 0)) << x;
+        EXPECT_NE(sheet.dc.GetPixel(x, 334), RGB(4, 0, 0)) << x;
+        EXPECT_NEAR(sheet.CountInColumn(x, RGB(4, 0, 0)), 343 * 15 / 24, 4) << x;
+    }
+    const int y = sheet.plot.m_nZeroY - static_cast<int>(1000 * sheet.plot.m_dYScale);
+    EXPECT_EQ(sheet.CountInRow(y, MAGENTA), 842 - 40);
+    EXPECT_EQ(sheet.Find(MAGENTA).size(), 802u);
+
+    sheet.Add(120000, Zero);  // with a second curve, the curves' own markers are not drawn
+    sheet.Paint();
+    EXPECT_LE(sheet.CountInColumn(40 + 440, RGB(4, 0, 0)), 10);
+    EXPECT_GE(sheet.CountInColumn(40 + 266, RGB(4, 0, 0)), 190);
+}
+
+TEST(Painter, NamesSeveralCurvesInALegend) {
+    PlotSheet sheet(698, 700);
+    sheet.Add(1000, Zero);
+    sheet.Paint();
+    EXPECT_FALSE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
+    for (int k = 1; k < 23; ++k) sheet.Add(1000, [k](std::uint32_t) { return 10 * k; });
+    sheet.graph = {-5000, 30, 40000, 0};  // keeps the curves away from the legend
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
+    EXPECT_TRUE(sheet.HasText(628, 130, L"Curve #2", RGB(0, 100, 0)));
+    EXPECT_TRUE(sheet.HasText(628, 310, L"Curve #11", RGB(120, 120, 0)));
+    EXPECT_TRUE(sheet.HasText(628, 510, L"Curve #21", RGB(35, 65, 98)));
+    for (int x = 598; x < 618; ++x) EXPECT_EQ(sheet.dc.GetPixel(x, 140), RGB(0, 100, 0));
+    EXPECT_NE(sheet.dc.GetPixel(618, 140), RGB(0, 100, 0));
+}
+
+TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
+    PlotSheet sheet;
+    sheet.spCurves->AddCurve(0, 1000);
+    sheet.Add(1000, Zero).AddPulse(1000, 0);
+    sheet.Add(1000, Zero).AddPulse(1000, 0xF);
+    sheet.Paint();
+    // Line 1 clear: two pixels and the trace's height above its base, which is three rows up.
+    EXPECT_GE(sheet.CountInRow(AXIS_Y - 4 * 13 - 10 - 2, 10040064), 650);
+    EXPECT_EQ(sheet.CountInRow(AXIS_Y - 4 * 13 - 2, 10040064), 0);
+}
+
+/// Values that only a damaged file or a plot without room can bring: the paint must come back.
+TEST(Painter, SurvivesImpossibleState) {
+    constexpr std::int32_t MIN = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
+    for (const int nDisplay : {0, 1, 2})
+        for (const std::int32_t nOne : {MIN, -1, 0, 1, 2500, MAX})
+            for (const std::int32_t nOther : {MIN, 0, 3000, MAX}) {
+                PlotSheet sheet(nOther == 0 ? 30 : 300, nOne == 0 ? 20 : 200);
+                sheet.Add(3000, [](std::uint32_t i) { return static_cast<int>(i); })
+                    .AddPulse(nOne, 5);
+                sheet.spCurves->m_lstCurves[0][0]->AddPulse(nOther, 2);
+                sheet.plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
+                sheet.plot.m_nSpanValues = nOne;
+                sheet.plot.m_nViewStart = nOther;
+                sheet.plot.m_nViewEnd = nOne;
+                sheet.plot.m_nMarkerA = sheet.plot.m_nEndMark = nOne;
+                sheet.plot.m_nTriggerLevel = nOther;
+                sheet.graph = {nOther, nOne, 1, static_cast<std::uint8_t>(nOne == 2500)};
+                for (const int bZoomed : {0, 1}) {
+                    sheet.plot.m_bZoomed = static_cast<std::uint8_t>(bZoomed);
+                    sheet.Paint();
+                    EXPECT_GE(sheet.plot.m_nValueSpan, 1);
+                }
+            }
+}
+
+TEST(Painter, DrawsNothingOfTheTimeAxisWhileTheViewStartsBeyondItsEnd) {
+    PlotSheet sheet;
+    sheet.plot.m_nDisplay = 1;
+    sheet.Add(1000, Zero).AddPulse(1000, 0);
+    sheet.plot.m_nViewStart = 1001;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.Find(sheet.plot.m_pColours->m_acrGraphLine2[0]).empty());
+    EXPECT_TRUE(sheet.Find(10040064).empty());
+    EXPECT_EQ(sheet.dc.GetPixel(40, AXIS_Y + 1), GREY);
+}
+
+}  // namespace
