@@ -23,12 +23,14 @@ setup_build() {
         fonts-liberation
 }
 
-# build PRESET [CMAKE-ARGUMENT...]: configures and builds with a preset; quiet unless it fails.
+# build PRESET TARGET [CMAKE-ARGUMENT...]: configures with a preset and builds a target and what it
+# needs; quiet unless it fails. The target "all" is everything.
 build() {
-    local preset=$1 log
-    shift
+    local preset=$1 target=$2 log
+    shift 2
     log=$(mktemp)
-    if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" "$@" &&
+        cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
         cat "$log" >&2
         rm -f "$log"
         return 1
