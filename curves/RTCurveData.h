@@ -11,8 +11,8 @@
 #include "curves/RTValueSummary.h"
 
 /// Largest and smallest values of a curve, apart for even and odd indices. All four 0: not
-/// computed.
-struct RTExtremes {
+/// computed. Aligned so that the four change in one access.
+struct alignas(8) RTExtremes {
     std::int16_t m_nMaxEven = 0;
     std::int16_t m_nMinEven = 0;
     std::int16_t m_nMaxOdd = 0;
