@@ -4,7 +4,8 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "host/SampleLayout.h"
+#include "host/Options.h"
+#include "platform/Controls.h"
 #include "platform/Exceptions.h"
 #include "platform/Operator.h"
 #include "platform/Paths.h"
@@ -18,6 +19,8 @@ namespace {
 constexpr int ID_START = 1004;
 constexpr int ID_SAMPLE_TIME = 1005;
 constexpr int ID_SAVE = 1008;
+constexpr int ID_DISPLAY_LIST = 1019;
+constexpr int ID_TRIGGER = 1025;
 constexpr int ID_BAR = 0;  // the bar is the screen's one child without an id of its own
 constexpr int ID_EXPORT = 1047;
 constexpr int ID_CLOSE = 1;
@@ -64,17 +67,20 @@ std::string FindFreeName(const std::filesystem::path& store) {
 
 }  // namespace
 
-CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const std::string& strFolder)
-    : m_screen(screen), m_session(session), m_folder(std::filesystem::absolute(strFolder)) {}
+CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options)
+    : m_screen(screen), m_session(session), m_options(options),
+      m_folder(std::filesystem::absolute(options.m_strDemo)) {}
 
 bool CDemo::Run() {
     bool bSucceeded = false;
     try {
         std::filesystem::create_directories(m_folder);
         AwaitScreen("to be shown");
+        EnterNumber(ID_SAMPLE_TIME, m_options.m_strSampleTime);
+        EnterNumber(ID_TRIGGER, m_options.m_strTrigger);
         TakeCapture();
         PrintCurves();
-        SavePicture();
+        SavePictures();
         SaveCapture();
         ExportCurve();
         bSucceeded = true;
@@ -125,23 +131,29 @@ void CDemo::PrintCurves() const {
     }
 }
 
-void CDemo::SavePicture() {
-    const std::filesystem::path path = m_folder / "screen.png";
-    Operator::TakePicture(m_screen).SavePng(FromUtf8(path.native()));
-    std::printf("picture      %s\n", path.c_str());
+void CDemo::SavePictures() {
+    const auto* const pList = static_cast<const CComboBox*>(m_screen.GetDlgItem(ID_DISPLAY_LIST));
+    std::vector<std::wstring> arrDisplays;
+    Operator::Ask([&] {
+        for (int n = 0; n < pList->GetCount(); ++n) arrDisplays.push_back(pList->GetLBText(n));
+    });
+    // From the last to the first, which is the one that the screen began with.
+    for (std::size_t n = arrDisplays.size(); n > 0; --n) {
+        if (arrDisplays.size() > 1 && !Operator::Select(*pList, arrDisplays[n - 1]))
+            throw CDemoError("the display cannot be selected");
+        std::string strName = "screen";
+        if (n > 1) strName.append("-").append(std::to_string(n));
+        const std::filesystem::path path = m_folder / strName.append(".png");
+        Operator::TakePicture(m_screen).SavePng(FromUtf8(path.native()));
+        std::printf("picture      %s (%s)\n", path.c_str(), ToUtf8(arrDisplays[n - 1]).c_str());
+    }
 }
 
 void CDemo::SaveCapture() {
     const std::filesystem::path store(ToUtf8(JoinPath(GetProgramFolder(), L"RealTimeFiles")));
     const std::string strName = FindFreeName(store);
     if (!Operator::Tap(m_screen, ID_SAVE)) throw CDemoError("Save cannot be pressed");
-    AwaitWindow("the keyboard");
-    for (const char ch : strName)
-        if (!Operator::PressModalButton(std::wstring(1, static_cast<wchar_t>(ch))))
-            throw CDemoError(std::string("the keyboard has no key '") + ch + "'");
-    const CWnd* const pKeyboard = Operator::ModalWindow();
-    if (!pKeyboard || !Operator::Tap(*pKeyboard, IDOK))
-        throw CDemoError("the keyboard's entry cannot be confirmed");
+    PressKeys(std::wstring(strName.begin(), strName.end()));
     AwaitScreen("after the capture was saved");
 
     // The store is the operator's; the demonstration takes its capture out of it again.
@@ -174,6 +186,23 @@ void CDemo::CloseScreen() {
     } catch (const CDemoError&) {
         m_screen.PostMessage(WM_CLOSE);
     }
+}
+
+void CDemo::EnterNumber(int nID, const std::wstring& strNumber) {
+    if (strNumber.empty()) return;
+    if (!Operator::Tap(m_screen, nID)) throw CDemoError("a number cannot be entered");
+    PressKeys(strNumber);
+    AwaitScreen("after a number was entered");
+}
+
+void CDemo::PressKeys(const std::wstring& strText) {
+    AwaitWindow("the on-screen keyboard");
+    for (const wchar_t ch : strText)
+        if (!Operator::PressModalButton(std::wstring(1, ch)))
+            throw CDemoError("the on-screen keyboard has no key " + ToUtf8({&ch, 1}));
+    const CWnd* const pKeyboard = Operator::ModalWindow();
+    if (!pKeyboard || !Operator::Tap(*pKeyboard, IDOK))
+        throw CDemoError("what was entered on the keyboard cannot be confirmed");
 }
 
 void CDemo::TapBar(int nID) {

@@ -6,6 +6,7 @@
 
 class CDlgBase;
 struct CRealTimeData;
+struct Options;
 
 /// Takes one capture with the screen's own controls, and leaves in a folder a picture of the screen
 /// (screen.png), the capture (capture.rt3) and its export (capture.csv); says on standard output
@@ -14,9 +15,10 @@ struct CRealTimeData;
 /// Threads: the script thread of Operator::CScript, while the screen runs.
 class CDemo {
   public:
-    /// @param screen, session must outlive the demonstration
-    /// @param strFolder is made when it is missing; files of those names in it are replaced
-    CDemo(CDlgBase& screen, CRealTimeData& session, const std::string& strFolder);
+    /// The options name the folder, which is made when it is missing (files of those names in it
+    /// are replaced), and the sample time and trigger level to enter. All must outlive the
+    /// demonstration.
+    CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options);
 
     /// Runs it. What goes wrong is said on standard error.
     /// @return whether everything was made
@@ -25,16 +27,19 @@ class CDemo {
   private:
     void TakeCapture();
     void PrintCurves() const;
-    void SavePicture();
+    void SavePictures();
     void SaveCapture();
     void ExportCurve();
     void CloseScreen();
 
+    void EnterNumber(int nID, const std::wstring& strNumber);
+    void PressKeys(const std::wstring& strText);
     void TapBar(int nID);
     void AwaitWindow(const char* pWhat);
     void AwaitScreen(const char* pWhat);
 
     CDlgBase& m_screen;
     CRealTimeData& m_session;
+    const Options& m_options;
     const std::filesystem::path m_folder;
 };

@@ -107,7 +107,7 @@ int CPanel::Run() {
     }
     bool bSucceeded = false;
     {
-        CDemo demo(*pScreen, *pSession, m_options.m_strDemo);
+        CDemo demo(*pScreen, *pSession, m_options);
         const Operator::CScript script([&] { bSucceeded = demo.Run(); });
         pScreen->Run();
     }
@@ -126,9 +126,12 @@ void CPanel::FillSession(CRealTimeData& session) {
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {
-    if (!m_options.m_strSampleTime.empty())
+    // The demonstration enters them on the number pad.
+    const bool bEnter = m_options.m_strDemo.empty();
+    if (bEnter && !m_options.m_strSampleTime.empty())
         screen.SetDlgItemText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
-    if (!m_options.m_strTrigger.empty()) screen.SetDlgItemText(ID_TRIGGER, m_options.m_strTrigger);
+    if (bEnter && !m_options.m_strTrigger.empty())
+        screen.SetDlgItemText(ID_TRIGGER, m_options.m_strTrigger);
     if (!m_options.m_strCaptureFile.empty()) {
         m_arrDroppedFiles = {MakeAbsolute(m_options.m_strCaptureFile)};
         screen.PostMessage(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&m_arrDroppedFiles));
