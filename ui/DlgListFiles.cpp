@@ -1,5 +1,6 @@
 #include "ui/DlgListFiles.h"
 
+#include "curves/FileStore.h"
 #include "ui/DialogLook.h"
 
 namespace {
@@ -75,8 +76,7 @@ void CDlgListFiles::PrepareButtons() {
 void CDlgListFiles::FillList() {
     m_lbFiles.ResetContent();
     for (std::size_t n = 0; n < m_arrFiles.size(); ++n) {
-        const std::wstring& strFile = m_arrFiles[n];
-        const int nRow = m_lbFiles.AddString(strFile.substr(0, strFile.rfind(L'.')));
+        const int nRow = m_lbFiles.AddString(RemoveExtension(m_arrFiles[n]));
         m_lbFiles.SetItemData(nRow, static_cast<DWORD>(n));
     }
 }
