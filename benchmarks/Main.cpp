@@ -1,13 +1,61 @@
-// The main function of the benchmarks: a window system for the whole run, since texts need one.
-#include <benchmark/benchmark.h>
+// rtbench [GROUP...]: measures the groups of rows that are named, or all, and prints the table.
+// A goal that is missed is said in the table; it is no error.
+#include <cstdio>
+#include <cstring>
 
+#include "Rows.h"
+#include "Table.h"
 #include "platform/App.h"
 
+namespace {
+
+struct Group {
+    const char* pName;
+    const char* pTitle;
+    void (*measure)(CTable&);
+};
+
+constexpr Group GROUPS[] = {
+    {"paint", "One repaint of a plot of 698 x 343 pixels", MeasurePaint},
+    {"decode", "A packet of samples, decoded into the curves", MeasureDecode},
+    {"files", "A capture of 3 channels of 60 s, 2,400,000 values each; export of one",
+     MeasureFiles},
+    {"curves", "A curve of 60 s, 2,400,000 values", MeasureCurves},
+    {"screen", "The real screen, by the clock on the wall", MeasureScreen},
+};
+
+const Group* FindGroup(const char* pName) {
+    for (const Group& group : GROUPS)
+        if (std::strcmp(group.pName, pName) == 0) return &group;
+    return nullptr;
+}
+
+bool IsWanted(const Group& group, int nNames, char** ppNames) {
+    for (int i = 0; i < nNames; ++i)
+        if (std::strcmp(ppNames[i], group.pName) == 0) return true;
+    return nNames == 0;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    CWindowSystem windowSystem(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    const CWindowSystem windowSystem(argc, argv);
+    for (int i = 1; i < argc; ++i) {
+        if (FindGroup(argv[i])) continue;
+        std::fprintf(stderr, "%s is no group; the groups are:", argv[i]);
+        for (const Group& group : GROUPS) std::fprintf(stderr, " %s", group.pName);
+        std::fprintf(stderr, "\n");
+        return 2;
+    }
+    std::printf("Medians of rounds in which the compared things were measured in turn; processor "
+                "time, unless a row says otherwise.\n\n");
+    CTable table;
+    for (const Group& group : GROUPS) {
+        if (!IsWanted(group, argc - 1, argv + 1)) continue;
+        table.AddGroup(group.pTitle);
+        group.measure(table);
+    }
+    std::printf("\n%d of %d goals met\n", table.CountGoals() - table.CountMissed(),
+                table.CountGoals());
     return 0;
 }
