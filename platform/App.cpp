@@ -59,6 +59,19 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     OpenUiQueue();
 }
 
+std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A user without a run-time folder is told so at every start; nothing drawn here needs one.
+    static QtMessageHandler passOn = nullptr;
+    passOn = qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg) passOn(type, context, text);
+        });
+    auto pWindowSystem = std::make_unique<CWindowSystem>(argc, argv);
+    qInstallMessageHandler(passOn);
+    return pWindowSystem;
+}
+
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 
 bool CWindowSystem::HasDisplay() {

@@ -14,6 +14,8 @@
 class PLATFORM_API CWindowSystem {
   public:
     CWindowSystem(int& argc, char** argv);
+    /// For programs that only draw into memory: never asks for a display.
+    static std::unique_ptr<CWindowSystem> MakeOffscreen(int& argc, char** argv);
     ~CWindowSystem();
     CWindowSystem(const CWindowSystem&) = delete;
     CWindowSystem& operator=(const CWindowSystem&) = delete;

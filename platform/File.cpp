@@ -75,6 +75,11 @@ void CFile::OpenStandardInput() {
     if (m_hFile < 0) ThrowError(errno);
 }
 
+bool CFile::IsRegular() const {
+    struct stat status;
+    return ::fstat(m_hFile, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 std::size_t CFile::Read(void* pBuffer, std::size_t nCount) {
     auto* pBytes = static_cast<std::uint8_t*>(pBuffer);
     std::size_t nRead = 0;

@@ -41,6 +41,9 @@ class PLATFORM_API CFile {
 
     bool IsOpen() const { return m_hFile != INVALID; }
 
+    /// Whether it is a file proper, with a length and a place to seek; not a pipe or a device.
+    bool IsRegular() const;
+
     /// Reads up to nCount bytes. @return how many; fewer only at the end of the file
     virtual std::size_t Read(void* pBuffer, std::size_t nCount);
     virtual void Write(const void* pBuffer, std::size_t nCount);

@@ -106,6 +106,11 @@ bool FolderExists(const std::wstring& strPath) {
     return fs::is_directory(ToSystemPath(strPath), error);
 }
 
+bool IsSameFile(const std::wstring& strA, const std::wstring& strB) {
+    std::error_code error;
+    return fs::equivalent(ToSystemPath(strA), ToSystemPath(strB), error);
+}
+
 bool CreateFolder(const std::wstring& strPath) {
     std::error_code error;
     fs::create_directory(ToSystemPath(strPath), error);

@@ -30,6 +30,9 @@ PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
 PLATFORM_API bool FileExists(const std::wstring& strPath);
 PLATFORM_API bool FolderExists(const std::wstring& strPath);
 
+/// Whether two paths lead to the same existing file.
+PLATFORM_API bool IsSameFile(const std::wstring& strA, const std::wstring& strB);
+
 /// Makes a folder in an existing one. @return whether it is there afterwards
 PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 

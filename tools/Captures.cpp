@@ -1,0 +1,108 @@
+#include "tools/Captures.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <new>
+#include <set>
+
+#include "curves/FileStore.h"
+#include "platform/MemFile.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "tools/Arguments.h"
+#include "tools/ConsoleProgress.h"
+
+namespace {
+
+std::vector<std::uint8_t> ReadToEnd(CFile& file) {
+    constexpr std::size_t nPart = 1 << 20;
+    std::vector<std::uint8_t> bytes;
+    try {
+        for (;;) {
+            const std::size_t nLength = bytes.size();
+            bytes.resize(nLength + nPart);
+            const std::size_t nRead = file.Read(bytes.data() + nLength, nPart);
+            bytes.resize(nLength + nRead);
+            if (nRead < nPart) return bytes;
+        }
+    } catch (const std::bad_alloc&) {
+        throw CMemoryException();
+    }
+}
+
+}  // namespace
+
+void ReadInput(const std::wstring& strPath, RTCaptureFile& capture) {
+    CFile file;
+    if (strPath == L"-")
+        file.OpenStandardInput();
+    else
+        file.Open(strPath, CFile::modeRead);
+
+    if (!file.IsRegular()) {
+        CMemFile copy(strPath, ReadToEnd(file));
+        ReadCapture(copy, capture);
+        return;
+    }
+    CConsoleProgress progress(L"Reading " + strPath);
+    ReadCapture(file, capture, &progress);
+}
+
+bool HasCurves(const RTCaptureFile& capture) {
+    return std::any_of(capture.m_curves.m_lstCurves.begin(), capture.m_curves.m_lstCurves.end(),
+                       [](const RTCurveList& list) { return !list.empty(); });
+}
+
+std::wstring FlattenMessage(const CException& error) {
+    std::wstring strText = error.GetErrorMessage();
+    for (std::size_t nBreak; (nBreak = strText.find(L'\n')) != std::wstring::npos;)
+        strText.replace(nBreak, 1, L": ");
+    return strText;
+}
+
+void Report(const std::wstring& strText) {
+    std::fprintf(stderr, "rt3: %s\n", ToUtf8(strText).c_str());
+}
+
+int ForEachFile(const std::vector<std::wstring>& arrFiles,
+                const std::function<void(const std::wstring& strPath)>& work) {
+    int nExitCode = 0;
+    for (const std::wstring& strPath : arrFiles) {
+        try {
+            work(strPath);
+        } catch (const CUserException&) {
+            EndByInterrupt();
+        } catch (const CException& error) {
+            Report(FlattenMessage(error));
+            nExitCode = 1;
+        }
+    }
+    return nExitCode;
+}
+
+COutput::COutput(std::wstring strOutput, const wchar_t* pExtension,
+                 const std::vector<std::wstring>& arrInputs)
+    : m_strOutput(std::move(strOutput)), m_strExtension(pExtension),
+      m_bFolder(FolderExists(m_strOutput)) {
+    if (arrInputs.size() > 1 && !m_bFolder)
+        throw CUsageError("several files need an existing folder behind -o");
+    std::set<std::wstring> paths;
+    for (const std::wstring& strInput : arrInputs) {
+        if (m_bFolder && strInput == L"-")
+            throw CUsageError("standard input has no name for a file in a folder");
+        if (!paths.insert(GetPath(strInput)).second)
+            throw CUsageError("two of the files would be written to " + ToUtf8(GetPath(strInput)));
+    }
+}
+
+std::wstring COutput::GetPath(const std::wstring& strInput) const {
+    if (!m_bFolder) return m_strOutput;
+    return JoinPath(m_strOutput, RemoveExtension(GetNameOfPath(strInput)) + m_strExtension);
+}
+
+void COutput::KeepInputs(const std::vector<std::wstring>& arrInputs) const {
+    for (const std::wstring& strInput : arrInputs)
+        for (const std::wstring& strOther : arrInputs)
+            if (IsSameFile(GetPath(strInput), strOther))
+                throw CUsageError(ToUtf8(strOther) + " would be overwritten");
+}

@@ -1,0 +1,51 @@
+// Where the commands read captures from and write their results to.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "curves/CaptureFile.h"
+#include "platform/Exceptions.h"
+
+/// Reads a capture from a path, or from standard input for "-". What has no length (a pipe) is read
+/// to its end first. At an exception the capture holds what was read completely.
+/// @throws CFileException, CArchiveException, CMemoryException
+void ReadInput(const std::wstring& strPath, RTCaptureFile& capture);
+
+/// Whether a capture has any curve.
+bool HasCurves(const RTCaptureFile& capture);
+
+/// Does something for each file; a file that fails is reported on standard error and does not keep
+/// the others from their turn.
+/// @return the exit code: 0, or 1 when a file failed
+int ForEachFile(const std::vector<std::wstring>& arrFiles,
+                const std::function<void(const std::wstring& strPath)>& work);
+
+/// An error's text on one line.
+std::wstring FlattenMessage(const CException& error);
+
+/// "rt3: ..." on standard error.
+void Report(const std::wstring& strText);
+
+/// Where the results of several inputs go.
+class COutput {
+  public:
+    /// @param strOutput what the person gave: a file, an existing folder, or "-"
+    /// @param pExtension of a file in a folder, which otherwise has its input's name
+    /// @throws CUsageError when results would go over each other
+    COutput(std::wstring strOutput, const wchar_t* pExtension,
+            const std::vector<std::wstring>& arrInputs);
+
+    bool IsStandardOutput() const { return m_strOutput == L"-"; }
+    std::wstring GetPath(const std::wstring& strInput) const;
+
+    /// For results of another kind than their input.
+    /// @throws CUsageError when an input would be overwritten
+    void KeepInputs(const std::vector<std::wstring>& arrInputs) const;
+
+  private:
+    std::wstring m_strOutput;
+    std::wstring m_strExtension;
+    bool m_bFolder;
+};
