@@ -42,7 +42,6 @@ void SendToInstrument(std::unique_ptr<CObjConfig> pMessage) {
 
 void CDlgSetupMode::OnStart() {
     UpdateData(true);
-    ++m_nCaptureNumber;
     const RTCaptureParameters parameters =
         m_capture.Start(ReadTriggerTenths(m_strTrigger), m_abyDisplay[0]);
     if (m_capture.IsContinuous()) CurrentPlotCtrl().Invalidate();
@@ -89,11 +88,11 @@ void CDlgSetupMode::ShowCapturing() { ShowCaptureState(*this, true, m_bCaptureLo
 void CDlgSetupMode::ShowIdle() { ShowCaptureState(*this, false, m_bCaptureLocked != 0); }
 
 void CDlgSetupMode::ReturnToIdle() {
-    m_nIdleCapture = m_nCaptureNumber.load();
     if (!GetSafeHwnd() || m_bIdleQueued.exchange(true)) return;
     PostCall([this] {
         m_bIdleQueued = false;
-        if (m_nIdleCapture == m_nCaptureNumber) ShowIdle();
+        // A capture that was started meanwhile keeps its controls.
+        if (m_capture.IsIdle()) ShowIdle();
     });
 }
 

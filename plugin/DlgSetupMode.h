@@ -114,10 +114,7 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     CPacketReader m_reader;
     IRTProgress* m_pProgress = nullptr;  ///< told of storing and loading, while that goes on
 
-    /// Counts the captures started here; a return to idle that was asked for in an earlier one
-    /// comes too late to be shown.
-    std::atomic<std::uint32_t> m_nCaptureNumber{0};
-    std::atomic<std::uint32_t> m_nIdleCapture{0};  ///< the capture that the last request ended
+    /// A request to show the idle state is on its way; further ones are the same.
     std::atomic<bool> m_bIdleQueued{false};
 };
 

@@ -1,4 +1,6 @@
 // Captures kept in files: save, load, export.
+#include <mutex>
+
 #include "curves/CaptureRecords.h"
 #include "curves/CsvExport.h"
 #include "curves/CurveSetRecord.h"

@@ -1,4 +1,6 @@
 // What happens between the making of the screen's window and its showing.
+#include <mutex>
+
 #include "acquisition/ValueLayout.h"
 #include "platform/Controls.h"
 #include "plugin/DlgSetupMode.h"
@@ -41,8 +43,11 @@ constexpr bool OffersPairViews(std::uint8_t nMode) {
 
 bool CDlgSetupMode::OnInitDialog() {
     CDlgBase::OnInitDialog();
-    m_nChannels = CountChannels(m_nMode);
-    m_graph.m_nGraphRate = m_nHostValueRate;
+    {
+        const std::lock_guard lock(m_lock);  // the reader is running already
+        m_nChannels = CountChannels(m_nMode);
+        m_graph.m_nGraphRate = m_nHostValueRate;
+    }
     BindPlots();
     MakeFonts();
     LoadLanguageTable();

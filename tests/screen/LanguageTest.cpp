@@ -60,7 +60,7 @@ struct DisplayListCase {
 class DisplayListTest : public ::testing::TestWithParam<DisplayListCase> {};
 
 TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
-    struct Device : IRTDevice {
+    struct Device final : IRTDevice {
         std::uint32_t ReadParameter(std::uint32_t nNumber) override {
             ++nReads;
             return nNumber == 50 ? nRanges : 0xFFFFFFFFu;
