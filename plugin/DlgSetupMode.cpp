@@ -1,5 +1,7 @@
 #include "plugin/DlgSetupMode.h"
 
+#include <utility>
+
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
 #include "ui/DlgBarInfo.h"
@@ -49,6 +51,8 @@ CDlgSetupMode::CDlgSetupMode()
 CDlgSetupMode::~CDlgSetupMode() {
     m_spCurves.reset();
     delete std::exchange(m_pLangTable, nullptr);
+    m_pMainMenuBar.reset();
+    m_pInfoBar.reset();
 }
 
 void CDlgSetupMode::Run() {
