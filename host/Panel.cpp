@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "host/CaptureFileHead.h"
 #include "host/Demo.h"
 #include "host/PressInstrument.h"
 #include "host/SimulatedPress.h"
@@ -123,6 +124,11 @@ void CPanel::FillSession(CRealTimeData& session) {
     session.m_bCaptureLocked = m_options.m_bCaptureLocked ? 1 : 0;
     session.m_nHostValueRate = m_options.m_nValueRate;
     session.m_nHostAuxRate = m_options.m_nAuxRate;
+    if (m_options.m_strCaptureFile.empty()) return;
+    // The viewer shows the channels and quantities of the file that it opens with.
+    const CaptureFileHead head = ReadCaptureFileHead(MakeAbsolute(m_options.m_strCaptureFile));
+    session.m_nMode = head.m_nMode.value_or(session.m_nMode);
+    session.m_nPositionInput = head.m_nPositionInput.value_or(session.m_nPositionInput);
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {

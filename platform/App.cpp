@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QSettings>
 #include <QStyleFactory>
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/qt/Surface.h"
@@ -38,6 +39,16 @@ QPalette InstrumentPalette() {
     return palette;
 }
 
+/// Writes the window system's messages to standard error, apart from what a run without a display
+/// or a run-time folder always says.
+void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.startsWith(QLatin1String("This plugin does not support")) ||
+        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        return;
+    std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
+    if (type == QtFatalMsg) std::abort();
+}
+
 }  // namespace
 
 struct CWindowSystem::State {
@@ -46,6 +57,7 @@ struct CWindowSystem::State {
 };
 
 CWindowSystem::CWindowSystem(int& argc, char** argv) {
+    qInstallMessageHandler(WriteMessage);
     if (!HasDisplay() && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);

@@ -113,6 +113,7 @@ TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItself) {
 TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
     m_options.m_strDemo = m_folder / "out";
     m_options.m_strSampleTime = L"1";
+    m_options.m_nMode = 20;
     EXPECT_EQ(CPanel(m_options).Run(), 0);
 
     EXPECT_GT(std::filesystem::file_size(m_folder / "out" / "screen.png"), 1000u);
@@ -125,6 +126,7 @@ TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
 
     m_options.m_strDemo.clear();
     m_options.m_strSampleTime.clear();
+    m_options.m_nMode = 1;
     m_options.m_bDesktop = true;
     m_options.m_strCaptureFile = m_folder / "out" / "capture.rt3";
     Run([this] {
@@ -132,6 +134,8 @@ TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
         EXPECT_FALSE(IsEnabled(ID_START));
         EXPECT_TRUE(Await([this] { return GetValues(0).size() == 10000; }));
         EXPECT_EQ(m_pScreen->GetWindowText(), L"Real Time Mode - capture.rt3");
+        EXPECT_EQ(m_pSession->m_nMode, 20);  // as the file says
+        EXPECT_EQ(m_pSession->m_nChannels, 2);
     });
 }
 
