@@ -4,6 +4,8 @@
 
 namespace {
 
+using Wide = __int128;
+
 /// A line of n steps along its longer direction. Across it, the line has moved away from its start
 /// by floor((2 * k * across + bias) / (2 * n)) pixels after k steps: the distance rounded to the
 /// nearest pixel, and where two are equally near, to the upper or left one.
@@ -17,8 +19,9 @@ struct LineSlope {
         if (nDistance <= 0) return 0;
         if (nDistance > nAcross) return nSteps;
         // Twice a product of two numbers of 33 bits.
-        const __int128 nNeeded = static_cast<__int128>(2 * nSteps) * nDistance - nBias;
-        return static_cast<std::int64_t>((nNeeded + 2 * nAcross - 1) / (2 * nAcross));
+        const Wide nNeeded = Wide{nSteps} * 2 * nDistance - nBias;
+        const Wide nPerStep = Wide{nAcross} * 2;
+        return static_cast<std::int64_t>((nNeeded + nPerStep - 1) / nPerStep);
     }
 };
 
@@ -56,10 +59,9 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
     if (nFirst >= nEnd) return;
 
     const std::int64_t nWhole = 2 * slope.nSteps;
-    const __int128 nProgress = static_cast<__int128>(2 * slope.nAcross) * nFirst + slope.nBias;
+    const Wide nProgress = Wide{slope.nAcross} * 2 * nFirst + slope.nBias;
     const std::int64_t nMoved = nFirst == 0 ? 0 : static_cast<std::int64_t>(nProgress / nWhole);
-    std::int64_t nRest =
-        static_cast<std::int64_t>(nProgress - static_cast<__int128>(nWhole) * nMoved);
+    auto nRest = static_cast<std::int64_t>(nProgress - Wide{nWhole} * nMoved);
 
     const std::int64_t nMovedX = bSteep ? nMoved : nFirst;
     const std::int64_t nMovedY = bSteep ? nFirst : nMoved;
