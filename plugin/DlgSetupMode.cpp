@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "acquisition/ValueLayout.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
 #include "ui/DlgBarInfo.h"
@@ -56,6 +57,8 @@ CDlgSetupMode::~CDlgSetupMode() {
 }
 
 void CDlgSetupMode::Run() {
+    // The reader decodes by it from its first packet on, which may come before the set-up.
+    m_nChannels = CountChannels(m_nMode);
     m_hReaderThread = StartThread([this] { m_reader.Run(); });
     DoModal();
     m_bStopReader = 1;
