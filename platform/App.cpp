@@ -73,15 +73,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
 
 std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // A user without a run-time folder is told so at every start; nothing drawn here needs one.
-    static QtMessageHandler passOn = nullptr;
-    passOn = qInstallMessageHandler(
-        [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
-            if (type == QtCriticalMsg || type == QtFatalMsg) passOn(type, context, text);
-        });
-    auto pWindowSystem = std::make_unique<CWindowSystem>(argc, argv);
-    qInstallMessageHandler(passOn);
-    return pWindowSystem;
+    return std::make_unique<CWindowSystem>(argc, argv);
 }
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
