@@ -11,6 +11,7 @@ int PassColumn(int nLevel, int nLow, int nHigh) { return nLevel >= nHigh ? nLow 
 
 void CPlotPainter::DrawCurves() {
     if (m_layout.nWidth <= LEFT_MARGIN + 2) return;  // no curve area
+    m_lines.resize(m_shown.lstCurves.size());
     bool bFirst = true;
     for (std::size_t k = 0; k < m_shown.lstCurves.size(); ++k) {
         const PlotSnapshot::Curve& curve = m_shown.lstCurves[k];
@@ -80,33 +81,57 @@ int CPlotPainter::FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t 
     return nLevel >= column.nHigh ? nIfLow : nIfHigh;
 }
 
-void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve,
-                             IndexRange range) {
-    m_mainPoints.clear();
-    m_columnEnds.clear();
+/// Works the line out only when anything that it follows from has changed since the last paint.
+const CurveLine& CPlotPainter::FindLine(const PlotSnapshot::Curve& curve, std::size_t nCurve,
+                                        IndexRange range) {
+    CurveLine& line = m_lines[nCurve];
+    const CurveLine::Source source{range.nFirst,    range.nLast, m_shown.nDisplay, m_nLevel,
+                                   m_layout.nWidth, m_time,      m_value};
+    if (!line.IsOf(curve.spData, source)) {
+        line.source.reset();
+        TraceLine(curve, range, line);
+        line.wpData = curve.spData;
+        line.source = source;
+    }
+    m_nLevel = line.nLevelAfter;
+    return line;
+}
+
+void CPlotPainter::TraceLine(const PlotSnapshot::Curve& curve, IndexRange range,
+                             CurveLine& line) const {
+    line.mainPoints.clear();
+    line.columnEnds.clear();
+    int nLevel = m_nLevel;
     for (std::int64_t i = range.nFirst; i < range.nLast; i += m_time.nColumnWidth) {
         const int x = m_time.XAt(i - range.nFirst);
         const Column column = ReadColumn(curve, i, range.nLast);
-        const bool bStraddles = column.nLow < m_nLevel && column.nHigh > m_nLevel;
-        if (bStraddles) m_mainPoints.push_back({x, m_value.YOf(column.nLow)});
-        m_nLevel = PassColumn(m_nLevel, column.nLow, column.nHigh);
-        m_mainPoints.push_back({x, m_value.YOf(m_nLevel)});
-        m_columnEnds.push_back({m_mainPoints.size(), {x, m_value.YOf(column.nSecondHigh)}});
+        const bool bStraddles = column.nLow < nLevel && column.nHigh > nLevel;
+        if (bStraddles) line.mainPoints.push_back({x, m_value.YOf(column.nLow)});
+        nLevel = PassColumn(nLevel, column.nLow, column.nHigh);
+        line.mainPoints.push_back({x, m_value.YOf(nLevel)});
+        if (m_shown.nDisplay == 2)
+            line.columnEnds.push_back(
+                {line.mainPoints.size(), {x, m_value.YOf(column.nSecondHigh)}});
         if (x >= m_layout.nWidth) {
-            m_nLevel = FindLevelAfter(curve, i + m_time.nColumnWidth, range.nLast, m_nLevel);
+            nLevel = FindLevelAfter(curve, i + m_time.nColumnWidth, range.nLast, nLevel);
             break;
         }
     }
+    line.nLevelAfter = nLevel;
+}
 
+void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve,
+                             IndexRange range) {
+    const CurveLine& line = FindLine(curve, nCurve, range);
     const std::int16_t* pValues = curve.spData->GetValues();
     const CPen mainPen(PS_SOLID, GetMainColour(nCurve));
     const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])};
     if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast) {
         const CPen secondPen(PS_SOLID, ColourOf(m_colours.m_acrGraphLine2, nCurve));
-        DrawPair(mainPen, mainStart, secondPen,
+        DrawPair(line, mainPen, mainStart, secondPen,
                  {LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])});
     } else {
-        DrawMainLine(mainPen, mainStart, m_mainPoints);
+        DrawMainLine(mainPen, mainStart, line.mainPoints);
     }
 }
 
@@ -121,11 +146,11 @@ void CPlotPainter::DrawMainLine(const CPen& pen, CPoint start, std::span<const C
 }
 
 /// Both lines, column by column: where they meet, the later column is on top.
-void CPlotPainter::DrawPair(const CPen& mainPen, CPoint mainStart, const CPen& secondPen,
-                            CPoint secondStart) {
-    const std::span<const CPoint> points(m_mainPoints);
+void CPlotPainter::DrawPair(const CurveLine& line, const CPen& mainPen, CPoint mainStart,
+                            const CPen& secondPen, CPoint secondStart) {
+    const std::span<const CPoint> points(line.mainPoints);
     std::size_t nDrawn = 0;
-    for (const ColumnEnd& end : m_columnEnds) {
+    for (const CurveLine::ColumnEnd& end : line.columnEnds) {
         DrawMainLine(mainPen, nDrawn == 0 ? mainStart : points[nDrawn - 1],
                      points.subspan(nDrawn, end.nMainPoints - nDrawn));
         nDrawn = end.nMainPoints;

@@ -11,7 +11,7 @@ void RTPlot::Paint(CDC& dc) {
     const PlotSnapshot shown = PlotSnapshot::Take(*this);
     if (shown.lstCurves.empty()) return;
 
-    CPlotPainter painter(dc, *this, shown);
+    CPlotPainter painter(dc, *this, shown, m_lines);
     m_nLeftMargin = LEFT_MARGIN;
     m_dXScale = painter.GetTimeAxis().dScale;
     m_dYScale = painter.GetValueAxis().dScale;
@@ -27,9 +27,11 @@ void RTPlot::Paint(CDC& dc) {
     painter.DrawLegend();
 }
 
-CPlotPainter::CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown)
+CPlotPainter::CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown,
+                           std::vector<CurveLine>& lines)
     : m_dc(dc), m_plot(plot), m_colours(*plot.m_pColours), m_shown(shown),
-      m_layout(plot.m_nWidth, plot.m_nHeight), m_time(shown, m_layout), m_value(shown, m_layout) {}
+      m_layout(plot.m_nWidth, plot.m_nHeight), m_time(shown, m_layout), m_value(shown, m_layout),
+      m_lines(lines) {}
 
 void CPlotPainter::DrawInputBand() {
     m_dc.SetTextColor(m_colours.m_crText);

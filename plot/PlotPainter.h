@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/Graphics.h"
+#include "plot/CurveLine.h"
 #include "plot/PlotScale.h"
 #include "plot/RTPlot.h"
 
@@ -27,8 +28,10 @@ class CPenScope {
 /// on the plot's width and the number of curves, not on how many values the curves hold.
 class CPlotPainter {
   public:
-    /// All three must outlive the painter.
-    CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown);
+    /// @param lines those of the plot's last paint; those of this one when the curves are drawn.
+    ///        All four must outlive the painter.
+    CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown,
+                 std::vector<CurveLine>& lines);
 
     const TimeAxis& GetTimeAxis() const { return m_time; }
     const ValueAxis& GetValueAxis() const { return m_value; }
@@ -52,20 +55,19 @@ class CPlotPainter {
         int nHigh;
         int nSecondHigh;  ///< of the second quantity, and never below 0
     };
-    /// Where the lines have got to with a column.
-    struct ColumnEnd {
-        std::size_t nMainPoints;  ///< points of the main line so far
-        CPoint second;
-    };
 
     IndexRange FindIndexRange(const PlotSnapshot::Curve& curve) const;
     Column ReadColumn(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
                       std::int64_t nLast) const;
     int FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t nIndex, std::int64_t nLast,
                        int nLevel) const;
+    const CurveLine& FindLine(const PlotSnapshot::Curve& curve, std::size_t nCurve,
+                              IndexRange range);
+    void TraceLine(const PlotSnapshot::Curve& curve, IndexRange range, CurveLine& line) const;
     void DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve, IndexRange range);
     void DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points);
-    void DrawPair(const CPen& mainPen, CPoint mainStart, const CPen& secondPen, CPoint secondStart);
+    void DrawPair(const CurveLine& line, const CPen& mainPen, CPoint mainStart,
+                  const CPen& secondPen, CPoint secondStart);
     COLORREF GetMainColour(std::size_t nCurve) const;
 
     void DrawInputTraces(const RTPulseList& pulses, IndexRange range);
@@ -82,8 +84,7 @@ class CPlotPainter {
 
     /// The value that the main line has reached; it carries over from one curve to the next.
     int m_nLevel = 0;
-    std::vector<CPoint> m_mainPoints;
-    std::vector<ColumnEnd> m_columnEnds;
+    std::vector<CurveLine>& m_lines;
 };
 
 /// The colour of a curve by its place in the plot's list.

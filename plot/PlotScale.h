@@ -63,6 +63,8 @@ struct TimeAxis {
 
     /// The x at a distance from the index at the curve area's left edge.
     int XAt(std::int64_t nDistance) const;
+
+    friend bool operator==(const TimeAxis&, const TimeAxis&) = default;
 };
 
 struct ValueAxis {
@@ -75,4 +77,6 @@ struct ValueAxis {
     int nMinY;      ///< y of the minimum
 
     int YOf(int nValue) const;
+
+    friend bool operator==(const ValueAxis&, const ValueAxis&) = default;
 };

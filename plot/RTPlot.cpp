@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/App.h"
+#include "plot/CurveLine.h"
 
 namespace {
 

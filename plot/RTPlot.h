@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "curves/RTCurves.h"
 #include "platform/Threads.h"
@@ -12,6 +13,7 @@
 #include "plot/RTPlotColours.h"
 
 class CDC;
+struct CurveLine;
 
 /// What the next click into a plot does (RTPlot::m_nArmedAction); also what OnPlotClick has done.
 enum PlotAction : std::int32_t {
@@ -110,4 +112,6 @@ struct RTPlot {
     void BeginZoomDrag(std::int32_t x);
     /// The value indices from the curve area's left edge to an x position, toward zero.
     std::int64_t DistanceAt(std::int32_t x) const;
+
+    std::vector<CurveLine> m_lines;  ///< of the last paint, by a curve's place in its list
 };
