@@ -67,13 +67,13 @@ TEST(Repaint, ShowsWhateverHasChanged) {
     sheet.plot.m_nViewStart = 4000;
     sheet.plot.m_nViewEnd = 30000;  // behind the last value, also after the next step
     expect("zoom");
+    sheet.plot.m_nDisplay = 0;
+    expect("one quantity");
     sheet.plot.m_nViewStart += 40;
     sheet.plot.m_nViewEnd += 40;
     expect("another part of the same length");
-    sheet.plot.m_nDisplay = 0;
-    expect("one quantity, from the same index on");
     sheet.plot.m_nDisplay = 2;
-    expect("both again");
+    expect("both, from the same index on");
     sheet.plot.m_nMode = 3;
     expect("mode");
 }
