@@ -60,21 +60,22 @@ class CFairLock {
 
     void lock() {
         const std::uint32_t nTicket = m_nNextTicket.fetch_add(1);
-        for (;;) {
-            const std::uint32_t nServing = m_nServing.load();
-            if (nServing == nTicket) return;
-            m_nServing.wait(nServing);
-        }
+        if (m_nServing.load() != nTicket) AwaitTurn(nTicket);
     }
 
     /// Costs no system call while nobody waits. A thread that draws a ticket after that was looked
     /// at sees the new number being served: both counters are in one total order.
     void unlock() {
         const std::uint32_t nServing = m_nServing.fetch_add(1) + 1;
-        if (m_nNextTicket.load() != nServing) m_nServing.notify_all();
+        if (m_nNextTicket.load() != nServing) WakeWaiters();
     }
 
   private:
+    // Not inline: waiting and waking must be done by one library. The standard library counts the
+    // waiting threads of each library apart, and a wake finds only those of its own.
+    PLATFORM_API void AwaitTurn(std::uint32_t nTicket);
+    PLATFORM_API void WakeWaiters();
+
     std::atomic<std::uint32_t> m_nNextTicket{0};
     std::atomic<std::uint32_t> m_nServing{0};
 };
