@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QtTest/QTest>
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -357,6 +358,20 @@ bool PressModalButton(const std::wstring& strText) {
                 return pButton;
         return nullptr;
     });
+}
+
+std::vector<std::string> ListWidgets() {
+    std::vector<std::string> kinds;
+    Ask([&] {
+        // A window goes when the events that it was in the middle of are over.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // A plain widget is the window system's own, for good.
+        for (const QWidget* pWidget : QApplication::allWidgets())
+            if (typeid(*pWidget) != typeid(QWidget))
+                kinds.push_back(pWidget->metaObject()->className());
+    });
+    std::sort(kinds.begin(), kinds.end());
+    return kinds;
 }
 
 bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds) {

@@ -76,6 +76,9 @@ PLATFORM_API CWnd* ModalWindow();
 /// Presses the button with a text in the front standard box or file dialog.
 PLATFORM_API bool PressModalButton(const std::wstring& strText);
 
+/// What windows and controls there are in the process, seen or not: the kind of each, sorted.
+PLATFORM_API std::vector<std::string> ListWidgets();
+
 /// Handles events until a condition holds or the time is over.
 /// @return whether the condition holds
 PLATFORM_API bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds);

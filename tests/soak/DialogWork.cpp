@@ -1,0 +1,109 @@
+// What the random operator does in the windows in front of the screen.
+#include "platform/Paths.h"
+#include "siblings/KeyboardWindow.h"
+#include "siblings/NumberPadWindow.h"
+#include "tests/soak/RandomOperator.h"
+
+using Operator::PressKey;
+
+void CRandomOperator::WorkKeyboard(const CWnd& keyboard) {
+    m_record.Count("keyboard");
+    static const std::wstring NAMES[] = {L"run1", L"run2", L"Run1", L"übung",
+                                         L"a/b",  L"..",   L"",     std::wstring(300, L'x'),
+                                         L"a\\b", L" ",    L"x.rt3"};
+    if (OneIn(3)) {
+        for (unsigned nKeys = 1 + Pick(6); nKeys > 0; --nKeys)
+            Operator::Tap(keyboard,
+                          CKeyboardWindow::ID_CHARACTER + static_cast<int>(Pick(CHARACTER_KEYS)));
+        constexpr int OTHERS[] = {CKeyboardWindow::ID_SHIFT, CKeyboardWindow::ID_SIGNS,
+                                  CKeyboardWindow::ID_SPACE, CEntryWindow::ID_BACKSPACE,
+                                  CEntryWindow::ID_CLEAR};
+        Operator::Tap(keyboard, OTHERS[Pick(std::size(OTHERS))]);
+        return;
+    }
+    if (OneIn(2)) {
+        // Few names, so that files are replaced and the folder does not grow.
+        Operator::Tap(keyboard, CEntryWindow::ID_CLEAR);
+        Operator::Type(NAMES[OneIn(2) ? Pick(3) : Pick(std::size(NAMES))]);
+    }
+    EndDialog(keyboard);
+}
+
+void CRandomOperator::WorkNumberPad(const CWnd& pad) {
+    m_record.Count("number pad");
+    if (OneIn(3)) {
+        static const std::wstring TEXTS[] = {L"5",    L"1",      L"60", L"61",  L"-7.25", L"abc",
+                                             L"99.9", L"999999", L".",  L"1-2", L"0"};
+        Operator::Type(TEXTS[Pick(std::size(TEXTS))]);
+    } else {
+        for (unsigned nKeys = Pick(4); nKeys > 0; --nKeys)
+            Operator::Tap(pad, CNumberPadWindow::ID_DIGIT + static_cast<int>(Pick(12)));
+        if (OneIn(3)) Operator::Tap(pad, CEntryWindow::ID_BACKSPACE);
+        if (OneIn(6)) Operator::Tap(pad, CEntryWindow::ID_CLEAR);
+    }
+    EndDialog(pad);
+}
+
+void CRandomOperator::WorkSettings(const CWnd& settings) {
+    m_record.Count("settings dialog");
+    constexpr int BUTTONS[] = {1043, 1044, 1222};
+    if (OneIn(2))
+        Operator::Tap(settings, BUTTONS[Pick(std::size(BUTTONS))]);
+    else
+        EndDialog(settings);
+}
+
+void CRandomOperator::WorkFileList(const CWnd& list) {
+    m_record.Count("file list");
+    constexpr int ARROWS[] = {1136, 1138};
+    switch (Pick(4)) {
+    case 0:
+        Operator::Tap(list, ARROWS[Pick(2)]);
+        break;
+    case 1:
+        EndDialog(list);
+        break;
+    default:
+        SelectAny(list, 1135);
+        if (OneIn(2)) Operator::Tap(list, IDOK);
+    }
+}
+
+std::wstring CRandomOperator::PickPath() {
+    static const std::wstring NAMES[] = {L"run1.rt3",  L"run2.rt3",   L"good.rt3",  L"cut.rt3",
+                                         L"noise.rt3", L"absurd.rt3", L"empty.rt3", L"export.csv",
+                                         L"none.rt3",  L"none/x.csv", L""};
+    if (OneIn(12)) return L"/proc/none/x.csv";
+    return JoinPath(JoinPath(m_strFolder, L"RealTimeFiles"), NAMES[Pick(std::size(NAMES))]);
+}
+
+void CRandomOperator::WorkFileDialog() {
+    m_record.Count("file dialog");
+    if (OneIn(4)) {
+        PressKey(Operator::Key::Escape);
+        return;
+    }
+    Operator::Type(PickPath());
+    PressKey(Operator::Key::Enter);
+}
+
+void CRandomOperator::DismissBox() {
+    m_record.Count("message box");
+    PressKey(OneIn(3) ? Operator::Key::Escape : Operator::Key::Enter);
+}
+
+void CRandomOperator::EndDialog(const CWnd& dialog) {
+    switch (Pick(5)) {
+    case 0:
+        PressKey(Operator::Key::Escape);
+        break;
+    case 1:
+        Operator::Tap(dialog, IDCANCEL);
+        break;
+    case 2:
+        PressKey(Operator::Key::Enter);
+        break;
+    default:
+        Operator::Tap(dialog, IDOK);
+    }
+}

@@ -1,0 +1,234 @@
+#include "tests/soak/RandomOperator.h"
+
+#include <stdexcept>
+
+#include "platform/Controls.h"
+#include "platform/Paths.h"
+#include "plugin/ScreenTemplate.h"
+#include "ui/BarMessages.h"
+
+using Operator::PressKey;
+
+struct CRandomOperator::Action {
+    const char* pName;
+    unsigned nWeight;
+    void (CRandomOperator::*pDo)();
+};
+
+constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
+    {"screen: Start", 14, &CRandomOperator::Start},
+    {"screen: Stop", 8, &CRandomOperator::Stop},
+    {"screen: Clear", 4, &CRandomOperator::Clear},
+    {"screen: Zoom All", 3, &CRandomOperator::ZoomAll},
+    {"screen: Save", 3, &CRandomOperator::Save},
+    {"screen: Load", 4, &CRandomOperator::Load},
+    {"screen: Settings", 3, &CRandomOperator::Settings},
+    {"screen: Sample Time", 4, &CRandomOperator::SampleTimeMode},
+    {"screen: sample time entry", 3, &CRandomOperator::SampleTime},
+    {"screen: trigger entry", 2, &CRandomOperator::Trigger},
+    {"screen: channel list", 4, &CRandomOperator::Channel},
+    {"screen: display list", 3, &CRandomOperator::Display},
+    {"screen: tap in the plot", 8, &CRandomOperator::TapPlot},
+    {"screen: drag in the plot", 8, &CRandomOperator::DragPlot},
+    {"screen: right click", 1, &CRandomOperator::RightClick},
+    {"screen: bar button", 14, &CRandomOperator::BarButton},
+    {"screen: key", 2, &CRandomOperator::Key},
+    {"screen: closed by its bar", 1, &CRandomOperator::CloseByBar},
+    {"screen: Enter or Escape", 1, &CRandomOperator::CloseByKey},
+    {"screen: closed by the host", 1, &CRandomOperator::CloseByHost},
+    {"screen: file dropped", 2, &CRandomOperator::DropFile},
+    {"screen: stray message", 2, &CRandomOperator::StrayMessage},
+    {"screen: wait", 6, &CRandomOperator::Wait},
+};
+
+CRandomOperator::CRandomOperator(TestPanel& panel, const std::wstring& strFolder,
+                                 std::uint32_t nSeed, CSoakRecord& record)
+    : m_panel(panel), m_strFolder(strFolder), m_random(nSeed), m_record(record) {}
+
+void CRandomOperator::Work(unsigned nMilliseconds) {
+    const std::uint64_t nEnd = TickMilliseconds() + nMilliseconds;
+    while (IsOpen() && TickMilliseconds() < nEnd) Act();
+}
+
+void CRandomOperator::CloseScreen() {
+    constexpr int TRIES = 300;
+    for (int i = 0; IsOpen() && i < TRIES; ++i) {
+        if (FindFront() == Front::Screen)
+            m_panel.TapBar(1) || m_panel.m_pDialog->PostMessage(WM_CLOSE);
+        else
+            PressKey(Operator::Key::Escape);
+        Operator::Wait(2);
+    }
+    if (IsOpen()) throw std::runtime_error("the screen does not close");
+}
+
+CRandomOperator::Front CRandomOperator::FindFront() const {
+    Front front = Front::StandardBox;
+    Operator::Ask([&] {
+        const CWnd* const pFront = Operator::ModalWindow();
+        const auto has = [pFront](int nID) { return pFront->GetDlgItem(nID) != nullptr; };
+        if (pFront == m_panel.m_pDialog.get())
+            front = Front::Screen;
+        else if (!pFront)
+            front = Operator::ModalText().empty() ? Front::FileDialog : Front::StandardBox;
+        else if (has(1115))
+            front = Front::Progress;
+        else if (has(1222))
+            front = Front::Settings;
+        else if (has(1135))
+            front = Front::FileList;
+        else if (has(1113))
+            front = Front::LargeBox;
+        else
+            front = has(1023) ? Front::Keyboard : Front::NumberPad;
+    });
+    return front;
+}
+
+void CRandomOperator::Act() {
+    const Front front = FindFront();
+    // Windows in front of the screen close by nobody's hand but this thread's; the progress box,
+    // which does, is worked by keys only.
+    CWnd* const pFront = Operator::ModalWindow();
+    if (front != Front::Screen && front != Front::Progress && OneIn(60)) {
+        m_record.Count("closed by the host behind a window");
+        m_panel.m_pDialog->PostMessage(WM_CLOSE);
+    }
+    switch (front) {
+    case Front::Screen: {
+        unsigned nWeights = 0;
+        for (const Action& action : ON_SCREEN) nWeights += action.nWeight;
+        const Action* pAction = ON_SCREEN;
+        for (unsigned n = Pick(nWeights); n >= pAction->nWeight; ++pAction) n -= pAction->nWeight;
+        m_record.Count(pAction->pName);
+        (this->*pAction->pDo)();
+        break;
+    }
+    case Front::Keyboard:
+        WorkKeyboard(*pFront);
+        break;
+    case Front::NumberPad:
+        WorkNumberPad(*pFront);
+        break;
+    case Front::Settings:
+        WorkSettings(*pFront);
+        break;
+    case Front::FileList:
+        WorkFileList(*pFront);
+        break;
+    case Front::Progress:
+        m_record.Count("progress box");
+        OneIn(4) ? PressKey(Operator::Key::Escape) : Operator::Wait(20);
+        break;
+    case Front::FileDialog:
+        WorkFileDialog();
+        break;
+    case Front::LargeBox:
+    case Front::StandardBox:
+        DismissBox();
+        break;
+    }
+}
+
+void CRandomOperator::Start() { m_panel.Tap(IDC_START); }
+void CRandomOperator::Stop() { m_panel.Tap(IDC_STOP); }
+void CRandomOperator::Clear() { m_panel.Tap(IDC_CLEAR); }
+void CRandomOperator::ZoomAll() { m_panel.Tap(IDC_ZOOM_ALL); }
+void CRandomOperator::Save() { m_panel.Tap(IDC_SAVE); }
+void CRandomOperator::Load() { m_panel.Tap(IDC_LOAD); }
+void CRandomOperator::Settings() { m_panel.Tap(IDC_SETTINGS); }
+void CRandomOperator::SampleTimeMode() { m_panel.Tap(IDC_SAMPLE_TIME_MODE); }
+void CRandomOperator::SampleTime() { m_panel.Tap(IDC_SAMPLE_TIME); }
+void CRandomOperator::Trigger() { m_panel.Tap(IDC_TRIGGER); }
+void CRandomOperator::Channel() { SelectAny(*m_panel.m_pDialog, IDC_CHANNEL_LIST); }
+void CRandomOperator::Display() { SelectAny(*m_panel.m_pDialog, IDC_DISPLAY_LIST); }
+
+void CRandomOperator::TapPlot() {
+    const CPoint point = PickPoint();
+    Operator::Press(*m_panel.m_pDialog, point);
+    Operator::Release(*m_panel.m_pDialog, point);
+}
+
+void CRandomOperator::DragPlot() {
+    Operator::Press(*m_panel.m_pDialog, PickPoint());
+    for (unsigned nMoves = Pick(6); nMoves > 0; --nMoves)
+        Operator::MoveTo(*m_panel.m_pDialog, PickPoint());
+    // Sometimes the window system keeps the release to itself.
+    if (!OneIn(10)) Operator::Release(*m_panel.m_pDialog, PickPoint());
+}
+
+void CRandomOperator::RightClick() { Operator::RightClick(*m_panel.m_pDialog, PickPoint()); }
+
+void CRandomOperator::BarButton() {
+    constexpr int BUTTONS[] = {2, 2, 1047, 4, 1028, 1027, 1012, 1030, 1013, 1036};
+    m_panel.TapBar(BUTTONS[Pick(std::size(BUTTONS))]);
+}
+
+void CRandomOperator::Key() {
+    constexpr Operator::Key KEYS[] = {Operator::Key::Tab, Operator::Key::Space, Operator::Key::Up,
+                                      Operator::Key::Down, Operator::Key::Backspace};
+    for (unsigned nKeys = 1 + Pick(8); nKeys > 0; --nKeys) PressKey(KEYS[Pick(std::size(KEYS))]);
+}
+
+void CRandomOperator::CloseByBar() { m_panel.TapBar(1); }
+
+void CRandomOperator::CloseByKey() {
+    PressKey(OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape);
+}
+
+void CRandomOperator::CloseByHost() { m_panel.m_pDialog->PostMessage(WM_CLOSE); }
+
+void CRandomOperator::DropFile() { Operator::DropFiles(*m_panel.m_pDialog, {PickPath()}); }
+
+void CRandomOperator::StrayMessage() {
+    CDlgBase& screen = *m_panel.m_pDialog;
+    switch (Pick(4)) {
+    case 0:
+        screen.PostMessage(WM_RT_BARCOMMAND, 198 + Pick(9));
+        break;
+    case 1:
+        screen.PostMessage(WM_RT_SWITCHBAR, 208 + Pick(5));
+        break;
+    case 2:
+        screen.PostMessage(WM_COMMAND, CommandParam(IDC_CONTINUOUS, 0));
+        break;
+    default:
+        screen.PostMessage(2000 + Pick(100), m_random());
+    }
+    // The bar that a tap may be aimed at next must be the one that stands then.
+    Operator::Ask([] {});
+}
+
+void CRandomOperator::Wait() { Operator::Wait(1 + Pick(60)); }
+
+CPoint CRandomOperator::PickPoint() {
+    CRect area;
+    Operator::Ask([&] {
+        CWnd* const pPlot = m_panel.m_pDialog->GetDlgItem(IDC_PLOT_1);
+        if (!pPlot) return;
+        area = pPlot->GetWindowRect();
+        m_panel.m_pDialog->ScreenToClient(area);
+    });
+    // Some points lie beside the plot, some outside of the window.
+    const int nAround = OneIn(5) ? 120 : 0;
+    const auto pick = [&](int nFrom, int nTo) {
+        return nFrom - nAround +
+               static_cast<int>(Pick(static_cast<unsigned>(nTo - nFrom + 1) +
+                                     2 * static_cast<unsigned>(nAround)));
+    };
+    return {pick(area.left, area.right), pick(area.top, area.bottom)};
+}
+
+void CRandomOperator::SelectAny(const CWnd& dialog, int nID) {
+    CWnd* pList = nullptr;
+    std::wstring strRow;
+    Operator::Ask([&] {
+        pList = dialog.GetDlgItem(nID);
+        if (auto* pCombo = dynamic_cast<CComboBox*>(pList); pCombo && pCombo->GetCount() > 0)
+            strRow = pCombo->GetLBText(
+                static_cast<int>(Pick(static_cast<unsigned>(pCombo->GetCount()))));
+        if (auto* pBox = dynamic_cast<CListBox*>(pList); pBox && pBox->GetCount() > 0)
+            strRow = pBox->GetText(static_cast<int>(Pick(static_cast<unsigned>(pBox->GetCount()))));
+    });
+    if (!strRow.empty()) Operator::Select(*pList, strRow);
+}

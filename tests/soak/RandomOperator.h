@@ -1,0 +1,87 @@
+// An operator who does anything that a hand, a mouse and a keyboard can do, at random.
+#pragma once
+
+#include <random>
+#include <string>
+
+#include "tests/screen/Panel.h"
+#include "tests/soak/Counts.h"
+
+/// Looks at what is in front, the screen or one of its dialogs and boxes, and does something there.
+/// Belongs to the script thread.
+class CRandomOperator {
+  public:
+    /// @param strFolder the program folder, which files are written to and read from
+    CRandomOperator(TestPanel& panel, const std::wstring& strFolder, std::uint32_t nSeed,
+                    CSoakRecord& record);
+
+    /// Works until the screen has closed, or the time is over.
+    void Work(unsigned nMilliseconds);
+
+    /// Closes whatever is in front of the screen, and the screen.
+    void CloseScreen();
+
+  private:
+    enum class Front {
+        Screen,
+        Keyboard,
+        NumberPad,
+        Settings,
+        FileList,
+        LargeBox,
+        Progress,
+        FileDialog,
+        StandardBox
+    };
+    struct Action;
+    static const Action ON_SCREEN[];
+
+    bool IsOpen() const { return m_panel.m_pDialog->GetSafeHwnd() != 0; }
+    Front FindFront() const;
+    void Act();
+
+    // On the screen
+    void Start();
+    void Stop();
+    void Clear();
+    void ZoomAll();
+    void Save();
+    void Load();
+    void Settings();
+    void SampleTimeMode();
+    void SampleTime();
+    void Trigger();
+    void Channel();
+    void Display();
+    void TapPlot();
+    void DragPlot();
+    void RightClick();
+    void BarButton();
+    void Key();
+    void CloseByBar();
+    void CloseByKey();
+    void CloseByHost();
+    void DropFile();
+    void StrayMessage();
+    void Wait();
+
+    // In what stands in front of it
+    void WorkKeyboard(const CWnd& keyboard);
+    void WorkNumberPad(const CWnd& pad);
+    void WorkSettings(const CWnd& settings);
+    void WorkFileList(const CWnd& list);
+    void WorkFileDialog();
+    void DismissBox();
+
+    unsigned Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
+    bool OneIn(unsigned nTimes) { return Pick(nTimes) == 0; }
+    CPoint PickPoint();
+    std::wstring PickPath();
+    void SelectAny(const CWnd& dialog, int nID);
+    void EndDialog(const CWnd& dialog);
+
+    TestPanel& m_panel;
+    const std::wstring m_strFolder;
+    std::mt19937 m_random;
+    CSoakRecord& m_record;
+};

@@ -1,0 +1,34 @@
+// The runs that rtsoak offers. Each works real screens, counts what it does in the record, and
+// reports there what it finds wrong.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "tests/soak/Counts.h"
+
+struct SoakOptions {
+    double m_dSeconds = 10;  ///< of random work
+    std::uint32_t m_nSeed = 1;
+    std::optional<std::uint8_t> m_nMode;  ///< instrument mode; none: a random one for each screen
+    unsigned m_nPatience = 0;             ///< longest answer allowed, milliseconds; 0: the default
+};
+
+/// Screens worked at random, one after the other, until the time is over or something is wrong.
+void RunRandomScreens(const SoakOptions& options, CSoakRecord& record);
+
+/// One screen that takes so many captures, each begun with Start and ended with Stop, or by its
+/// last value.
+void RunCaptures(const SoakOptions& options, unsigned nCaptures, CSoakRecord& record);
+
+/// Screens that are closed in the middle of a capture, each a little later than the one before.
+void RunClosings(const SoakOptions& options, unsigned nScreens, CSoakRecord& record);
+
+/// Screens that are opened, shown and closed.
+void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record);
+
+/// A continuous capture at the highest speed that the reader takes, until as many blocks have come
+/// as the instrument sends in so many hours. Prints how memory goes.
+/// @param nStrokeSeconds time between new curves; 0: one curve only, which fills and stays full
+void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSeconds,
+                   CSoakRecord& record);

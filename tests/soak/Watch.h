@@ -1,0 +1,35 @@
+// Watches a screen while others work it: whether it answers, and whether what it shows and holds is
+// in order.
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+#include "tests/screen/Panel.h"
+#include "tests/soak/Counts.h"
+
+/// Lives on a thread of its own, for as long as the screen's event loop runs.
+class CWatch {
+  public:
+    /// @param nPatience how long the user-interface thread may take to answer, in milliseconds
+    CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record);
+    ~CWatch();
+    CWatch(const CWatch&) = delete;
+    CWatch& operator=(const CWatch&) = delete;
+
+  private:
+    void Run();
+    void CheckControls();
+    void CheckCurves();
+    void CheckCurve(const RTCurveData& curve, std::size_t nChannel);
+
+    TestPanel& m_panel;
+    const unsigned m_nPatience;
+    std::mt19937 m_random;
+    CSoakRecord& m_record;
+    std::atomic<bool> m_bStop{false};
+    CThreadHandle m_thread;
+};
+
+/// How long a user-interface thread may take to answer in this kind of build, in milliseconds.
+unsigned GetDefaultPatience();
