@@ -46,8 +46,9 @@ bool CDlgSetupMode::OnInitDialog() {
     {
         const std::lock_guard lock(m_lock);  // the reader is running already
         m_nChannels = CountChannels(m_nMode);
-        m_graph.m_nGraphRate = m_nHostValueRate;
     }
+    // The host, which knows no lock, may be changing its rate.
+    m_graph.m_nGraphRate = std::atomic_ref(m_nHostValueRate).load(std::memory_order_relaxed);
     BindPlots();
     MakeFonts();
     LoadLanguageTable();
@@ -71,8 +72,8 @@ void CDlgSetupMode::BindPlots() {
         {
             const std::lock_guard lock(m_lock);
             plot.m_spCurves = m_spCurves;
+            plot.m_nChannel = static_cast<std::uint8_t>(k);
         }
-        plot.m_nChannel = static_cast<std::uint8_t>(k);
         plot.m_pGraph = &m_graph;
 
         CDialogDraw& control = m_aPlotCtrl[k];
