@@ -43,10 +43,6 @@ constexpr bool OffersPairViews(std::uint8_t nMode) {
 
 bool CDlgSetupMode::OnInitDialog() {
     CDlgBase::OnInitDialog();
-    {
-        const std::lock_guard lock(m_lock);  // the reader is running already
-        m_nChannels = CountChannels(m_nMode);
-    }
     // The host, which knows no lock, may be changing its rate.
     m_graph.m_nGraphRate = std::atomic_ref(m_nHostValueRate).load(std::memory_order_relaxed);
     BindPlots();
