@@ -11,9 +11,22 @@ constexpr std::size_t PACKET_HEADER_SIZE = 1;
 constexpr std::size_t BLOCK_HEADER_SIZE = 3;
 constexpr std::size_t VALUE_SIZE = sizeof(std::int16_t);
 
+/// The values of one channel stand together already.
+void AppendToOne(std::uint8_t byState, const std::uint8_t* pValues, std::size_t nValues,
+                 RTCurveData* pCurve) {
+    if (!pCurve || pCurve->GetCapacity() == 0) return;
+    const std::size_t nFree = pCurve->GetFreeValues().size();
+    pCurve->AppendValues(pValues, static_cast<std::uint32_t>(std::min(nValues, nFree)));
+    pCurve->AddPulse(static_cast<std::int32_t>(pCurve->GetCount()), byState);
+}
+
 /// Appends one block to the curves of the channels in use: as many values of each as nShare.
 void AppendBlock(std::uint8_t byState, const std::uint8_t* pValues, std::size_t nShare,
                  ValueLayout layout, std::span<const std::shared_ptr<RTCurveData>> aspCurves) {
+    if (layout.m_nChannels == 1) {
+        AppendToOne(byState, pValues, nShare, aspCurves[0].get());
+        return;
+    }
     RTValueTargets targets;
     for (std::size_t k = 0; k < aspCurves.size() && aspCurves[k]; ++k) {
         const auto free = aspCurves[k]->GetFreeValues();

@@ -85,10 +85,7 @@ void CopyThreeChannels(const std::uint8_t* pSource, const RTValueTargets& target
 }  // namespace
 
 void CopyValues(const std::uint8_t* pSource, ValueLayout layout, const RTValueTargets& targets) {
-    if (layout.m_nChannels == 1) {
-        if (!targets[0].empty())
-            std::memcpy(targets[0].data(), pSource, targets[0].size() * VALUE_SIZE);
-    } else if (layout.m_nChannels == 3) {
+    if (layout.m_nChannels == 3) {
         CopyThreeChannels(pSource, targets);
     } else if (layout.m_nPerChannel == 2) {
         CopyPairs(targets[0], pSource);

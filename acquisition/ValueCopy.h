@@ -1,4 +1,5 @@
-// Moves the values of a block out of a packet: low byte first, interleaved, without alignment.
+// Moves the values of two or three channels out of a packet: low byte first, interleaved, without
+// alignment.
 #pragma once
 
 #include <array>

@@ -1,5 +1,6 @@
 #include "curves/RTCurveData.h"
 
+#include <bit>
 #include <cassert>
 #include <new>
 
@@ -43,6 +44,15 @@ void RTCurveData::PublishCount(std::uint32_t nCount) {
     assert(nCount >= m_nCount.load(std::memory_order_relaxed) && nCount <= m_nArrayLength);
     m_summary.Extend(m_pValues.get(), nCount);
     m_nCount.store(nCount, std::memory_order_release);
+}
+
+void RTCurveData::AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues) {
+    static_assert(std::endian::native == std::endian::little);
+    const std::uint32_t nCount = m_nCount.load(std::memory_order_relaxed);
+    assert(nValues <= m_nArrayLength - nCount);
+    if (nValues == 0) return;
+    m_summary.Append(m_pValues.get(), nCount, pBytes, nValues);
+    m_nCount.store(nCount + nValues, std::memory_order_release);
 }
 
 RTMinMax RTCurveData::FindMinMax(std::uint32_t nFirst, std::uint32_t nLast) const {

@@ -64,6 +64,11 @@ class RTCurveData {
     /// them. The count never goes down. The writer's thread only.
     void PublishCount(std::uint32_t nCount);
 
+    /// Copies little-endian values into the free places and publishes them, in one pass over them.
+    /// The writer's thread only.
+    /// @param nValues not more than there are free places
+    void AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues);
+
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast: exactly what a
     /// scan of them gives; a range without such a value gives INT16_MAX and INT16_MIN. nLast must
     /// not exceed a count that GetCount has given. Reads one number for 2048 values of a long

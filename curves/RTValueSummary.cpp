@@ -4,41 +4,11 @@
 
 namespace {
 
-constexpr std::size_t BLOCK_VALUES = 128;
+constexpr std::size_t BLOCK_VALUES = RT_BLOCK_VALUES;
 constexpr std::size_t GROUP_BLOCKS = 16;
-
-/// Eight values that one instruction compares with eight others. Even and odd indices stay apart by
-/// themselves while the values are folded over a power of two.
-using Lanes [[gnu::vector_size(16)]] = std::int16_t;
-constexpr std::size_t LANE_COUNT = sizeof(Lanes) / sizeof(std::int16_t);
-
-Lanes LoadLanes(const std::int16_t* pValues) {
-    Lanes lanes;
-    std::memcpy(&lanes, pValues, sizeof lanes);
-    return lanes;
-}
-
-Lanes Smaller(Lanes a, Lanes b) { return a < b ? a : b; }
-Lanes Larger(Lanes a, Lanes b) { return a > b ? a : b; }
-
-/// The upper four lanes brought down to the lower four, and the third and fourth to the first two.
-Lanes UpperHalf(Lanes v) { return __builtin_shufflevector(v, v, 4, 5, 6, 7, 4, 5, 6, 7); }
-Lanes SecondPair(Lanes v) { return __builtin_shufflevector(v, v, 2, 3, 2, 3, 2, 3, 2, 3); }
-
-std::array<RTMinMax, 2> SummariseBlock(const std::int16_t* pValues) {
-    Lanes smallest = LoadLanes(pValues);
-    Lanes largest = smallest;
-    for (std::size_t nFrom = LANE_COUNT; nFrom < BLOCK_VALUES; nFrom += LANE_COUNT) {
-        const Lanes lanes = LoadLanes(pValues + nFrom);
-        smallest = Smaller(smallest, lanes);
-        largest = Larger(largest, lanes);
-    }
-    smallest = Smaller(smallest, UpperHalf(smallest));
-    largest = Larger(largest, UpperHalf(largest));
-    smallest = Smaller(smallest, SecondPair(smallest));
-    largest = Larger(largest, SecondPair(largest));
-    return {RTMinMax{smallest[0], largest[0]}, RTMinMax{smallest[1], largest[1]}};
-}
+constexpr std::size_t VALUE_SIZE = sizeof(std::int16_t);
+/// Fewer blocks than this are copied at once and read again: they are at hand still.
+constexpr std::size_t FEW_BLOCKS = 4;
 
 void IncludeValues(RTMinMax& range, const std::int16_t* pValues, std::size_t nFirst,
                    std::size_t nLast) {
@@ -48,21 +18,51 @@ void IncludeValues(RTMinMax& range, const std::int16_t* pValues, std::size_t nFi
 }  // namespace
 
 RTValueSummary::RTValueSummary(std::size_t nLength)
-    : m_pBlocks(std::make_unique_for_overwrite<Block[]>(nLength / BLOCK_VALUES)),
-      m_pGroups(std::make_unique_for_overwrite<Block[]>(nLength / BLOCK_VALUES / GROUP_BLOCKS)) {}
+    : m_pBlocks(std::make_unique_for_overwrite<RTBlockSummary[]>(nLength / BLOCK_VALUES)),
+      m_pGroups(
+          std::make_unique_for_overwrite<RTBlockSummary[]>(nLength / BLOCK_VALUES / GROUP_BLOCKS)) {
+}
 
 void RTValueSummary::Extend(const std::int16_t* pValues, std::size_t nCount) {
     const std::size_t nBlocks = nCount / BLOCK_VALUES;
-    for (; m_nBlocks < nBlocks; ++m_nBlocks) {
-        m_pBlocks[m_nBlocks] = SummariseBlock(pValues + m_nBlocks * BLOCK_VALUES);
-        if ((m_nBlocks + 1) % GROUP_BLOCKS != 0) continue;
+    if (nBlocks == m_nBlocks) return;
+    SummariseBlocks(pValues + m_nBlocks * BLOCK_VALUES, nBlocks - m_nBlocks, &m_pBlocks[m_nBlocks]);
+    CompleteBlocks(nBlocks);
+}
 
-        Block group;
-        for (std::size_t nBlock = m_nBlocks + 1 - GROUP_BLOCKS; nBlock <= m_nBlocks; ++nBlock)
+void RTValueSummary::Append(std::int16_t* pValues, std::size_t nCount, const std::uint8_t* pBytes,
+                            std::size_t nValues) {
+    const std::size_t nFirst = nCount % BLOCK_VALUES;
+    if (nFirst + nValues < FEW_BLOCKS * BLOCK_VALUES) {
+        std::memcpy(pValues + nCount, pBytes, nValues * VALUE_SIZE);
+        Extend(pValues, nCount + nValues);
+        return;
+    }
+    const std::size_t nHead = nFirst == 0 ? 0 : BLOCK_VALUES - nFirst;
+    std::memcpy(pValues + nCount, pBytes, nHead * VALUE_SIZE);
+    Extend(pValues, nCount + nHead);
+
+    const std::size_t nBlocks = (nValues - nHead) / BLOCK_VALUES;
+    CopyBlocks(pBytes + nHead * VALUE_SIZE, nBlocks, pValues + nCount + nHead,
+               &m_pBlocks[m_nBlocks]);
+    CompleteBlocks(m_nBlocks + nBlocks);
+
+    const std::size_t nDone = nHead + nBlocks * BLOCK_VALUES;
+    std::memcpy(pValues + nCount + nDone, pBytes + nDone * VALUE_SIZE,
+                (nValues - nDone) * VALUE_SIZE);
+}
+
+/// Counts blocks that have been filled, and fills the groups that they complete.
+void RTValueSummary::CompleteBlocks(std::size_t nBlocks) {
+    for (std::size_t nGroup = m_nBlocks / GROUP_BLOCKS; nGroup < nBlocks / GROUP_BLOCKS; ++nGroup) {
+        RTBlockSummary group;
+        for (std::size_t nBlock = nGroup * GROUP_BLOCKS; nBlock < (nGroup + 1) * GROUP_BLOCKS;
+             ++nBlock)
             for (std::size_t nParity = 0; nParity < 2; ++nParity)
                 group[nParity].Include(m_pBlocks[nBlock][nParity]);
-        m_pGroups[m_nBlocks / GROUP_BLOCKS] = group;
+        m_pGroups[nGroup] = group;
     }
+    m_nBlocks = nBlocks;
 }
 
 RTMinMax RTValueSummary::Find(const std::int16_t* pValues, std::size_t nFirst,
@@ -91,5 +91,5 @@ RTMinMax RTValueSummary::Find(const std::int16_t* pValues, std::size_t nFirst,
 
 std::size_t RTValueSummary::GetMemorySize(std::size_t nLength) {
     const std::size_t nBlocks = nLength / BLOCK_VALUES;
-    return (nBlocks + nBlocks / GROUP_BLOCKS) * sizeof(Block);
+    return (nBlocks + nBlocks / GROUP_BLOCKS) * sizeof(RTBlockSummary);
 }

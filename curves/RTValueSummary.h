@@ -2,25 +2,11 @@
 // few blocks instead of every value.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
-struct RTMinMax {
-    std::int16_t m_nMin = INT16_MAX;
-    std::int16_t m_nMax = INT16_MIN;
-
-    void Include(std::int16_t nValue) {
-        if (nValue < m_nMin) m_nMin = nValue;
-        if (nValue > m_nMax) m_nMax = nValue;
-    }
-    void Include(const RTMinMax& other) {
-        if (other.m_nMin < m_nMin) m_nMin = other.m_nMin;
-        if (other.m_nMax > m_nMax) m_nMax = other.m_nMax;
-    }
-    friend bool operator==(const RTMinMax&, const RTMinMax&) = default;
-};
+#include "curves/BlockSummary.h"
 
 /// Minimum and maximum of each block of 128 values, and of each group of 16 such blocks, apart for
 /// even and odd indices. About 3.3 % of the memory of the values.
@@ -39,6 +25,11 @@ class RTValueSummary {
     /// Fills the blocks that the first nCount values have completed. The writer's thread only.
     void Extend(const std::int16_t* pValues, std::size_t nCount);
 
+    /// Copies nValues values, as they stand in memory, behind the nCount values of an array that
+    /// the summary has been extended over, and extends it over them. The writer's thread only.
+    void Append(std::int16_t* pValues, std::size_t nCount, const std::uint8_t* pBytes,
+                std::size_t nValues);
+
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast; the neutral range
     /// when there is no such value.
     RTMinMax Find(const std::int16_t* pValues, std::size_t nFirst, std::size_t nLast) const;
@@ -47,9 +38,9 @@ class RTValueSummary {
     static std::size_t GetMemorySize(std::size_t nLength);
 
   private:
-    using Block = std::array<RTMinMax, 2>;  ///< by parity of the index
+    void CompleteBlocks(std::size_t nBlocks);
 
-    std::unique_ptr<Block[]> m_pBlocks;
-    std::unique_ptr<Block[]> m_pGroups;
+    std::unique_ptr<RTBlockSummary[]> m_pBlocks;
+    std::unique_ptr<RTBlockSummary[]> m_pGroups;
     std::size_t m_nBlocks = 0;  ///< blocks filled so far; the writer's own
 };

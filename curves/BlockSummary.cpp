@@ -1,0 +1,130 @@
+#include "curves/BlockSummary.h"
+
+#include <cstring>
+
+namespace {
+
+/// Eight values that one instruction compares with eight others. Even and odd indices stay apart by
+/// themselves while the values are folded over a power of two.
+using Lanes [[gnu::vector_size(16)]] = std::int16_t;
+constexpr std::size_t LANE_COUNT = sizeof(Lanes) / sizeof(std::int16_t);
+
+Lanes Smaller(Lanes a, Lanes b) { return a < b ? a : b; }
+Lanes Larger(Lanes a, Lanes b) { return a > b ? a : b; }
+
+/// Smallest and largest values, lane by lane.
+struct Extremes {
+    Lanes smallest;
+    Lanes largest;
+};
+
+Lanes LoadLanes(const void* pFrom) {
+    Lanes lanes;
+    std::memcpy(&lanes, pFrom, sizeof lanes);
+    return lanes;
+}
+
+/// Values that stay where they are.
+struct ValuesInPlace {
+    const std::int16_t* pValues;
+
+    Lanes Load(std::size_t nFrom) const { return LoadLanes(pValues + nFrom); }
+    ValuesInPlace At(std::size_t nBlock) const { return {pValues + nBlock * RT_BLOCK_VALUES}; }
+};
+
+/// Values that are copied when they are loaded.
+struct CopiedValues {
+    const std::uint8_t* pBytes;
+    std::int16_t* pTarget;
+
+    Lanes Load(std::size_t nFrom) const {
+        const Lanes lanes = LoadLanes(pBytes + nFrom * sizeof(std::int16_t));
+        std::memcpy(pTarget + nFrom, &lanes, sizeof lanes);
+        return lanes;
+    }
+    CopiedValues At(std::size_t nBlock) const {
+        const std::size_t nFrom = nBlock * RT_BLOCK_VALUES;
+        return {pBytes + nFrom * sizeof(std::int16_t), pTarget + nFrom};
+    }
+};
+
+/// A block folded over the lanes of one register.
+template <class Values>
+Extremes FoldBlock(Values values) {
+    const Lanes first = values.Load(0);
+    Extremes extremes{first, first};
+    for (std::size_t nFrom = LANE_COUNT; nFrom < RT_BLOCK_VALUES; nFrom += LANE_COUNT) {
+        const Lanes lanes = values.Load(nFrom);
+        extremes.smallest = Smaller(extremes.smallest, lanes);
+        extremes.largest = Larger(extremes.largest, lanes);
+    }
+    return extremes;
+}
+
+/// The lower and the upper four lanes of two, and of each four the first and the second pair.
+Lanes LowerHalves(Lanes a, Lanes b) {
+    return __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11);
+}
+Lanes UpperHalves(Lanes a, Lanes b) {
+    return __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15);
+}
+Lanes FirstPairs(Lanes a, Lanes b) {
+    return __builtin_shufflevector(a, b, 0, 1, 4, 5, 8, 9, 12, 13);
+}
+Lanes SecondPairs(Lanes a, Lanes b) {
+    return __builtin_shufflevector(a, b, 2, 3, 6, 7, 10, 11, 14, 15);
+}
+
+/// The halves of two, folded onto one another: four lanes of a, then four of b.
+Extremes FoldHalves(const Extremes& a, const Extremes& b) {
+    return {Smaller(LowerHalves(a.smallest, b.smallest), UpperHalves(a.smallest, b.smallest)),
+            Larger(LowerHalves(a.largest, b.largest), UpperHalves(a.largest, b.largest))};
+}
+
+/// The pairs of two, folded onto one another: of each four lanes one pair, even and odd.
+Extremes FoldPairs(const Extremes& a, const Extremes& b) {
+    return {Smaller(FirstPairs(a.smallest, b.smallest), SecondPairs(a.smallest, b.smallest)),
+            Larger(FirstPairs(a.largest, b.largest), SecondPairs(a.largest, b.largest))};
+}
+
+/// Stores the first lanes of a vector as summaries.
+template <std::size_t COUNT>
+void StoreSummaries(Lanes lanes, RTBlockSummary* pSummaries) {
+    static_assert(sizeof(RTBlockSummary) == 4 * sizeof(std::int16_t));
+    std::memcpy(static_cast<void*>(pSummaries), &lanes, COUNT * sizeof(RTBlockSummary));
+}
+
+/// Blocks four at a time, whose lanes are folded together, and the rest one by one.
+template <class Values>
+void Summarise(Values values, std::size_t nBlocks, RTBlockSummary* pSummaries) {
+    std::size_t nBlock = 0;
+    for (; nBlock + 4 <= nBlocks; nBlock += 4) {
+        const Extremes front =
+            FoldHalves(FoldBlock(values.At(nBlock)), FoldBlock(values.At(nBlock + 1)));
+        const Extremes back =
+            FoldHalves(FoldBlock(values.At(nBlock + 2)), FoldBlock(values.At(nBlock + 3)));
+        const auto [smallest, largest] = FoldPairs(front, back);
+        StoreSummaries<2>(__builtin_shufflevector(smallest, largest, 0, 8, 1, 9, 2, 10, 3, 11),
+                          pSummaries + nBlock);
+        StoreSummaries<2>(__builtin_shufflevector(smallest, largest, 4, 12, 5, 13, 6, 14, 7, 15),
+                          pSummaries + nBlock + 2);
+    }
+    for (; nBlock < nBlocks; ++nBlock) {
+        const Extremes block = FoldBlock(values.At(nBlock));
+        const Extremes half = FoldHalves(block, block);
+        const auto [smallest, largest] = FoldPairs(half, half);
+        StoreSummaries<1>(__builtin_shufflevector(smallest, largest, 0, 8, 1, 9, 2, 10, 3, 11),
+                          pSummaries + nBlock);
+    }
+}
+
+}  // namespace
+
+void SummariseBlocks(const std::int16_t* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries) {
+    Summarise(ValuesInPlace{pValues}, nBlocks, pSummaries);
+}
+
+void CopyBlocks(const std::uint8_t* pBytes, std::size_t nBlocks, std::int16_t* pTarget,
+                RTBlockSummary* pSummaries) {
+    Summarise(CopiedValues{pBytes, pTarget}, nBlocks, pSummaries);
+}
