@@ -22,7 +22,11 @@ HWND NextHandle() {
     return ++hLast;
 }
 
-constexpr const char* WINDOW_PROPERTY = "nativeWindow";
+/// The same windows by their widgets.
+std::unordered_map<const QWidget*, NativeWindow*>& WidgetTable() {
+    static std::unordered_map<const QWidget*, NativeWindow*> table;
+    return table;
+}
 
 }  // namespace
 
@@ -31,12 +35,12 @@ NativeWindow::NativeWindow(QWidget& nativeWidget, int nControlID, CWnd* pNewOwne
     : widget(nativeWidget), hWnd(NextHandle()), nID(nControlID), pOwner(nullptr),
       m_pStandIn(std::move(pNewStandIn)) {
     WindowTable()[hWnd] = this;
-    widget.setProperty(WINDOW_PROPERTY, QVariant::fromValue(static_cast<void*>(this)));
+    WidgetTable()[&widget] = this;
     Attach(pNewOwner ? pNewOwner : m_pStandIn.get());
 }
 
 NativeWindow::~NativeWindow() {
-    widget.setProperty(WINDOW_PROPERTY, QVariant());
+    WidgetTable().erase(&widget);
     WindowTable().erase(hWnd);
     Attach(nullptr);
 }
@@ -44,7 +48,7 @@ NativeWindow::~NativeWindow() {
 void NativeWindow::Retire() {
     for (QObject* pChild : widget.children())
         if (NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild))) pNative->Retire();
-    widget.setProperty(WINDOW_PROPERTY, QVariant());
+    WidgetTable().erase(&widget);
     WindowTable().erase(hWnd);
     Attach(nullptr);
 }
@@ -55,8 +59,8 @@ NativeWindow* NativeWindow::Find(HWND hWnd) {
 }
 
 NativeWindow* NativeWindow::Of(const QWidget* pWidget) {
-    return pWidget ? static_cast<NativeWindow*>(pWidget->property(WINDOW_PROPERTY).value<void*>())
-                   : nullptr;
+    const auto found = WidgetTable().find(pWidget);
+    return found == WidgetTable().end() ? nullptr : found->second;
 }
 
 void NativeWindow::Attach(CWnd* pNewOwner) {
@@ -119,7 +123,10 @@ void NativeWindow::PaintWidget(const std::function<void()>& paintDefault) {
             return 0;
         });
     }
-    if (!bDefault && !picture.isNull()) QPainter(&widget).drawImage(0, 0, picture);
+    const bool bOwnPicture = !bDefault && !picture.isNull();
+    // A picture covers what is below it, which then need not be painted.
+    widget.setAttribute(Qt::WA_OpaquePaintEvent, bOwnPicture);
+    if (bOwnPicture) QPainter(&widget).drawImage(0, 0, picture);
 }
 
 NativeWindow* NativeWindow::Parent() const { return Of(widget.parentWidget()); }
