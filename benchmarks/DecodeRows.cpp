@@ -80,6 +80,6 @@ void MeasureDecode(CTable& table) {
         for (std::size_t i = 0; i < std::size(LAYOUTS); ++i)
             table.AddComparison(std::string(size.pName) + " values, " + LAYOUTS[i].pName,
                                 times[i + 1], "copy of the same bytes", times[0],
-                                Goal{Goal::Within, LAYOUTS[i].layout.m_nChannels == 1 ? 1.5 : 4});
+                                Goal{Goal::Within, LAYOUTS[i].layout.m_nChannels == 1 ? 1.5 : 4.0});
     }
 }

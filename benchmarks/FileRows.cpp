@@ -53,11 +53,21 @@ void FillCapture(RTCaptureFile& capture) {
 
 using Bytes = std::unique_ptr<std::uint8_t[]>;
 
-Bytes ReadWhole(CFile& file) {
-    const std::size_t nBytes = file.GetLength();
+/// The bytes from where a file stands to its end, in new memory.
+Bytes ReadRest(CFile& file) {
+    const std::size_t nBytes = file.GetLength() - file.GetPosition();
     auto pBytes = std::make_unique_for_overwrite<std::uint8_t[]>(nBytes);
     file.Read(pBytes.get(), nBytes);
     return pBytes;
+}
+
+/// Behind the odd number of bytes that the values of a capture stand at. They have to get from
+/// there to even addresses, and the system copies more slowly between places that are not aligned
+/// alike.
+Bytes ReadBehindHead(CFile& file) {
+    constexpr std::int64_t HEAD_BYTES = 39;
+    file.Seek(HEAD_BYTES, CFile::begin);
+    return ReadRest(file);
 }
 
 void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& bytes, bool bToDisk) {
@@ -70,7 +80,7 @@ void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& by
 std::vector<std::uint8_t> CopyFile(const std::wstring& strPath) {
     CFile file(strPath, CFile::modeRead);
     const std::size_t nBytes = file.GetLength();
-    const Bytes pBytes = ReadWhole(file);
+    const Bytes pBytes = ReadRest(file);
     return {pBytes.get(), pBytes.get() + nBytes};
 }
 
@@ -109,10 +119,10 @@ void MeasureCaptures(CTable& table, const TemporaryFolder& folder, const RTCaptu
                                                        }),
                                                        TimeCalls([&] {
                                                            CFile file(strOurs, CFile::modeRead);
-                                                           KeepResult(ReadWhole(file));
+                                                           KeepResult(ReadBehindHead(file));
                                                        })},
                                                       ROUNDS);
-    table.AddComparison("read .rt3", reading[0], "same bytes read at once", reading[1],
+    table.AddComparison("read .rt3", reading[0], "same bytes read to an even address", reading[1],
                         Goal{Goal::Within, 1.3});
 
     const std::vector<double> saving =

@@ -36,14 +36,14 @@ void CTable::AddGroup(const std::string& strTitle) {
 }
 
 void CTable::AddComparison(const std::string& strWhat, double dOurs, const std::string& strOther,
-                           double dOther, std::optional<Goal> goal) {
-    const bool bFaster = !goal || goal->m_kind == Goal::Faster;
+                           double dOther, const Goal& goal) {
+    const bool bFaster = goal.m_kind == Goal::Faster;
     const double dRatio = bFaster ? dOther / dOurs : dOurs / dOther;
     std::string strGoal;
     std::optional<double> used;
-    if (goal) {
-        strGoal = Format(bFaster ? "at least %g" : "at most %g", goal->m_dTimes);
-        used = bFaster ? goal->m_dTimes / dRatio : dRatio / goal->m_dTimes;
+    if (goal.m_times) {
+        strGoal = Format(bFaster ? "at least %g" : "at most %g", *goal.m_times);
+        used = bFaster ? *goal.m_times / dRatio : dRatio / *goal.m_times;
     }
     PrintRow(strWhat, FormatSeconds(dOurs), strOther, FormatSeconds(dOther),
              FormatNumber(dRatio) + (bFaster ? "x as fast" : "x as long"), strGoal, used);

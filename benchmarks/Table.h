@@ -5,14 +5,14 @@
 #include <optional>
 #include <string>
 
-/// What a ratio is to keep.
+/// How a ratio is told, and what it is to keep.
 struct Goal {
     enum Kind {
         Faster,  ///< the other thing is to take at least so many times as long
         Within,  ///< we are to take at most so many times as long as the other thing
     };
     Kind m_kind;
-    double m_dTimes;
+    std::optional<double> m_times = {};  ///< none: it is only told
 };
 
 class CTable {
@@ -25,7 +25,7 @@ class CTable {
 
     /// A row that compares two times, in seconds.
     void AddComparison(const std::string& strWhat, double dOurs, const std::string& strOther,
-                       double dOther, std::optional<Goal> goal = {});
+                       double dOther, const Goal& goal);
 
     /// A row that something is missing for.
     void AddMissing(const std::string& strWhat, const std::string& strOther,
