@@ -11,8 +11,8 @@
 namespace {
 
 class Waker : public QObject {
-  public:
-    bool event(QEvent* pEvent) override;
+  protected:
+    void customEvent(QEvent*) override;
 };
 
 /// The queue is ours, not the event loop's, so that what the caller wrote before is visible to the
@@ -29,17 +29,15 @@ UiQueue& Queue() {
     return queue;
 }
 
-bool Waker::event(QEvent* pEvent) {
-    if (pEvent->type() != QEvent::User) return QObject::event(pEvent);
+void Waker::customEvent(QEvent*) {
     std::function<void()> call;
     {
         const std::lock_guard lock(Queue().mutex);
-        if (Queue().calls.empty()) return true;
+        if (Queue().calls.empty()) return;
         call = std::move(Queue().calls.front());
         Queue().calls.pop_front();
     }
     call();
-    return true;
 }
 
 }  // namespace
