@@ -2,18 +2,20 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "acquisition/Capture.h"
+#include "acquisition/PacketReader.h"
 #include "acquisition/ReaderScreen.h"
 #include "acquisition/ValueLayout.h"
 #include "plugin/RealTimeData.h"
 
 using Bytes = std::vector<std::uint8_t>;
+using Calls = std::vector<std::string>;
 
 /// Appends a data block to a sample payload: status, count high byte first, values low byte first.
 inline void AddBlock(Bytes& payload, std::uint8_t byState, const std::vector<int>& values) {
@@ -102,7 +104,7 @@ class CTestScreen final : public IReaderScreen {
     void RepaintPlot(std::size_t nPlot) override { Add("paint " + std::to_string(nPlot)); }
 
     /// What was asked since the last call.
-    std::vector<std::string> TakeCalls() {
+    Calls TakeCalls() {
         const std::lock_guard lock(m_mutex);
         return std::move(m_calls);
     }
@@ -114,5 +116,32 @@ class CTestScreen final : public IReaderScreen {
     }
 
     std::mutex m_mutex;
-    std::vector<std::string> m_calls;
+    Calls m_calls;
+};
+
+/// A session with a packet reader.
+struct TestReader : TestSession {
+    using TestSession::TestSession;
+
+    Calls Handle(std::int32_t nType, Bytes payload) {
+        m_reader.HandlePacket(*MakePacket(nType, std::move(payload)));
+        return m_screen.TakeCalls();
+    }
+    Calls HandleSamples(const std::vector<int>& values) {
+        return Handle(RTPACKET_SAMPLES, MakeSamples(values));
+    }
+
+    /// Runs the reader's thread on a queue until the first packet has reached the screen, and stops
+    /// it: one told to stop before it starts would not read at all.
+    void ReadQueue(RTPacketQueue& queue, bool bLeave = false) {
+        m_pPacketQueue = &queue;
+        std::thread reader([this] { m_reader.Run(); });
+        while (m_screen.TakeCalls().empty()) std::this_thread::yield();
+        m_bStopReader = 1;
+        if (bLeave) m_reader.LeaveBetweenPackets();
+        reader.join();
+    }
+
+    CTestScreen m_screen;
+    CPacketReader m_reader{*this, m_capture, m_screen};
 };
