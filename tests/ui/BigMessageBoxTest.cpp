@@ -7,18 +7,7 @@
 namespace {
 
 constexpr int OK = 1, CANCEL = 2, OK_CENTRE = 3, NO = 7;
-
-/// Taps a button of a box with some buttons, and gives the box's result.
-int TapIn(BYTE nButtons, int nButton, const std::vector<int>& shown) {
-    CBigMessageBox box;
-    box.m_strMessage = L"Go on?";
-    box.m_nButtons = nButtons;
-    return RunModal(box, [&] {
-        for (const int nID : {OK, CANCEL, OK_CENTRE, NO})
-            EXPECT_EQ(IsVisible(box, nID), std::count(shown.begin(), shown.end(), nID) == 1) << nID;
-        EXPECT_TRUE(Operator::Tap(box, nButton));
-    });
-}
+using Key = Operator::Key;
 
 /// Whether any ink is in the left eighth of the message.
 bool StandsLeft(const std::wstring& strMessage) {
@@ -27,9 +16,8 @@ bool StandsLeft(const std::wstring& strMessage) {
     bool bInk = false;
     RunModal(box, [&] {
         const CBitmap picture = Operator::TakePicture(box);
-        const int nWidth = picture.GetSize().cx;
         for (int y = 13; y < 130; ++y)
-            for (int x = 0; x < nWidth / 8; ++x)
+            for (int x = 0; x < picture.GetSize().cx / 8; ++x)
                 bInk = bInk || picture.GetPixel(x, y) != RGB(211, 228, 250);
     });
     return bInk;
@@ -37,31 +25,43 @@ bool StandsLeft(const std::wstring& strMessage) {
 
 }  // namespace
 
-TEST(BigMessageBox, EndsWithTheButtonThatWasTapped) {
-    EXPECT_EQ(TapIn(BIGBTN_OK_CENTRE, OK_CENTRE, {OK_CENTRE}), 1);
-    EXPECT_EQ(TapIn(6, OK, {OK, CANCEL}), 1);
-    EXPECT_EQ(TapIn(6, CANCEL, {OK, CANCEL}), 2);
-    EXPECT_EQ(TapIn(14, NO, {OK, NO, CANCEL}), 7);
-}
-
-TEST(BigMessageBox, WithoutButtonsEndsOnlyWithEscape) {
-    CBigMessageBox box;
-    EXPECT_EQ(RunModal(box,
-                       [&] {
-                           for (const int nID : {OK, CANCEL, OK_CENTRE, NO})
-                               EXPECT_FALSE(Operator::Tap(box, nID));
-                           Operator::PressKey(Operator::Key::Enter);
-                           EXPECT_EQ(Operator::ModalWindow(), &box);
-                           Operator::PressKey(Operator::Key::Escape);
-                           EXPECT_NE(Operator::ModalWindow(), &box);
-                       }),
-              2);
-}
-
-TEST(BigMessageBox, EnterAcknowledges) {
-    CBigMessageBox box;
-    box.m_nButtons = BIGBTN_OK_CENTRE;
-    EXPECT_EQ(RunModal(box, [] { Operator::PressKey(Operator::Key::Enter); }), 1);
+TEST(BigMessageBox, EndsWithTheButtonOrKeyThatWasPressed) {
+    const struct {
+        BYTE nButtons;
+        std::vector<int> shown;
+        int nButton;  ///< 0: a key
+        Key key;
+        int nResult;
+    } cases[] = {
+        {BIGBTN_OK_CENTRE, {OK_CENTRE}, OK_CENTRE, {}, 1},
+        {BIGBTN_OK_CENTRE, {OK_CENTRE}, 0, Key::Enter, 1},
+        {6, {OK, CANCEL}, OK, {}, 1},
+        {6, {OK, CANCEL}, CANCEL, {}, 2},
+        {14, {OK, NO, CANCEL}, NO, {}, 7},
+        {0, {}, 0, Key::Escape, 2},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.nButtons);
+        CBigMessageBox box;
+        box.m_nButtons = c.nButtons;
+        EXPECT_EQ(RunModal(box,
+                           [&] {
+                               for (const int nID : {OK, CANCEL, OK_CENTRE, NO})
+                                   EXPECT_EQ(IsVisible(box, nID),
+                                             std::count(c.shown.begin(), c.shown.end(), nID) == 1);
+                               if (c.nButton)
+                                   EXPECT_TRUE(Operator::Tap(box, c.nButton));
+                               else
+                                   Operator::PressKey(c.key);
+                               EXPECT_NE(Operator::ModalWindow(), &box);
+                           }),
+                  c.nResult);
+    }
+    CBigMessageBox box;  // Enter does not acknowledge what no button acknowledges
+    RunModal(box, [&] {
+        Operator::PressKey(Key::Enter);
+        EXPECT_EQ(Operator::ModalWindow(), &box);
+    });
 }
 
 TEST(BigMessageBox, CentresOneLineAndStartsSeveralOnTheLeft) {
@@ -69,9 +69,8 @@ TEST(BigMessageBox, CentresOneLineAndStartsSeveralOnTheLeft) {
     EXPECT_TRUE(StandsLeft(L"Hello\nthere"));
 }
 
-TEST(BigMessageBox, HoldsTheMutexWhileItIsOpen) {
+TEST(BigMessageBox, ShowsItsTextsAndHoldsTheMutexWhileItIsOpen) {
     constexpr const wchar_t* NAME = L"StrovaneBigMessageBox";
-    EXPECT_FALSE(CNamedMutex::Exists(NAME));
     Operator::CScript script([&] {
         EXPECT_TRUE(AwaitModal(L"Title"));
         EXPECT_TRUE(CNamedMutex::Exists(NAME));

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "Support.h"
+#include "ui/ClampedNumber.h"
 #include "ui/EditClick.h"
 
 namespace {
@@ -26,32 +29,33 @@ class COwner : public CDialog {
 
 }  // namespace
 
-TEST(EditClick, ShowsTheEnteredNumberWithinItsLimits) {
-    COwner owner;
-    RunModal(owner, [&] {
-        const std::pair<const wchar_t*, const wchar_t*> entries[] = {
-            {L"75", L"60"}, {L"0.4", L"1"}, {L"12.6", L"13"}};
-        for (const auto& [pEntered, pShown] : entries) {
-            EXPECT_TRUE(Operator::Tap(owner, EDIT));
-            EXPECT_TRUE(EnterOnPad(L"How many?", pEntered));
-            EXPECT_EQ(TextOf(owner, EDIT), pShown);
-        }
-        owner.m_edit.m_bOneDecimal = 1;
-        EXPECT_TRUE(Operator::Tap(owner, EDIT));
-        EXPECT_TRUE(EnterOnPad(L"How many?", L"12.34"));
-        EXPECT_EQ(TextOf(owner, EDIT), L"12.3");
-    });
-}
-
-TEST(EditClick, KeepsItsTextWhenThePadIsCancelled) {
+TEST(EditClick, OpensThePadUnderItsTitleAndKeepsItsTextWhenThatIsCancelled) {
     COwner owner;
     RunModal(owner, [&] {
         Operator::Tap(owner, EDIT);
         EXPECT_TRUE(AwaitModal(L"How many?"));
         Operator::Type(L"33");
         Operator::PressKey(Operator::Key::Escape);
-        EXPECT_EQ(Operator::ModalWindow(), &owner);
         EXPECT_EQ(TextOf(owner, EDIT), L"7");
-        EXPECT_STREQ(owner.m_edit.GetRuntimeClass()->m_lpszClassName, "CEditClick");
+        Operator::Tap(owner, EDIT);
+        EXPECT_TRUE(EnterOnPad(L"How many?", L"75"));
+        EXPECT_EQ(TextOf(owner, EDIT), L"60");
     });
+}
+
+TEST(ClampedNumber, IsRoundedWithinItsLimits) {
+    using Limits = std::numeric_limits<double>;
+    const std::pair<double, const wchar_t*> seconds[] = {{75, L"60"},
+                                                         {0.4, L"1"},
+                                                         {12.6, L"13"},
+                                                         {-1e300, L"1"},
+                                                         {Limits::infinity(), L"60"},
+                                                         {Limits::quiet_NaN(), L"1"}};
+    for (const auto& [dNumber, pText] : seconds)
+        EXPECT_EQ(FormatClamped(dNumber, 1.0, 60.0, false), pText);
+    const std::pair<double, const wchar_t*> triggers[] = {
+        {99.95, L"99.9"}, {12.34, L"12.3"}, {5, L"5.0"}, {-3, L"0.0"}, {-0.0, L"0.0"}};
+    for (const auto& [dNumber, pText] : triggers)
+        EXPECT_EQ(FormatClamped(dNumber, 0.0, 99.9, true), pText);
+    EXPECT_EQ(FormatClamped(-Limits::max(), -Limits::max(), Limits::max(), true).size(), 312u);
 }

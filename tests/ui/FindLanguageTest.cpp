@@ -40,20 +40,43 @@ struct Disk {
     }
 };
 
+/// A disk with a language in a lang folder, as far as a default.txt names it.
+Disk MakeDisk(const std::wstring& strFolder, const std::u16string& strDefault) {
+    return {.strExecutable = strFolder + L"panel.exe",
+            .folders = {strFolder + L"lang\\"},
+            .files = {{strFolder + L"lang\\default.txt", strDefault},
+                      {strFolder + L"lang\\German.txt", u""}}};
+}
+
 using Folders = std::vector<std::wstring>;
 
 }  // namespace
 
-TEST(FindLanguage, OnTheInstrumentUsesTheLangFolder) {
-    Disk disk{.strExecutable = L"C:\\Strovane\\panel.exe",
-              .folders = {L"C:\\Strovane\\lang\\"},
-              .files = {{L"C:\\Strovane\\lang\\default.txt", u"German"},
-                        {L"C:\\Strovane\\lang\\German.txt", u""}}};
-    const LanguageInfo info = disk.Find();
-    EXPECT_EQ(info.m_strLanguage, L"German");
-    EXPECT_EQ(info.m_strLangFolder, L"C:\\Strovane\\lang\\");
-    EXPECT_EQ(info.m_strDefaultFolder, L"C:\\Strovane\\lang\\");
-    EXPECT_EQ(disk.created, Folders());
+TEST(FindLanguage, UsesTheLangFolderBesideTheProgram) {
+    // Only exact spellings are special, and those of an installed program not at the beginning.
+    const std::wstring strLong = L"C:\\" + std::wstring(250, L'a') + L"\\";
+    for (const std::wstring& strFolder :
+         {std::wstring(L"C:\\Strovane\\"), std::wstring(L"c:\\strovane\\"),
+          std::wstring(L"C:\\program files\\"), std::wstring(L"Program Files\\")}) {
+        Disk disk = MakeDisk(strFolder, u"German");
+        const LanguageInfo info = disk.Find();
+        EXPECT_EQ(info.m_strLanguage, L"German");
+        EXPECT_EQ(info.m_strLangFolder, strFolder + L"lang\\");
+        EXPECT_EQ(info.m_strDefaultFolder, strFolder + L"lang\\");
+        EXPECT_EQ(disk.created, Folders());
+    }
+    // No more than 260 characters are looked at.
+    EXPECT_EQ(Disk{.strExecutable = strLong + L"bcdefghi\\panel.exe"}.Find().m_strLangFolder,
+              strLong + L"lang\\");
+}
+
+TEST(FindLanguage, CreatesAMissingFolder) {
+    Disk disk = MakeDisk(L"D:\\panel\\", u"German");
+    disk.folders.clear();
+    EXPECT_EQ(disk.Find().m_strLanguage, L"German");
+    EXPECT_EQ(disk.created, Folders{L"D:\\panel\\lang\\"});
+    disk.bWritable = false;
+    EXPECT_EQ(disk.Find().m_strLanguage, L"English");
 }
 
 TEST(FindLanguage, OfAnInstalledProgramTakesTheChoiceFromTheDocuments) {
@@ -61,68 +84,31 @@ TEST(FindLanguage, OfAnInstalledProgramTakesTheChoiceFromTheDocuments) {
               .documents = L"D:\\Docs",
               .folders = {L"C:\\Program Files (x86)\\Viewer\\"},
               .files = {{L"D:\\Docs\\Strovane Log Viewer\\default.txt", u"French\nGerman"},
+                        {L"C:\\Program Files (x86)\\Viewer\\default.txt", u"French"},
                         {L"C:\\Program Files (x86)\\Viewer\\French.txt", u""}}};
     const LanguageInfo info = disk.Find();
     EXPECT_EQ(info.m_strLanguage, L"French");
     EXPECT_EQ(info.m_strLangFolder, L"C:\\Program Files (x86)\\Viewer\\");
     EXPECT_EQ(info.m_strDefaultFolder, L"D:\\Docs\\Strovane Log Viewer\\");
     EXPECT_EQ(disk.created, Folders{L"D:\\Docs\\Strovane Log Viewer\\"});
-
     disk.bWritable = false;
     EXPECT_EQ(disk.Find().m_strLanguage, L"English");
-
     disk.documents.reset();
-    disk.files[L"C:\\Program Files (x86)\\Viewer\\default.txt"] = u"French";
     EXPECT_EQ(disk.Find().m_strDefaultFolder, L"C:\\Program Files (x86)\\Viewer\\");
     EXPECT_EQ(disk.Find().m_strLanguage, L"French");
-}
 
-TEST(FindLanguage, ElsewhereUsesALangFolderThatItCreates) {
-    Disk disk{.strExecutable = L"D:\\panel\\panel.exe"};
-    EXPECT_EQ(disk.Find().m_strLangFolder, L"D:\\panel\\lang\\");
-    EXPECT_EQ(disk.created, Folders{L"D:\\panel\\lang\\"});
-
-    disk.bWritable = false;
-    disk.files = {{L"D:\\panel\\lang\\default.txt", u"German"},
-                  {L"D:\\panel\\lang\\German.txt", u""}};
-    EXPECT_EQ(disk.Find().m_strLanguage, L"English");
-
-    // Only these exact spellings are special.
-    for (const wchar_t* pFolder :
-         {L"c:\\strovane\\", L"C:\\Strovane\\bin\\", L"C:\\program files\\"}) {
-        Disk other{.strExecutable = pFolder + std::wstring(L"panel.exe")};
-        EXPECT_EQ(other.Find().m_strLangFolder, pFolder + std::wstring(L"lang\\"));
-    }
-    Disk relative{.strExecutable = L"Program Files\\panel.exe"};
-    EXPECT_EQ(relative.Find().m_strLangFolder, L"Program Files\\lang\\");
+    const LanguageInfo other = Disk{.strExecutable = L"/mnt/Program Files/viewer",
+                                    .chSeparator = L'/',
+                                    .documents = L"/home/op/Documents",
+                                    .folders = {L"/mnt/Program Files/"}}
+                                   .Find();
+    EXPECT_EQ(other.m_strLangFolder, L"/mnt/Program Files/");
+    EXPECT_EQ(other.m_strDefaultFolder, L"/home/op/Documents/Strovane Log Viewer/");
 }
 
 TEST(FindLanguage, FallsBackToEnglish) {
-    const auto find = [](const std::u16string& strDefault) {
-        Disk disk{.strExecutable = L"/opt/panel/panel",
-                  .chSeparator = L'/',
-                  .folders = {L"/opt/panel/lang/"},
-                  .files = {{L"/opt/panel/lang/default.txt", strDefault},
-                            {L"/opt/panel/lang/German.txt", u""}}};
-        return disk.Find().m_strLanguage;
-    };
-    EXPECT_EQ(find(u"German\n"), L"German");
-    EXPECT_EQ(find(u"German\r\n"), L"English");
-    EXPECT_EQ(find(u"Klingon"), L"English");
-    EXPECT_EQ(find(u""), L"English");
-}
-
-TEST(FindLanguage, UsesThePlatformsSeparators) {
-    Disk disk{.strExecutable = L"/mnt/Program Files/viewer",
-              .chSeparator = L'/',
-              .documents = L"/home/op/Documents",
-              .folders = {L"/mnt/Program Files/"}};
-    const LanguageInfo info = disk.Find();
-    EXPECT_EQ(info.m_strLangFolder, L"/mnt/Program Files/");
-    EXPECT_EQ(info.m_strDefaultFolder, L"/home/op/Documents/Strovane Log Viewer/");
-}
-
-TEST(FindLanguage, LooksAtNoMoreThan260Characters) {
-    Disk disk{.strExecutable = L"C:\\" + std::wstring(250, L'a') + L"\\bcdefghi\\panel.exe"};
-    EXPECT_EQ(disk.Find().m_strLangFolder, L"C:\\" + std::wstring(250, L'a') + L"\\lang\\");
+    for (const auto& [pDefault, pLanguage] :
+         {std::pair{u"German\n", L"German"}, std::pair{u"German\r\n", L"English"},
+          std::pair{u"Klingon", L"English"}, std::pair{u"", L"English"}})
+        EXPECT_EQ(MakeDisk(L"D:\\panel\\", pDefault).Find().m_strLanguage, pLanguage);
 }

@@ -22,78 +22,57 @@ std::wstring Parse(std::u16string_view line) {
 
 }  // namespace
 
-TEST(LanguageLine, TakesTheFifthFieldOfSections0And11) {
-    EXPECT_EQ(Parse(u"11\tx\t1508\ty\tZoom"), L"1508=Zoom");
-    EXPECT_EQ(Parse(u"0\t\t101\t\tSpannung"), L"101=Spannung");
-    EXPECT_EQ(Parse(u"12\tx\t1508\ty\tZoom"), L"skipped");
-    EXPECT_EQ(Parse(u"-11\tx\t1508\ty\tZoom"), L"skipped");
-    EXPECT_EQ(Parse(u"11\tx\t1508\ty\tZoom\tout\tof it"), L"1508=Zoom");
-    EXPECT_EQ(Parse(u"11\tx\t1508\ty\t\tout"), L"skipped");
-}
-
-TEST(LanguageLine, SkipsShortLines) {
-    EXPECT_EQ(Parse(u""), L"skipped");
-    EXPECT_EQ(Parse(u"no tab"), L"skipped");
-    EXPECT_EQ(Parse(u"11\t11\t11\t11"), L"skipped");
-    EXPECT_EQ(Parse(u"\t\t\t\t"), L"skipped");
-    EXPECT_EQ(Parse(u"\t\t\t\tx"), L"0=x");
-}
-
-TEST(LanguageLine, ReadsNumbersUpToTheFirstOtherCharacter) {
-    EXPECT_EQ(Parse(u"  +11x\t\t -7.9\t\ta"), L"-7=a");
-    EXPECT_EQ(Parse(u"abc\t\t12 3\t\ta"), L"12=a");
-    EXPECT_EQ(Parse(u"0\t\t+-5\t\ta"), L"0=a");
-    EXPECT_EQ(Parse(u"0\t\t0x10\t\ta"), L"0=a");
-    EXPECT_EQ(Parse(u"0\t\t\u0661\uFF11\t\ta"), L"0=a");
-    // 2^32 + 11 is no section, 2^64 + 3 no third string
-    EXPECT_EQ(Parse(u"4294967307\t\t1\t\ta"), L"skipped");
-    EXPECT_EQ(Parse(u"0\t\t18446744073709551619\t\ta"), L"2147483647=a");
-    EXPECT_EQ(Parse(u"0\t\t-2147483648\t\ta"), L"-2147483648=a");
-    EXPECT_EQ(Parse(u"0\t\t-99999999999999999999\t\ta"), L"-2147483648=a");
-}
-
-TEST(LanguageLine, ReadsCarriageReturnsAndLineFeedsInTexts) {
-    EXPECT_EQ(Parse(u"11\t\t1\t\tZoom\r"), L"1=Zoom");
-    EXPECT_EQ(Parse(u"11\t\t1\t\tZoom\r\tmore\r"), L"1=Zoom");
-    EXPECT_EQ(Parse(u"11\t\t1\t\tZo\rom\r\r"), L"1=Zo\rom\r");
-    EXPECT_EQ(Parse(u"11\t\t1\t\t\r"), L"skipped");
-    EXPECT_EQ(Parse(u"11\t\t1\t\tone\\ntwo"), L"1=one\ntwo");
-    EXPECT_EQ(Parse(u"11\t\t1\t\t\\none\\n\\n"), L"1=\none\n\n");
-    EXPECT_EQ(Parse(u"11\t\t1\t\tC:\\\\new\\N\\"), L"1=C:\\\new\\N\\");
-}
-
-TEST(LanguageLine, KeepsEveryCharacter) {
-    EXPECT_EQ(Parse(u"11\t\t1\t\t\u00C4\u4E2D\U0001F600."), L"1=\u00C4\u4E2D\U0001F600.");
+TEST(LanguageLine, IsTakenApart) {
+    const std::pair<std::u16string_view, const wchar_t*> lines[] = {
+        // the fifth field of sections 0 and 11
+        {u"11\tx\t1508\ty\tZoom", L"1508=Zoom"},
+        {u"0\t\t101\t\tSpannung", L"101=Spannung"},
+        {u"12\tx\t1508\ty\tZoom", L"skipped"},
+        {u"-11\tx\t1508\ty\tZoom", L"skipped"},
+        {u"11\tx\t1508\ty\tZoom\tout\tof it", L"1508=Zoom"},
+        {u"11\tx\t1508\ty\t\tout", L"skipped"},
+        // short lines
+        {u"", L"skipped"},
+        {u"11\t11\t11\t11", L"skipped"},
+        {u"\t\t\t\t", L"skipped"},
+        {u"\t\t\t\tx", L"0=x"},
+        // numbers, up to the first other character
+        {u"  +11x\t\t -7.9\t\ta", L"-7=a"},
+        {u"abc\t\t12 3\t\ta", L"12=a"},
+        {u"0\t\t+-5\t\ta", L"0=a"},
+        {u"0\t\t0x10\t\ta", L"0=a"},
+        {u"0\t\t\u0661\uFF11\t\ta", L"0=a"},
+        {u"4294967307\t\t1\t\ta", L"skipped"},                 // 2^32 + 11 is no section,
+        {u"0\t\t18446744073709551619\t\ta", L"2147483647=a"},  // 2^64 + 3 no third string
+        {u"0\t\t-99999999999999999999\t\ta", L"-2147483648=a"},
+        // carriage returns and line feeds
+        {u"11\t\t1\t\tZoom\r", L"1=Zoom"},
+        {u"11\t\t1\t\tZo\rom\r\r", L"1=Zo\rom\r"},
+        {u"11\t\t1\t\t\r", L"skipped"},
+        {u"11\t\t1\t\tone\\ntwo", L"1=one\ntwo"},
+        {u"11\t\t1\t\t\\none\\n\\n", L"1=\none\n\n"},
+        {u"11\t\t1\t\tC:\\\\new\\N\\", L"1=C:\\\new\\N\\"},
+        // every character
+        {u"11\t\t1\t\t\u00C4\u4E2D\U0001F600.", L"1=\u00C4\u4E2D\U0001F600."},
+    };
+    for (const auto& [line, pParsed] : lines) EXPECT_EQ(Parse(line), pParsed);
     const char16_t broken[] = {u'0', u'\t', u'\t', u'1', u'\t', u'\t', 0xDE00, 0xD83D, 0};
-    const auto parsed = ParseLanguageLine({broken, std::size(broken)});
-    ASSERT_TRUE(parsed);
-    EXPECT_EQ(parsed->strText.size(), 3u);
+    EXPECT_EQ(Parse({broken, std::size(broken)}).size(), 5u);
 }
 
-TEST(LanguageFile, ReadsLinesWithAndWithoutMarkAndLineEnds) {
-    CLanguageTable table;
-    ParseLanguageFile(Bytes(u"\uFEFF11\t\t1\t\tone\r\n12\t\t2\t\ttwo\r\n\n11\t\t3\t\tthree"),
-                      table);
-    ASSERT_EQ(table.GetCount(), 2u);
-    EXPECT_EQ(*table.Find(1), L"one");
-    EXPECT_EQ(*table.Find(3), L"three");
-    EXPECT_EQ(table.Find(2), nullptr);
-}
-
-TEST(LanguageFile, LaterTextsWinAndEmptyOnesDoNot) {
-    CLanguageTable table;
-    ParseLanguageFile(Bytes(u"0\t\t1\t\tone\n11\t\t1\t\tuno\n11\t\t1\t\t\r\n"), table);
-    EXPECT_EQ(*table.Find(1), L"uno");
-}
-
-TEST(LanguageFile, LeavesAnOddByteOut) {
-    auto bytes = Bytes(u"0\t\t1\t\tone");
+TEST(LanguageFile, IsReadLineByLine) {
+    // A byte-order mark, both line ends, an empty line, a later text that wins, an empty one that
+    // does not, and an odd byte at the end.
+    auto bytes =
+        Bytes(u"\uFEFF11\t\t1\t\tone\r\n12\t\t2\t\ttwo\r\n\n11\t\t1\t\tuno\n11\t\t1\t\t\r\n"
+              u"11\t\t3\t\tthree");
     bytes.push_back(u'x');
     CLanguageTable table;
     ParseLanguageFile(bytes, table);
-    EXPECT_EQ(*table.Find(1), L"one");
     ParseLanguageFile(std::span(bytes).first(1), table);
-    EXPECT_EQ(table.GetCount(), 1u);
+    ASSERT_EQ(table.GetCount(), 2u);
+    EXPECT_EQ(*table.Find(1), L"uno");
+    EXPECT_EQ(*table.Find(3), L"three");
 }
 
 TEST(LanguageFile, TakesHostileLinesInStride) {
@@ -105,7 +84,6 @@ TEST(LanguageFile, TakesHostileLinesInStride) {
 }
 
 TEST(LanguageFile, FirstLineKeepsItsCarriageReturn) {
-    EXPECT_EQ(ParseFirstLine(Bytes(u"German")), L"German");
     EXPECT_EQ(ParseFirstLine(Bytes(u"\uFEFFGerman\nEnglish")), L"German");
     EXPECT_EQ(ParseFirstLine(Bytes(u"German\r\n")), L"German\r");
     EXPECT_EQ(ParseFirstLine({}), L"");

@@ -21,88 +21,11 @@ struct Settings {
             [&] { bChecked = static_cast<CButton*>(dialog.GetDlgItem(AUTO_ZOOM))->GetCheck(); });
         return bChecked;
     }
-    /// The colour in the middle of the auto zoom button's picture.
-    COLORREF PictureColor() {
-        CBitmap picture;
-        Operator::Ask([&] { picture = Operator::TakePicture(*dialog.GetDlgItem(AUTO_ZOOM)); });
-        return picture.GetPixel(15, 20);
-    }
 };
 
 }  // namespace
 
-TEST(Settings, ShowsTheRecord) {
-    Settings settings;
-    RunModal(settings.dialog, [&] {
-        EXPECT_EQ(TextOf(settings.dialog, RANGE_MIN), L"-5000");
-        EXPECT_EQ(TextOf(settings.dialog, RANGE_MAX), L"5000");
-        EXPECT_TRUE(settings.IsShownOn());
-        EXPECT_EQ(Operator::ModalTitle(), L"Settings");
-        EXPECT_EQ(ColorAt(settings.dialog, {3, 3}), RGB(211, 228, 250));
-    });
-}
-
-TEST(Settings, TogglesAutoZoom) {
-    Settings settings;
-    RunModal(settings.dialog, [&] {
-        const COLORREF on = settings.PictureColor();
-        Operator::Tap(settings.dialog, AUTO_ZOOM);
-        EXPECT_EQ(settings.graph.m_bAutoZoom, 0);
-        EXPECT_FALSE(settings.IsShownOn());
-        EXPECT_NE(settings.PictureColor(), on);
-        Operator::Tap(settings.dialog, AUTO_ZOOM);
-        EXPECT_EQ(settings.graph.m_bAutoZoom, 1);
-        EXPECT_TRUE(settings.IsShownOn());
-        Operator::Tap(settings.dialog, AUTO_ZOOM);
-        Operator::PressKey(Operator::Key::Escape);
-    });
-    EXPECT_EQ(settings.graph.m_bAutoZoom, 0);
-}
-
-TEST(Settings, StoresRangesAsWholeNumbers) {
-    Settings settings;
-    EXPECT_EQ(RunModal(settings.dialog,
-                       [&] {
-                           Operator::Tap(settings.dialog, RANGE_MAX);
-                           EXPECT_TRUE(EnterOnPad(L"Current Value", L"250.7"));
-                           EXPECT_EQ(settings.graph.m_nRangeMax, 250);
-                           EXPECT_EQ(TextOf(settings.dialog, RANGE_MAX), L"250.7");
-
-                           Operator::Tap(settings.dialog, RANGE_MIN);
-                           EXPECT_TRUE(EnterOnPad(L"Current Value", L"70000"));
-                           EXPECT_EQ(settings.graph.m_nRangeMin, 70000);
-
-                           Operator::Tap(settings.dialog, RANGE_MAX);
-                           EXPECT_TRUE(AwaitModal(L"Current Value"));
-                           Operator::Type(L"1");
-                           Operator::PressKey(Operator::Key::Escape);
-                           EXPECT_EQ(TextOf(settings.dialog, RANGE_MAX), L"250.7");
-                           Operator::Tap(settings.dialog, IDOK);
-                       }),
-              IDOK);
-    EXPECT_EQ(settings.graph.m_nRangeMin, 70000);
-    EXPECT_EQ(settings.graph.m_nRangeMax, 250);
-}
-
-TEST(Settings, RefusesNumbersOutOfRange) {
-    Settings settings;
-    RunModal(settings.dialog, [&] {
-        for (const wchar_t* pNumber : {L"-20000.5", L"70000.1"}) {
-            Operator::Tap(settings.dialog, RANGE_MIN);
-            EXPECT_TRUE(EnterOnPad(L"Current Value", pNumber));
-            EXPECT_TRUE(AwaitModal(L"Data Error"));
-            EXPECT_EQ(Operator::ModalText(), L"Parameter must be within range: -20000 to 70000");
-            EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), 3));
-            EXPECT_EQ(TextOf(settings.dialog, RANGE_MIN), L"-5000");
-        }
-        EXPECT_EQ(settings.graph.m_nRangeMin, -5000);
-        Operator::Tap(settings.dialog, RANGE_MIN);
-        EXPECT_TRUE(EnterOnPad(L"Current Value", L"-20000"));
-        EXPECT_EQ(settings.graph.m_nRangeMin, -20000);
-    });
-}
-
-TEST(Settings, SpeaksTheLanguage) {
+TEST(Settings, TogglesAutoZoomInTheLanguage) {
     CLanguageTable table;
     for (const int nString : {155, 1511, 1516}) table.Set(nString, L"#" + std::to_wstring(nString));
     Settings settings;
@@ -113,5 +36,42 @@ TEST(Settings, SpeaksTheLanguage) {
         Operator::Tap(settings.dialog, RANGE_MIN);
         EXPECT_TRUE(AwaitModal(L"#155"));
         Operator::PressKey(Operator::Key::Escape);
+        EXPECT_EQ(TextOf(settings.dialog, RANGE_MIN), L"-5000");
+        EXPECT_TRUE(settings.IsShownOn());
+        Operator::Tap(settings.dialog, AUTO_ZOOM);
+        EXPECT_EQ(settings.graph.m_bAutoZoom, 0);
+        EXPECT_FALSE(settings.IsShownOn());
+        Operator::Tap(settings.dialog, AUTO_ZOOM);
+        EXPECT_EQ(settings.graph.m_bAutoZoom, 1);
+        Operator::Tap(settings.dialog, AUTO_ZOOM);
+        Operator::PressKey(Operator::Key::Escape);
+    });
+    EXPECT_EQ(settings.graph.m_bAutoZoom, 0) << "every way of closing keeps what was set";
+}
+
+TEST(Settings, StoresRangesAsWholeNumbersWithinTheirLimits) {
+    Settings settings;
+    RunModal(settings.dialog, [&] {
+        const auto enter = [&](int nButton, const wchar_t* pNumber) {
+            Operator::Tap(settings.dialog, nButton);
+            EXPECT_TRUE(EnterOnPad(L"Current Value", pNumber));
+        };
+        EXPECT_EQ(TextOf(settings.dialog, RANGE_MIN), L"-5000");
+        EXPECT_EQ(TextOf(settings.dialog, RANGE_MAX), L"5000");
+        enter(RANGE_MAX, L"250.7");
+        EXPECT_EQ(settings.graph.m_nRangeMax, 250);
+        EXPECT_EQ(TextOf(settings.dialog, RANGE_MAX), L"250.7");
+        for (const wchar_t* pNumber : {L"-20000.5", L"70000.1"}) {
+            enter(RANGE_MIN, pNumber);
+            EXPECT_TRUE(AwaitModal(L"Data Error"));
+            EXPECT_EQ(Operator::ModalText(), L"Parameter must be within range: -20000 to 70000");
+            EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), 3));
+            EXPECT_EQ(TextOf(settings.dialog, RANGE_MIN), L"-5000");
+            EXPECT_EQ(settings.graph.m_nRangeMin, -5000);
+        }
+        enter(RANGE_MIN, L"-20000");
+        EXPECT_EQ(settings.graph.m_nRangeMin, -20000);
+        enter(RANGE_MIN, L"70000");  // above the upper end
+        EXPECT_EQ(settings.graph.m_nRangeMin, 70000);
     });
 }

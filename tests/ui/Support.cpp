@@ -15,34 +15,30 @@ int RunModal(CDialog& dialog, const std::function<void()>& script) {
     return nResult;
 }
 
-std::wstring TextOf(const CWnd& dialog, int nID) {
-    std::wstring strText;
+namespace {
+
+/// What a control says of itself; nothing where there is no such control.
+template <class Result>
+Result AskControl(const CWnd& dialog, int nID, Result (CWnd::*get)() const) {
+    Result result{};
     Operator::Ask([&] {
-        if (const CWnd* pControl = dialog.GetDlgItem(nID)) strText = pControl->GetWindowText();
+        if (const CWnd* pControl = dialog.GetDlgItem(nID)) result = (pControl->*get)();
     });
-    return strText;
+    return result;
+}
+
+}  // namespace
+
+std::wstring TextOf(const CWnd& dialog, int nID) {
+    return AskControl(dialog, nID, &CWnd::GetWindowText);
 }
 
 bool IsVisible(const CWnd& dialog, int nID) {
-    bool bVisible = false;
-    Operator::Ask([&] {
-        const CWnd* pControl = dialog.GetDlgItem(nID);
-        bVisible = pControl && pControl->IsWindowVisible();
-    });
-    return bVisible;
+    return AskControl(dialog, nID, &CWnd::IsWindowVisible);
 }
 
 bool IsEnabled(const CWnd& dialog, int nID) {
-    bool bEnabled = false;
-    Operator::Ask([&] {
-        const CWnd* pControl = dialog.GetDlgItem(nID);
-        bEnabled = pControl && pControl->IsWindowEnabled();
-    });
-    return bEnabled;
-}
-
-COLORREF ColorAt(const CWnd& wnd, CPoint point) {
-    return Operator::TakePicture(wnd).GetPixel(point.x, point.y);
+    return AskControl(dialog, nID, &CWnd::IsWindowEnabled);
 }
 
 bool AwaitModal(const std::wstring& strTitle) {

@@ -15,8 +15,6 @@ int RunModal(CDialog& dialog, const std::function<void()>& script);
 std::wstring TextOf(const CWnd& dialog, int nID);
 bool IsVisible(const CWnd& dialog, int nID);
 bool IsEnabled(const CWnd& dialog, int nID);
-/// The colour of a window's pixel.
-COLORREF ColorAt(const CWnd& wnd, CPoint point);
 
 /// For scripts: enters a number on the number pad, which must be open, and confirms it.
 /// @return false when it is not open
