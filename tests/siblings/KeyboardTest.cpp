@@ -12,26 +12,19 @@ TEST(Keyboard, TapsBuildAName) {
         Tap({CEntryWindow::ID_BACKSPACE, CKeyboardWindow::ID_SPACE, CKeyboardWindow::ID_SIGNS});
         Tap({L"ä", L"#"});
         Tap({CKeyboardWindow::ID_CHARACTER + 15});  // "&", beside "%"
-        Tap({IDOK});
-    });
-    EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.strText, L"Run_1 ä#&");
-}
-
-TEST(Keyboard, SecondShiftStaysUntilTheThird) {
-    const Outcome outcome = EnterText(L"", [] {
-        Tap({CKeyboardWindow::ID_SHIFT, CKeyboardWindow::ID_SHIFT});
+        // The second shift stays until the third.
+        Tap({CKeyboardWindow::ID_SIGNS, CKeyboardWindow::ID_SHIFT, CKeyboardWindow::ID_SHIFT});
         Tap({L"A", L"B"});
         Tap({CKeyboardWindow::ID_SHIFT});
         Tap({L"c"});
         Tap({IDOK});
     });
-    EXPECT_EQ(outcome.strText, L"ABc");
+    EXPECT_EQ(outcome.nResult, 1);
+    EXPECT_EQ(outcome.strText, L"Run_1 ä#&ABc");
 }
 
 TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {
     const Outcome outcome = EnterText(L"", [] {
-        EXPECT_FALSE(IsRefused());
         Tap({IDOK});
         EXPECT_TRUE(IsRefused());
         Tap({CKeyboardWindow::ID_SPACE});
@@ -42,28 +35,31 @@ TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {
         Tap({L"x"});
         Tap({IDOK});
     });
-    EXPECT_EQ(outcome.nResult, 1);
     EXPECT_EQ(outcome.strText, L"x");
 }
 
 TEST(Keyboard, CancelLeavesTheValueAlone) {
-    for (const bool bKey : {false, true}) {
-        const Outcome outcome = EnterText(L"run1", [bKey] {
+    const std::function<void()> scripts[] = {[] { Operator::PressKey(Key::Escape); },
+                                             [] { Tap({IDCANCEL}); }};
+    for (const auto& cancel : scripts) {
+        const Outcome outcome = EnterText(L"run1", [&] {
             Tap({L"z"});
             EXPECT_EQ(Entered(), L"run1z");
-            if (bKey)
-                Operator::PressKey(Key::Escape);
-            else
-                Tap({IDCANCEL});
+            cancel();
         });
         EXPECT_EQ(outcome.nResult, 0);
         EXPECT_EQ(outcome.strText, L"run1");
     }
 }
 
-TEST(Keyboard, PluggedInKeyboardTypesBetweenTaps) {
-    const Outcome outcome = EnterText(L"", [] {
-        Operator::Type(L"Run 7");
+TEST(Keyboard, TapsAndAPluggedInKeyboardWorkAtTheCaret) {
+    const Outcome outcome = EnterText(L"run1", [] {
+        Select(0, 3);
+        Tap({L"p", L"q", L"q", L"q"});
+        Select(2, 4);
+        Tap({CEntryWindow::ID_BACKSPACE, CEntryWindow::ID_BACKSPACE});
+        Operator::Type(L"o 7");
+        Select(5, 5);
         Tap({L"x"});
         Operator::Type(L"yz");
         Operator::PressKey(Key::Backspace);
@@ -72,33 +68,7 @@ TEST(Keyboard, PluggedInKeyboardTypesBetweenTaps) {
         Operator::PressKey(Key::Enter);
     });
     EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.strText, L"Run 7xy.!");
-}
-
-TEST(Keyboard, KeysWorkAtTheCaret) {
-    const Outcome outcome = EnterText(L"run1", [] {
-        Select(0, 3);
-        Tap({L"p", L"q"});
-        Tap({CEntryWindow::ID_BACKSPACE});
-        Operator::Type(L"o");
-        Tap({IDOK});
-    });
-    EXPECT_EQ(outcome.strText, L"po1");
-}
-
-TEST(Keyboard, NullPointersAreTolerated) {
-    const std::wstring* pNone = nullptr;
-    unsigned char* pNoFlag = nullptr;
-    const auto script = [] {
-        Tap({IDOK});
-        EXPECT_NE(Operator::ModalText().find(L"Blank value"), std::wstring::npos);
-        Operator::Type(L"a");
-        Tap({IDOK});
-    };
-    EXPECT_EQ(WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", script, pNone, pNone,
-                                                static_cast<std::wstring*>(nullptr), pNoFlag,
-                                                pNoFlag, pNoFlag),
-              1);
+    EXPECT_EQ(outcome.strText, L"po 71xy.!");
 }
 
 /// Keys large enough for a thumb, nothing outside of the window or on top of something else.
@@ -113,9 +83,8 @@ void CheckGeometry() {
             if (!pControl) continue;
             CRect rect = pControl->GetWindowRect();
             window.ScreenToClient(rect);
-            if (dynamic_cast<const CButton*>(pControl)) {
-                EXPECT_TRUE(rect.Width() >= 48 && rect.Height() >= 48) << nID;
-            }
+            const bool bKey = dynamic_cast<const CButton*>(pControl);
+            EXPECT_TRUE(!bKey || (rect.Width() >= 48 && rect.Height() >= 48)) << nID;
             EXPECT_TRUE(rect.left >= 0 && rect.top >= 0 && rect.right <= client.right &&
                         rect.bottom <= client.bottom)
                 << nID;
@@ -132,6 +101,28 @@ void CheckGeometry() {
 TEST(Keyboard, KeysStandApartAndFitAThumb) {
     EnterText(L"", CheckGeometry);
     EnterNumber(L"", 1, CheckGeometry);
+}
+
+TEST(Keyboard, NullPointersAreTolerated) {
+    const std::wstring* pNone = nullptr;
+    std::wstring* pNoText = nullptr;
+    unsigned char* pNoFlag = nullptr;
+    const auto name = [] {
+        Tap({IDOK});
+        EXPECT_NE(Operator::ModalText().find(L"Blank value"), std::wstring::npos);
+        Tap({L"a"});
+        Tap({IDOK});
+    };
+    EXPECT_EQ(WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", name, pNone, pNone, pNoText,
+                                                pNoFlag, pNoFlag, pNoFlag),
+              1);
+    const auto number = [] {
+        Tap({L"5"});
+        Tap({IDOK});
+    };
+    EXPECT_EQ(WorkEntry<decltype(ShowNumberPad)>("ShowNumberPad", number, L"", L"", pNoText,
+                                                 static_cast<double*>(nullptr), pNoFlag, pNoFlag),
+              1);
 }
 
 }  // namespace

@@ -15,48 +15,37 @@ TEST(NumberPad, TapsBuildANumber) {
     EXPECT_EQ(outcome.dNumber, 12.6);
 }
 
-TEST(NumberPad, DecimalsFollowTheOption) {
-    const auto type = [] {
-        Operator::Type(L"99.9512");
-        Tap({IDOK});
-    };
-    EXPECT_EQ(EnterNumber(L"", 0, type).dNumber, 99.9);
-    EXPECT_EQ(EnterNumber(L"", 1, type).dNumber, 99.951);
+TEST(NumberPad, OnlyNumbersAreTypedWithTheDecimalsOfTheOption) {
+    for (const auto& [nOption, pText] : {std::pair{0, L"-12.9"}, std::pair{1, L"-12.951"}}) {
+        const Outcome outcome = EnterNumber(L"", static_cast<unsigned char>(nOption), [] {
+            Operator::Type(L"-1e2x,9512 -.");
+            Operator::PressKey(Key::Enter);
+        });
+        EXPECT_EQ(outcome.strText, pText);
+    }
 }
 
-TEST(NumberPad, FirstKeyReplacesTheInitialNumber) {
-    const auto tap = [] {
-        Tap({L"7"});
-        Tap({IDOK});
+TEST(NumberPad, TheFirstKeyReplacesTheInitialNumberUnlessThatIsEdited) {
+    const auto backspace = [] { Tap({CEntryWindow::ID_BACKSPACE}); };
+    const auto backspaceKey = [] { Operator::PressKey(Key::Backspace); };
+    const auto place = [] { Select(4, 4); };
+    const auto nothing = [] {};
+    const std::tuple<std::function<void()>, bool, const wchar_t*> cases[] = {
+        {nothing, false, L"7"},     {nothing, true, L"7"},         {backspace, false, L"5007"},
+        {backspace, true, L"5007"}, {backspaceKey, true, L"5007"}, {place, false, L"50007"},
     };
-    const auto press = [] {
-        Operator::Type(L"7");
-        Tap({IDOK});
-    };
-    EXPECT_EQ(EnterNumber(L"-5000", 1, tap).strText, L"7");
-    EXPECT_EQ(EnterNumber(L"-5000", 1, press).strText, L"7");
+    for (const auto& [edit, bTyped, pText] : cases) {
+        const Outcome outcome = EnterNumber(L"5000", 1, [&] {
+            edit();
+            if (bTyped)
+                Operator::Type(L"7");
+            else
+                Tap({L"7"});
+            Tap({IDOK});
+        });
+        EXPECT_EQ(outcome.strText, pText);
+    }
     EXPECT_EQ(EnterNumber(L"-5000", 1, [] { Tap({IDOK}); }).dNumber, -5000.0);
-}
-
-TEST(NumberPad, BackspaceOrCaretEditTheInitialNumber) {
-    const auto tap = [] {
-        Tap({CEntryWindow::ID_BACKSPACE});
-        Tap({L"7"});
-        Tap({IDOK});
-    };
-    const auto press = [] {
-        Operator::PressKey(Key::Backspace);
-        Operator::Type(L"7");
-        Operator::PressKey(Key::Enter);
-    };
-    const auto place = [] {
-        Select(4, 4);
-        Tap({L"7"});
-        Tap({IDOK});
-    };
-    EXPECT_EQ(EnterNumber(L"5000", 1, tap).strText, L"5007");
-    EXPECT_EQ(EnterNumber(L"5000", 1, press).strText, L"5007");
-    EXPECT_EQ(EnterNumber(L"5000", 1, place).strText, L"50007");
 }
 
 TEST(NumberPad, EntryThatIsNoNumberIsRefused) {
@@ -75,28 +64,6 @@ TEST(NumberPad, EntryThatIsNoNumberIsRefused) {
     EXPECT_EQ(outcome.nResult, 0);
     EXPECT_EQ(outcome.strText, L"untouched");
     EXPECT_EQ(outcome.dNumber, -1.0);
-}
-
-TEST(NumberPad, OnlyNumbersAreTyped) {
-    const Outcome outcome = EnterNumber(L"", 1, [] {
-        Operator::Type(L"-1e2x,5 -.");
-        EXPECT_EQ(Entered(), L"-12.5");
-        Operator::PressKey(Key::Enter);
-    });
-    EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.dNumber, -12.5);
-}
-
-TEST(NumberPad, NullPointersAreTolerated) {
-    unsigned char* pNoOption = nullptr;
-    const auto script = [] {
-        Tap({L"5"});
-        Tap({IDOK});
-    };
-    EXPECT_EQ(WorkEntry<decltype(ShowNumberPad)>(
-                  "ShowNumberPad", script, L"", L"", static_cast<std::wstring*>(nullptr),
-                  static_cast<double*>(nullptr), pNoOption, pNoOption),
-              1);
 }
 
 }  // namespace
