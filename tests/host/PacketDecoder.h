@@ -10,18 +10,12 @@
 
 /// Everything that was queued: the events in order, and the values of each channel.
 struct Received {
-    struct LineState {
-        std::size_t m_nEnd;  ///< values of channel 1 at the block's end
-        int m_nLines;
-        friend bool operator==(const LineState&, const LineState&) = default;
-    };
-
     /// 'S' samples, 'P' new curve, 'R' running, 'I' idle, 'C' / 'c' capture started (continuous or
     /// not). Consecutive samples make one letter.
     std::string m_strEvents;
     std::vector<std::vector<int>> m_channels;
     std::vector<std::size_t> m_curveBegins;  ///< values of channel 1 at each new curve
-    std::vector<LineState> m_lines;          ///< one per block
+    std::string m_strLines;  ///< "end:lines " of every block, in values of channel 1
     std::size_t m_nPackets = 0;
     int m_nLongestPayload = 0;
 };
@@ -73,7 +67,8 @@ class CPacketDecoder {
                 m_received.m_channels[n % nSet / m_nPerChannel].push_back(
                     nBits < 32768 ? nBits : nBits - 65536);
             }
-            m_received.m_lines.push_back({m_received.m_channels[0].size(), p[nOffset]});
+            m_received.m_strLines += std::to_string(m_received.m_channels[0].size()) + ":" +
+                                     std::to_string(p[nOffset]) + " ";
             nOffset += 3 + 2 * static_cast<int>(nValues);
         }
     }

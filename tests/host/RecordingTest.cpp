@@ -1,36 +1,27 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <random>
-
 #include "host/RecordedPress.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
 class RecordingTest : public ::testing::Test {
   protected:
-    void TearDown() override { std::filesystem::remove(m_strPath); }
-
-    const std::string& Write(const std::string& strText) {
-        std::ofstream(m_strPath, std::ios::binary) << strText;
-        return m_strPath;
-    }
     Recording Read(const std::string& strText, const RecordingColumns& columns = {}) {
-        return ReadRecording(Write(strText), columns);
+        m_folder.Put("a.csv", strText);
+        return ReadRecording(m_strPath, columns);
     }
     std::string ErrorOf(const std::string& strText, const RecordingColumns& columns = {}) {
         try {
             Read(strText, columns);
         } catch (const CRecordingError& error) {
-            std::string strError = error.what();
-            return strError.starts_with(m_strPath) ? strError.substr(m_strPath.size()) : strError;
+            return std::string(error.what()).substr(m_strPath.size());
         }
         return "no error";
     }
 
-    std::string m_strPath = std::filesystem::temp_directory_path() /
-                            ("recording-" + std::to_string(std::random_device()()) + ".csv");
+    TemporaryFolder m_folder;
+    const std::string m_strPath = m_folder.GetPath() / "a.csv";
 };
 
 TEST_F(RecordingTest, FindsTheUsualColumns) {
@@ -58,17 +49,23 @@ TEST_F(RecordingTest, TakesColumnsByNameOrNumber) {
 }
 
 TEST_F(RecordingTest, SaysWhatIsWrong) {
-    EXPECT_EQ(ErrorOf(""), ": has no header row");
-    EXPECT_EQ(ErrorOf("force,displacement\n\n"), ": holds no rows");
-    EXPECT_EQ(ErrorOf("force,displacement\n1,2\n3\n"), ":3: the row ends before column 2");
-    EXPECT_EQ(ErrorOf("force\n1\nabc\n"), ":3: column 1 holds 'abc', which is no number");
-    EXPECT_EQ(ErrorOf("force\n1,\nnan\n"), ":3: column 1 holds 'nan', which is no number");
-    EXPECT_EQ(ErrorOf("force\n1e999\n"), ":2: column 1 holds '1e999', which is no number");
-    EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"c", ""}), ": has no column 'c'; its 2 columns are: a, b");
-    EXPECT_EQ(ErrorOf("a,b\n1,2\n", {"3", ""}), ": has no column '3'; its 2 columns are: a, b");
-    EXPECT_EQ(ErrorOf("a,b\n1," + std::string(70000, ',')), ":2: the line is too long");
+    const std::tuple<std::string, RecordingColumns, const char*> cases[] = {
+        {"", {}, ": has no header row"},
+        {"force,displacement\n\n", {}, ": holds no rows"},
+        {"force,displacement\n1,2\n3\n", {}, ":3: the row ends before column 2"},
+        {"force\n1\nabc\n", {}, ":3: column 1 holds 'abc', which is no number"},
+        {"force\n1,\nnan\n", {}, ":3: column 1 holds 'nan', which is no number"},
+        {"force\n1e999\n", {}, ":2: column 1 holds '1e999', which is no number"},
+        {"a,b\n1,2\n", {"c", ""}, ": has no column 'c'; its 2 columns are: a, b"},
+        {"a,b\n1,2\n", {"3", ""}, ": has no column '3'; its 2 columns are: a, b"},
+        {"a,b\n1," + std::string(70000, ','), {}, ":2: the line is too long"},
+    };
+    for (const auto& [strText, columns, pError] : cases)
+        EXPECT_EQ(ErrorOf(strText, columns), pError);
     EXPECT_THROW(ReadRecording("/nowhere/at/all.csv", {}), CRecordingError);
-    EXPECT_THROW(ReadRecording(std::filesystem::temp_directory_path(), {}), CRecordingError);
+    EXPECT_THROW(ReadRecording(m_folder.GetPath(), {}), CRecordingError);
+    // Too short for a stroke.
+    EXPECT_THROW(CRecordedPress(Read("force\n1\n2\n"), {1000, 1, 1}), CRecordingError);
 }
 
 PressSample ReadAt(CRecordedPress& press, double dSeconds) {
@@ -90,17 +87,10 @@ TEST_F(RecordingTest, IsPlayedAtItsRateWithStraightLinesBetweenRows) {
 TEST_F(RecordingTest, LinesFollowTheStroke) {
     const CRecordedPress press(Read("force,displacement\n0,0\n0,1\n50,2\n100,3\n50,2\n0,1\n0,0\n"),
                                {10, 1, 1});
-    const auto linesAt = [&](double d) { return static_cast<int>(press.GetPhases().GetLines(d)); };
-    EXPECT_EQ(linesAt(0.05), 0);
-    EXPECT_EQ(linesAt(0.15), 1);
-    EXPECT_EQ(linesAt(0.25), 1 + 2);
-    EXPECT_EQ(linesAt(0.35), 1 + 2 + 4);
-    EXPECT_EQ(linesAt(0.55), 1 + 4);
-    EXPECT_EQ(linesAt(0.65), 0);
-}
-
-TEST_F(RecordingTest, OneTooShortForAStrokeIsRefused) {
-    EXPECT_THROW(CRecordedPress(Read("force\n1\n2\n"), {1000, 1, 1}), CRecordingError);
+    std::string strLines;  // in the middle between two rows
+    for (int n = 0; n < 7; ++n)
+        strLines += std::to_string(press.GetPhases().GetLines(0.1 * n + 0.05));
+    EXPECT_EQ(strLines, "0137750");
 }
 
 }  // namespace

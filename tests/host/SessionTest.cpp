@@ -1,14 +1,13 @@
 // The panel with its instrument and the real screen, worked as an operator would.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
 #include <mutex>
-#include <random>
 
 #include "host/Panel.h"
 #include "platform/Operator.h"
 #include "plugin/DlgBase.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -18,13 +17,11 @@ constexpr int ID_SAMPLE_TIME_MODE = 1020;
 
 class Session : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::filesystem::create_directories(m_folder);
-        m_options.m_strSettingsFile = m_folder / "settings.ini";
-        m_options.m_strDataFolder = m_folder;
+    Session() {
+        m_options.m_strSettingsFile = m_folder.GetPath() / "settings.ini";
+        m_options.m_strDataFolder = m_folder.GetPath();
         m_options.m_nValueRate = 10000;
     }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
 
     /// Runs the panel until the script has ended.
     void Run(const std::function<void()>& script) {
@@ -57,8 +54,7 @@ class Session : public ::testing::Test {
         return {spCurve->GetValues(), spCurve->GetValues() + nCount};
     }
 
-    const std::filesystem::path m_folder = std::filesystem::temp_directory_path() /
-                                           ("panel-" + std::to_string(std::random_device()()));
+    const TemporaryFolder m_folder;
     Options m_options;
     CDlgBase* m_pScreen = nullptr;
     CRealTimeData* m_pSession = nullptr;
@@ -111,24 +107,22 @@ TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItself) {
 }
 
 TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
-    m_options.m_strDemo = m_folder / "out";
+    m_options.m_strDemo = m_folder.GetPath() / "out";
     m_options.m_strSampleTime = L"1";
     m_options.m_nMode = 20;
     EXPECT_EQ(CPanel(m_options).Run(), 0);
 
-    EXPECT_GT(std::filesystem::file_size(m_folder / "out" / "screen.png"), 1000u);
-    // The header, and one row for each of 5000 pairs.
-    std::ifstream csv(m_folder / "out" / "capture.csv");
-    int nLines = 0;
-    for (std::string strLine; std::getline(csv, strLine);) ++nLines;
-    EXPECT_EQ(nLines, 5001);
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder / "RealTimeFiles"));
+    EXPECT_GT(m_folder.Get("out/screen.png").size(), 1000u);
+    // The header, and one row for each of 5000 pairs, the last without a line end.
+    const std::string strCsv = m_folder.Get("out/capture.csv");
+    EXPECT_EQ(std::count(strCsv.begin(), strCsv.end(), '\n'), 5000);
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder.GetPath() / "RealTimeFiles"));
 
     m_options.m_strDemo.clear();
     m_options.m_strSampleTime.clear();
     m_options.m_nMode = 1;
     m_options.m_bDesktop = true;
-    m_options.m_strCaptureFile = m_folder / "out" / "capture.rt3";
+    m_options.m_strCaptureFile = m_folder.GetPath() / "out" / "capture.rt3";
     Run([this] {
         EXPECT_EQ(m_pSession->m_pPacketQueue, nullptr);
         EXPECT_FALSE(IsEnabled(ID_START));
@@ -140,7 +134,7 @@ TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
 }
 
 TEST_F(Session, AMissingDataFolderIsSaid) {
-    m_options.m_strDataFolder = m_folder / "nowhere";
+    m_options.m_strDataFolder = m_folder.GetPath() / "nowhere";
     EXPECT_THROW(CPanel(m_options).Run(), CPanelError);
 }
 
