@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <limits>
 #include <set>
 #include <utility>
@@ -44,39 +43,24 @@ struct Sheet {
     CPen pen{PS_SOLID, INK};
 };
 
-/// The pixel across a line at one step along it, by looking at all that come into question: the
-/// nearest, and of two equally near ones the lower number.
-long long FindNearest(long long nStart, long long nAcross, long long nSteps, long long nStep,
-                      int nLow, int nHigh) {
-    long long nBest = nLow;
-    const auto distance = [&](long long n) {
-        const __int128 d =
-            static_cast<__int128>(n - nStart) * nSteps - static_cast<__int128>(nAcross) * nStep;
-        return d < 0 ? -d : d;
-    };
-    for (long long n = nLow; n <= nHigh; ++n)
-        if (distance(n) < distance(nBest)) nBest = n;
-    return nBest;
-}
-
-/// Every pixel of a line that lies on a sheet.
+/// Every pixel of a sheet that a line sets: at each step along it the nearest one across it, and of
+/// two equally near ones the lower number.
 Pixels TraceLine(CPoint from, CPoint to, int cx, int cy) {
-    const long long dx = static_cast<long long>(to.x) - from.x;
-    const long long dy = static_cast<long long>(to.y) - from.y;
-    const bool bSteep = std::llabs(dy) > std::llabs(dx);
-    const long long nSteps = bSteep ? std::llabs(dy) : std::llabs(dx);
+    using Wide = __int128;
+    const Wide dx = Wide{to.x} - from.x, dy = Wide{to.y} - from.y;
+    const bool bSteep = (dy < 0 ? -dy : dy) > (dx < 0 ? -dx : dx);
+    const Wide nLong = bSteep ? dy : dx, nShort = bSteep ? dx : dy;
+    const Wide nSteps = nLong < 0 ? -nLong : nLong;
     Pixels pixels;
-    for (int nAlong = 0; nAlong < (bSteep ? cy : cx); ++nAlong) {
-        const long long nStart = bSteep ? from.y : from.x;
-        const long long nStep = (bSteep ? dy : dx) < 0 ? nStart - nAlong : nAlong - nStart;
-        if (nStep < 0 || nStep >= nSteps) continue;
-        // A margin around the sheet tells the nearest pixel on it from one just beside it.
-        const long long nAcross = FindNearest(bSteep ? from.x : from.y, bSteep ? dx : dy, nSteps,
-                                              nStep, -2, (bSteep ? cx : cy) + 1);
-        if (nAcross < 0 || nAcross >= (bSteep ? cx : cy)) continue;
-        const int n = static_cast<int>(nAcross);
-        pixels.insert(bSteep ? std::pair{n, nAlong} : std::pair{nAlong, n});
-    }
+    for (int x = 0; x < cx; ++x)
+        for (int y = 0; y < cy; ++y) {
+            const Wide nX = Wide{x} - from.x, nY = Wide{y} - from.y;
+            const Wide nStep = (bSteep ? nY : nX) * (nLong < 0 ? -1 : 1);
+            // How far the pixel is from the line, in 1 / nSteps of a pixel.
+            const Wide nAway = (bSteep ? nX : nY) * nSteps - nShort * nStep;
+            if (nStep >= 0 && nStep < nSteps && 2 * nAway >= -nSteps && 2 * nAway < nSteps)
+                pixels.insert({x, y});
+        }
     return pixels;
 }
 
@@ -89,15 +73,7 @@ TEST(Line, SetsTheNearestPixelsInEveryDirection) {
         }
 }
 
-TEST(Line, SetsTheFirstPointAndNotTheLast) {
-    Sheet sheet(8, 8);
-    sheet.Line({1, 2}, {4, 2});
-    sheet.Line({6, 6}, {6, 3});
-    sheet.Line({2, 5}, {2, 5});
-    EXPECT_EQ(sheet.Find(INK), (Pixels{{1, 2}, {2, 2}, {3, 2}, {6, 6}, {6, 5}, {6, 4}}));
-}
-
-TEST(Line, FromFarOutsideRunsOverTheSamePixels) {
+TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
     constexpr int MIN = std::numeric_limits<int>::min();
     constexpr int MAX = std::numeric_limits<int>::max();
     const std::pair<CPoint, CPoint> lines[] = {
@@ -106,28 +82,21 @@ TEST(Line, FromFarOutsideRunsOverTheSamePixels) {
         {{9, MIN}, {4, MAX}},         {{MAX, 10}, {-5, 10}},
         {{-1000003, 500}, {777, -3}}, {{5, 5}, {MAX, MIN}},
         {{MIN, MAX}, {8, 9}},         {{-70000, -70001}, {70013, 70000}},
-        {{MIN, MAX - 5}, {MAX, MAX}},
+        {{MIN, MAX - 5}, {MAX, MAX}}, {{-2, 14}, {26, -6}},
+        {{13, -2}, {4, 19}},
     };
-    for (const auto& [from, to] : lines) {
-        Sheet sheet(20, 16);
-        sheet.Line(from, to);
-        EXPECT_EQ(sheet.Find(INK), TraceLine(from, to, 20, 16)) << from.x << ' ' << from.y;
-    }
-}
-
-TEST(Line, InAClippingRegionSetsWhatItWouldSetThereWithoutOne) {
     const CRgn region({5, 4, 12, 11});
-    for (int k = 0; k < 60; ++k) {
-        const CPoint from{k * 7 % 23 - 2, k * 5 % 19 - 2};
-        const CPoint to{k * 11 % 29 - 5, k * 13 % 31 - 6};
-        Sheet sheet(20, 16);
-        sheet.dc.SelectClipRgn(&region);
-        sheet.Line(from, to);
-        Pixels expected;
-        for (const auto& [x, y] : TraceLine(from, to, 20, 16))
-            if (region.m_rect.PtInRect({x, y})) expected.insert({x, y});
-        EXPECT_EQ(sheet.Find(INK), expected) << k;
-    }
+    for (const bool bClip : {false, true})
+        for (const auto& [from, to] : lines) {
+            Sheet sheet(20, 16);
+            if (bClip) sheet.dc.SelectClipRgn(&region);
+            sheet.Line(from, to);
+            Pixels expected = TraceLine(from, to, 20, 16);
+            std::erase_if(expected, [&](const auto& pixel) {
+                return bClip && !region.m_rect.PtInRect({pixel.first, pixel.second});
+            });
+            EXPECT_EQ(sheet.Find(INK), expected) << from.x << ' ' << from.y;
+        }
 }
 
 /// A row drawn with a pen from an x position on, '#' for the ink, '=' for the background colour.
@@ -151,25 +120,20 @@ TEST(Line, HasItsPensPattern) {
     EXPECT_EQ(DrawRow(PS_DASH, TRANSPARENT, 0, 26), "##################......##");
     EXPECT_EQ(DrawRow(PS_DASHDOT, TRANSPARENT, 0, 26), "#########......###......##");
     EXPECT_EQ(DrawRow(PS_NULL, OPAQUE, 0, 5), ".....");
-}
-
-TEST(Line, KeepsItsPatternWhereItEntersTheSurface) {
+    // Kept where a line enters the surface.
     EXPECT_EQ(DrawRow(PS_DOT, TRANSPARENT, -4, 8), "..###...");
     EXPECT_EQ(DrawRow(PS_DASHDOTDOT, TRANSPARENT, -24 * 1000 - 10, 8), "..###...");
 }
 
-TEST(Rectangle, IsFilledAndOutlinedUpToItsLastPixels) {
+TEST(Rectangle, IsFilledOutlinedAndInverted) {
     Sheet sheet(10, 8);
     const CBrush brush(RGB(1, 2, 3));
     sheet.dc.Rectangle({2, 1, 6, 5}, &brush);
     EXPECT_EQ(sheet.Find(INK).size(), 12u);
     EXPECT_EQ(sheet.Find(RGB(1, 2, 3)), (Pixels{{3, 2}, {4, 2}, {3, 3}, {4, 3}}));
     EXPECT_EQ(sheet.dc.GetPixel(5, 4), INK);
-    EXPECT_EQ(sheet.dc.GetPixel(6, 4), PAPER);
-}
 
-TEST(Rectangle, InvertedTwiceIsAsBefore) {
-    Sheet sheet(10, 8);
+    sheet.dc.FillSolidRect({0, 0, 10, 8}, PAPER);
     sheet.dc.SetROP2(R2_NOT);
     sheet.dc.Rectangle({7, 20, 2, -3}, nullptr);
     EXPECT_EQ(sheet.Find(RGB(245, 235, 225)).size(), 5u * 8u);
@@ -194,16 +158,6 @@ TEST(Copy, TakesOnlyWhatBothSurfacesHave) {
     EXPECT_EQ(from.dc.GetPixel(4, 5), RGB(3, 3, 0));
 }
 
-/// The columns that a text changes.
-std::pair<int, int> FindInk(const Sheet& sheet) {
-    std::pair<int, int> columns{sheet.cx, -1};
-    for (int x = 0; x < sheet.cx; ++x)
-        for (int y = 0; y < sheet.cy; ++y)
-            if (sheet.dc.GetPixel(x, y) != PAPER)
-                columns = {std::min(columns.first, x), std::max(columns.second, x)};
-    return columns;
-}
-
 TEST(DrawnText, StandsWhereItsAlignmentSays) {
     const int nWidth = Sheet(1, 1).dc.GetTextExtent(L"3000").cx;
     for (const auto& [nAlign, nLeft] : {std::pair{TA_LEFT, 50}, std::pair{TA_RIGHT, 50 - nWidth},
@@ -212,53 +166,44 @@ TEST(DrawnText, StandsWhereItsAlignmentSays) {
         sheet.dc.SetTextColor(INK);
         sheet.dc.SetTextAlign(nAlign | TA_TOP);
         sheet.dc.TextOut(50, 2, L"3000");
-        const auto [nFirst, nLast] = FindInk(sheet);
-        EXPECT_NEAR(nFirst, nLeft, 1) << nAlign;
-        EXPECT_NEAR(nLast, nLeft + nWidth - 1, 1) << nAlign;
-        EXPECT_FALSE(sheet.Find(INK).empty()) << "no pixel wholly in the text's colour";
+        const Pixels ink = sheet.Find(INK);
+        ASSERT_FALSE(ink.empty()) << "no pixel wholly in the text's colour";
+        EXPECT_NEAR(ink.begin()->first, nLeft, 2) << nAlign;
+        EXPECT_NEAR(ink.rbegin()->first, nLeft + nWidth - 1, 2) << nAlign;
     }
 }
 
-TEST(DrawnText, OfTheDefaultFontFitsAFiveDigitValueIntoFortyPixels) {
-    Sheet sheet(1, 1);
+TEST(DrawnText, HasItsFontsSize) {
+    // A five-digit value of the default font fits into 40 pixels.
+    Sheet sheet(60, 20);
     const CSize size = sheet.dc.GetTextExtent(L"-32768");
     EXPECT_LE(size.cx, 40);
     EXPECT_GE(size.cx, 30);
     EXPECT_LE(size.cy, 14);
-}
 
-TEST(DrawnText, FillsItsCellInTheOpaqueMode) {
-    Sheet sheet(60, 20);
+    // In the opaque mode it fills its cell.
     sheet.dc.SetBkMode(OPAQUE);
     sheet.dc.SetBkColor(RGB(255, 255, 255));
-    sheet.dc.TextOut(5, 3, L"I");
-    const CSize cell = sheet.dc.GetTextExtent(L"I");
+    sheet.dc.TextOut(5, 3, L"8");
+    const CSize cell = sheet.dc.GetTextExtent(L"8");
     EXPECT_EQ(60u * 20u - sheet.Find(PAPER).size(), static_cast<std::size_t>(cell.cx * cell.cy));
-}
 
-TEST(DrawnText, OfAnotherFontHasItsSize) {
-    Sheet sheet(1, 1);
     CFont large;
     large.CreatePixelFont(40, L"MS Shell Dlg", true);
-    const int nDefault = sheet.dc.GetTextExtent(L"8").cx;
     EXPECT_EQ(sheet.dc.SelectFont(&large), nullptr);
-    EXPECT_GT(sheet.dc.GetTextExtent(L"8").cx, 3 * nDefault);
+    EXPECT_GT(sheet.dc.GetTextExtent(L"8").cx, 3 * cell.cx);
     CFont points;
     points.CreatePointFont(120, L"Microsoft Sans Serif");
     EXPECT_EQ(points.m_nPixelHeight, 16);
 }
 
-TEST(Bitmap, CopyHasPixelsOfItsOwn) {
+TEST(Bitmap, IsCopiedAndSavedOrReportsTheFile) {
     Sheet sheet(4, 4);
     const CBitmap copy = sheet.bitmap;
     sheet.dc.FillSolidRect({0, 0, 4, 4}, INK);
     EXPECT_EQ(copy.GetPixel(1, 1), PAPER);
     EXPECT_EQ(sheet.bitmap.GetPixel(1, 1), INK);
-}
-
-TEST(Bitmap, IsSavedAsPngOrReportsTheFile) {
     const TemporaryFolder folder;
-    const Sheet sheet(4, 4);
     sheet.bitmap.SavePng(folder.Path("a.png"));
     EXPECT_EQ(folder.Get("a.png").substr(0, 4), "\x89PNG");
     EXPECT_THROW(sheet.bitmap.SavePng(folder.Path("none/a.png")), CFileException);

@@ -9,27 +9,19 @@ namespace {
 
 TEST(Threads, AWaitEndsWithTheThreadOrItsTime) {
     std::atomic<bool> bLeave{false};
+    std::atomic<bool> bEnded{false};
     CThreadHandle thread = StartThread([&] {
         while (!bLeave) SleepMilliseconds(1);
+        SleepMilliseconds(20);
+        bEnded = true;
     });
-    ASSERT_TRUE(thread);
     EXPECT_FALSE(thread.Wait(20));
     bLeave = true;
-    EXPECT_TRUE(thread.Wait(10000));
     thread.Close();
-    EXPECT_FALSE(thread);
+    EXPECT_TRUE(bEnded) << "a handle is closed when its thread has ended";
     EXPECT_TRUE(thread.Wait(0)) << "nothing to wait for";
-}
-
-TEST(Threads, ClosingAHandleWaitsForTheEnd) {
-    std::atomic<bool> bEnded{false};
-    {
-        const CThreadHandle thread = StartThread([&] {
-            SleepMilliseconds(20);
-            bEnded = true;
-        });
-    }
-    EXPECT_TRUE(bEnded);
+    thread = StartThread([] {});
+    EXPECT_TRUE(thread.Wait(10000));
 }
 
 TEST(Threads, AFairLockLetsAWaiterInBeforeItsHolderAgain) {
@@ -44,6 +36,7 @@ TEST(Threads, AFairLockLetsAWaiterInBeforeItsHolderAgain) {
     });
     while (!bWaiting) SleepMilliseconds(1);
     SleepMilliseconds(50);
+    EXPECT_FALSE(bServed);
     lock.unlock();
     lock.lock();
     EXPECT_TRUE(bServed);
