@@ -18,10 +18,8 @@ constexpr BYTE FIRST_WITH_EXTREMES = 14;
 constexpr std::uint64_t CURVE_RECORD_LENGTH = 62;  ///< without values and pulses
 constexpr std::uint64_t PULSE_LENGTH = 5;
 
-/// Few enough to be still in the processor's cache when they are summarised after reading.
-constexpr std::size_t VALUES_PER_READ = 128 * 1024;
-/// The system takes long writes in larger pieces; few enough to stop between them without a wait.
-constexpr std::size_t VALUES_PER_WRITE = 2 * 1024 * 1024;
+/// Many, since the system moves long pieces faster; few enough to stop between them without a wait.
+constexpr std::size_t VALUES_PER_PART = 2 * 1024 * 1024;
 constexpr std::size_t PULSES_PER_PART = 4096;
 using PulsePart = std::array<std::uint8_t, PULSES_PER_PART * PULSE_LENGTH>;
 
@@ -33,8 +31,8 @@ RTExtremes FindExtremes(const RTCurveData& curve, std::uint32_t nCount) {
 
 void WriteValues(CArchive& ar, const RTCurveData& curve, std::uint32_t nCount,
                  RTProgressCounter& progress) {
-    for (std::size_t nFirst = 0; nFirst < nCount; nFirst += VALUES_PER_WRITE) {
-        const std::size_t nValues = std::min<std::size_t>(VALUES_PER_WRITE, nCount - nFirst);
+    for (std::size_t nFirst = 0; nFirst < nCount; nFirst += VALUES_PER_PART) {
+        const std::size_t nValues = std::min<std::size_t>(VALUES_PER_PART, nCount - nFirst);
         ar.Write(curve.GetValues() + nFirst, nValues * sizeof(std::int16_t));
         progress.Add(nValues * sizeof(std::int16_t));
     }
@@ -86,7 +84,7 @@ void ReadValues(CArchive& ar, RTCurveData& curve, std::uint32_t nCount,
                 RTProgressCounter& progress) {
     while (curve.GetCount() < nCount) {
         const auto nValues = static_cast<std::uint32_t>(
-            std::min<std::size_t>(VALUES_PER_READ, nCount - curve.GetCount()));
+            std::min<std::size_t>(VALUES_PER_PART, nCount - curve.GetCount()));
         ar.EnsureRead(curve.GetFreeValues().data(), nValues * sizeof(std::int16_t));
         curve.PublishCount(curve.GetCount() + nValues);
         progress.Add(nValues * sizeof(std::int16_t));

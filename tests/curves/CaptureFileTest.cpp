@@ -285,7 +285,7 @@ TEST(CaptureFile, ACancelledOrFailedSaveLeavesTheOldFile) {
     const TemporaryFolder folder;
     folder.Put("a.rt3", "old");
     RTCaptureFile capture;
-    AddCurve(capture.m_curves, 0, std::vector<std::int16_t>(400000));
+    AddCurve(capture.m_curves, 0, std::vector<std::int16_t>(3000000));  // two pieces
 
     StopAt stop(1);
     EXPECT_THROW(SaveCapture(folder.Path("a.rt3"), capture, &stop), CUserException);
