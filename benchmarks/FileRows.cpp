@@ -1,5 +1,7 @@
 // Files stand in the temporary folder, so most of what is measured is the way into and out of the
 // system's file cache; the way to the disk has rows of its own.
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -53,22 +55,16 @@ void FillCapture(RTCaptureFile& capture) {
 
 using Bytes = std::unique_ptr<std::uint8_t[]>;
 
-/// The bytes from where a file stands to its end, in new memory.
-Bytes ReadRest(CFile& file) {
-    const std::size_t nBytes = file.GetLength() - file.GetPosition();
+Bytes ReadWhole(CFile& file) {
+    const std::size_t nBytes = file.GetLength();
     auto pBytes = std::make_unique_for_overwrite<std::uint8_t[]>(nBytes);
     file.Read(pBytes.get(), nBytes);
     return pBytes;
 }
 
-/// Behind the odd number of bytes that the values of a capture stand at. They have to get from
-/// there to even addresses, and the system copies more slowly between places that are not aligned
-/// alike.
-Bytes ReadBehindHead(CFile& file) {
-    constexpr std::int64_t HEAD_BYTES = 39;
-    file.Seek(HEAD_BYTES, CFile::begin);
-    return ReadRest(file);
-}
+/// Has long arrays taken from the system and given back to it each time: a program that loads a
+/// capture, once in a while, has not just freed memory of that size.
+void TakeNewMemory() { ::mallopt(M_MMAP_THRESHOLD, 128 * 1024); }
 
 void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& bytes, bool bToDisk) {
     CFile file(strPath, CFile::modeWrite | CFile::modeCreate);
@@ -80,7 +76,7 @@ void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& by
 std::vector<std::uint8_t> CopyFile(const std::wstring& strPath) {
     CFile file(strPath, CFile::modeRead);
     const std::size_t nBytes = file.GetLength();
-    const Bytes pBytes = ReadRest(file);
+    const Bytes pBytes = ReadWhole(file);
     return {pBytes.get(), pBytes.get() + nBytes};
 }
 
@@ -111,6 +107,7 @@ void MeasureCaptures(CTable& table, const TemporaryFolder& folder, const RTCaptu
     table.AddComparison("write .rt3", writing[0], "same bytes written at once", writing[1],
                         Goal{Goal::Within, 1.3});
 
+    TakeNewMemory();
     const std::vector<double> reading = MeasureInTurn({TimeCalls([&] {
                                                            CFile file(strOurs, CFile::modeRead);
                                                            RTCaptureFile loaded;
@@ -119,11 +116,11 @@ void MeasureCaptures(CTable& table, const TemporaryFolder& folder, const RTCaptu
                                                        }),
                                                        TimeCalls([&] {
                                                            CFile file(strOurs, CFile::modeRead);
-                                                           KeepResult(ReadBehindHead(file));
+                                                           KeepResult(ReadWhole(file));
                                                        })},
                                                       ROUNDS);
-    table.AddComparison("read .rt3", reading[0], "same bytes read to an even address", reading[1],
-                        Goal{Goal::Within, 1.3});
+    table.AddComparison("read .rt3 into new memory", reading[0], "same bytes read at once",
+                        reading[1], Goal{Goal::Within, 1.3});
 
     const std::vector<double> saving =
         MeasureInTurn({TimeCalls([&] { SaveCapture(strOurs, capture); }, Clock::Wall),
