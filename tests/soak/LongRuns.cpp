@@ -107,6 +107,7 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
         const auto spNewCurve = MakePacket(RTPACKET_NEW_CURVE, {'P'});
         const auto nBlocks = static_cast<std::uint64_t>(dHours * 3600 * BLOCKS_PER_SECOND);
         const std::uint64_t nBegin = TickMilliseconds();
+        const double dBegin = MeasureResidentMegabytes();
         std::uint64_t nLongest = 0;
         for (std::uint64_t n = 0; n < nBlocks; ++n) {
             if (nStrokeSeconds && n % (nStrokeSeconds * BLOCKS_PER_SECOND) == 0)
@@ -131,8 +132,17 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
                     MeasureResidentMegabytes(),
                     static_cast<double>(TickMilliseconds() - nBegin) / 1000);
         record.Count("blocks", nBlocks);
-        record.Count("pulse records of the curve",
-                     panel.m_pSession->m_spCurves->FirstCurve(0)->GetPulses().GetCount());
+        if (panel.CurveCount(0) != 1) record.Fault("the set does not hold the one curve");
+        const auto spCurve = panel.m_pSession->m_spCurves->FirstCurve(0);
+        const std::uint64_t nRecords = spCurve->GetPulses().GetCount();
+        record.Count("pulse records of the curve", nRecords);
+        const std::uint64_t nBlocksInCurve =
+            nStrokeSeconds ? (nBlocks - 1) % (nStrokeSeconds * BLOCKS_PER_SECOND) + 1 : nBlocks;
+        if (nRecords != nBlocksInCurve) record.Fault("blocks are missing");
+        // A record takes 8 bytes; the list's chunks double.
+        const double dLimit = dBegin + 30 + 2 * 8e-6 * static_cast<double>(nRecords);
+        if (!IsSanitized() && MeasureResidentMegabytes() > dLimit)
+            record.Fault("memory grows by more than the records");
         record.Largest("longest answer with the queue, ms", nLongest);
     });
 }

@@ -16,3 +16,12 @@ ProcessUse MeasureProcess();
 
 /// Resident memory now, in megabytes. Any thread.
 double MeasureResidentMegabytes();
+
+/// Whether a sanitizer keeps books of its own on memory, and slows everything down.
+constexpr bool IsSanitized() {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return true;
+#else
+    return false;
+#endif
+}

@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "plugin/ScreenTemplate.h"
+#include "tests/soak/Process.h"
 #include "tests/soak/RandomLink.h"
 
 namespace {
@@ -17,13 +18,7 @@ constexpr int IDC_BACK = 1036;
 
 }  // namespace
 
-unsigned GetDefaultPatience() {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    return 20000;
-#else
-    return 2000;
-#endif
-}
+unsigned GetDefaultPatience() { return IsSanitized() ? 20000 : 2000; }
 
 CWatch::CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record)
     : m_panel(panel), m_nPatience(nPatience), m_random(nSeed), m_record(record) {
