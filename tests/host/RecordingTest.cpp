@@ -25,10 +25,10 @@ class RecordingTest : public ::testing::Test {
 };
 
 TEST_F(RecordingTest, FindsTheUsualColumns) {
-    const Recording recording = Read("\xEF\xBB\xBFjudge,Displacement, Force\r\n"
-                                     "ok,0.5,1\r\n\r\nok, -0.25 ,+2e1\r\n");
+    const Recording recording = Read("\xEF\xBB\xBFPosition,judge, Force\r\n"
+                                     "0.5,ok,1\r\n\r\n -0.25 ,ok,+2e1\r\n");
     EXPECT_EQ(recording.m_strFirstName, "Force");
-    EXPECT_EQ(recording.m_strSecondName, "Displacement");
+    EXPECT_EQ(recording.m_strSecondName, "Position");
     EXPECT_EQ(recording.m_adFirst, (std::vector{1.0, 20.0}));
     EXPECT_EQ(recording.m_adSecond, (std::vector{0.5, -0.25}));
 

@@ -1,10 +1,16 @@
-// The main function of every test program: a window system for the whole run.
+// The main function of every test program: a window system for the whole run, and a run-time folder
+// of its own, so that programs that run at the same time do not see each other's named mutexes.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "platform/App.h"
+#include "tests/support/TemporaryFolder.h"
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
+    const TemporaryFolder runtime;
+    ::setenv("XDG_RUNTIME_DIR", runtime.GetPath().c_str(), 1);
     CWindowSystem windowSystem(argc, argv);
     return RUN_ALL_TESTS();
 }
