@@ -64,7 +64,10 @@ Bytes ReadWhole(CFile& file) {
 
 /// Has long arrays taken from the system and given back to it each time: a program that loads a
 /// capture, once in a while, has not just freed memory of that size.
-void TakeNewMemory() { ::mallopt(M_MMAP_THRESHOLD, 128 * 1024); }
+void TakeNewMemory() {
+    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+    ::malloc_trim(0);
+}
 
 void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& bytes, bool bToDisk) {
     CFile file(strPath, CFile::modeWrite | CFile::modeCreate);
