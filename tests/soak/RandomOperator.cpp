@@ -55,8 +55,8 @@ void CRandomOperator::CloseScreen() {
     for (int i = 0; IsOpen() && i < TRIES; ++i) {
         if (FindFront() == Front::Screen)
             m_panel.TapBar(1) || m_panel.m_pDialog->PostMessage(WM_CLOSE);
-        else
-            PressKey(Operator::Key::Escape);
+        else if (i % 3 != 2 || !Operator::PressModalButton(L"Cancel"))
+            PressKey(Operator::Key::Escape);  // no use where the focus has gone elsewhere
         Operator::Wait(2);
     }
     if (IsOpen()) throw std::runtime_error("the screen does not close");
