@@ -94,7 +94,7 @@ TEST_F(FilesTest, SavesAndLoadsOnThePanel) {
         EXPECT_EQ(Title(panel), "Real Time Mode - Apple");
         EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{100, -200, 300, -50}));
         EXPECT_EQ(panel.m_pSession->m_nValueRate, 40000);
-        EXPECT_EQ(panel.m_pSession->m_graph.m_nGraphRate, 40000);
+        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nGraphRate}, 40000);
         EXPECT_EQ(panel.m_pSession->m_aPlots[0].m_nViewEnd, 4);
     });
 }

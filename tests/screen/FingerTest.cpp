@@ -178,8 +178,8 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         Operator::Tap(*pSettings, SETTINGS_UPPER);
         Enter(L"3960.9");
         Operator::Tap(*pSettings, IDOK);
-        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMin, 0);
-        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMax, 3960);
+        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMin}, 0);
+        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMax}, 3960);
         EXPECT_EQ(panel.m_pSession->m_graph.m_bAutoZoom, 0);
 
         // 198 usable pixels for 3960 units; the zero line stands 218 pixels down.
@@ -228,7 +228,7 @@ TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
         ASSERT_TRUE(pBox);
         EXPECT_TRUE(Operator::Tap(*pBox, 3));
         EXPECT_FALSE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
-        EXPECT_EQ(panel.m_pSession->m_graph.m_nRangeMin, -5000);
+        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMin}, -5000);
         EXPECT_EQ(Operator::ModalWindow(), pSettings);
         Operator::PressKey(Operator::Key::Escape);
     });
