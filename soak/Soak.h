@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "tests/soak/Counts.h"
+#include "soak/Counts.h"
 
 struct SoakOptions {
     double m_dSeconds = 10;  ///< of random work

@@ -3,8 +3,8 @@
 
 #include "plugin/ScreenTemplate.h"
 #include "tests/screen/Panel.h"
-#include "tests/soak/LeftBehind.h"
-#include "tests/soak/Soak.h"
+#include "soak/LeftBehind.h"
+#include "soak/Soak.h"
 
 namespace {
 

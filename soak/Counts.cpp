@@ -1,4 +1,4 @@
-#include "tests/soak/Counts.h"
+#include "soak/Counts.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "tests/soak/Process.h"
+#include "soak/Process.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "tests/soak/LeftBehind.h"
+#include "soak/LeftBehind.h"
 
 #include "platform/Threads.h"
 

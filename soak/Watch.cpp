@@ -1,11 +1,11 @@
-#include "tests/soak/Watch.h"
+#include "soak/Watch.h"
 
 #include <cstdlib>
 #include <mutex>
 
 #include "plugin/ScreenTemplate.h"
-#include "tests/soak/Process.h"
-#include "tests/soak/RandomLink.h"
+#include "soak/Process.h"
+#include "soak/RandomLink.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "platform/Paths.h"
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
-#include "tests/soak/RandomOperator.h"
+#include "soak/RandomOperator.h"
 
 using Operator::PressKey;
 

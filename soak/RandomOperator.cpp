@@ -1,4 +1,4 @@
-#include "tests/soak/RandomOperator.h"
+#include "soak/RandomOperator.h"
 
 #include <stdexcept>
 

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "tests/screen/Panel.h"
-#include "tests/soak/Counts.h"
+#include "soak/Counts.h"
 
 /// Lives on a thread of its own, for as long as the screen's event loop runs.
 class CWatch {

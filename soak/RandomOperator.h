@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/screen/Panel.h"
-#include "tests/soak/Counts.h"
+#include "soak/Counts.h"
 
 /// Looks at what is in front, the screen or one of its dialogs and boxes, and does something there.
 /// Belongs to the script thread.

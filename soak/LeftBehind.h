@@ -1,8 +1,8 @@
 // Finds what closed screens have left behind in the process.
 #pragma once
 
-#include "tests/soak/Counts.h"
-#include "tests/soak/Process.h"
+#include "soak/Counts.h"
+#include "soak/Process.h"
 
 /// Check is called when no screen is open. The first call takes the measure that the later ones go
 /// by: the first screen loads fonts and pictures that stay. User-interface thread.

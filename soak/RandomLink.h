@@ -9,7 +9,7 @@
 #include "acquisition/ValueLayout.h"
 #include "platform/Threads.h"
 #include "plugin/RealTimeData.h"
-#include "tests/soak/Counts.h"
+#include "soak/Counts.h"
 
 /// What distinguishes the values of a channel: those of channel k + 1 are k * CHANNEL_STEP or more
 /// and below (k + 1) * CHANNEL_STEP, in every packet that the reader may store.

@@ -1,4 +1,4 @@
-#include "tests/soak/RandomLink.h"
+#include "soak/RandomLink.h"
 
 #include "tests/screen/Panel.h"
 

@@ -7,8 +7,8 @@
 
 #include "platform/App.h"
 #include "platform/DynamicLibrary.h"
-#include "tests/soak/Soak.h"
-#include "tests/soak/Watch.h"
+#include "soak/Soak.h"
+#include "soak/Watch.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 
 #include "platform/Paths.h"
 #include "tests/curves/FileBytes.h"
-#include "tests/soak/LeftBehind.h"
-#include "tests/soak/RandomLink.h"
-#include "tests/soak/RandomOperator.h"
-#include "tests/soak/Soak.h"
-#include "tests/soak/Watch.h"
+#include "soak/LeftBehind.h"
+#include "soak/RandomLink.h"
+#include "soak/RandomOperator.h"
+#include "soak/Soak.h"
+#include "soak/Watch.h"
 
 namespace {
 
