@@ -8,17 +8,34 @@ void RTPulseList::Append(RTPulse pulse) {
     const std::size_t nCount = m_nCount.load(std::memory_order_relaxed);
     if (nCount == MAX_COUNT) throw CMemoryException();
 
-    const Place place = FindPlace(nCount);
-    std::unique_ptr<RTPulse[]>& pChunk = m_apChunks[place.nChunk];
+    const std::size_t nRuns = m_nRuns.load(std::memory_order_relaxed);
+    if (nRuns > 0 && RunAt(nRuns - 1).pulse == pulse) {
+        m_nCount.store(nCount + 1, std::memory_order_release);
+        return;
+    }
+    const Place place = FindPlace(nRuns);
+    std::unique_ptr<Run[]>& pChunk = m_apChunks[place.nChunk];
     if (!pChunk) {
         try {
-            pChunk = std::make_unique_for_overwrite<RTPulse[]>(GetChunkLength(place.nChunk));
+            pChunk = std::make_unique_for_overwrite<Run[]>(GetChunkLength(place.nChunk));
         } catch (const std::bad_alloc&) {
             throw CMemoryException();
         }
     }
-    pChunk[place.nOffset] = pulse;
+    pChunk[place.nOffset] = {pulse, static_cast<std::uint32_t>(nCount)};
+    m_nRuns.store(nRuns + 1, std::memory_order_release);
     m_nCount.store(nCount + 1, std::memory_order_release);
+}
+
+std::size_t RTPulseList::FindRun(std::size_t nRuns, std::size_t nIndex) const {
+    if (RunAt(nRuns - 1).nFirst <= nIndex) return nRuns - 1;
+    std::size_t nFirst = 0;
+    std::size_t nLast = nRuns - 1;  // begins behind the record
+    while (nLast - nFirst > 1) {
+        const std::size_t nMiddle = nFirst + (nLast - nFirst) / 2;
+        (RunAt(nMiddle).nFirst <= nIndex ? nFirst : nLast) = nMiddle;
+    }
+    return nFirst;
 }
 
 std::size_t RTPulseList::FindPosition(std::size_t nCount, std::int64_t nPosition) const {

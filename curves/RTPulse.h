@@ -15,18 +15,22 @@ struct RTPulse {
     std::int32_t m_nPosition;
     /// Bits 0 to 3 are the four lines; the other bits are carried and saved, not drawn.
     std::uint8_t m_byState;
+    friend bool operator==(const RTPulse&, const RTPulse&) = default;
 };
 
 /// The pulse records of one curve, in arrival order.
 ///
-/// A continuous capture may append for hours, so records stand in chunks, each twice as long as the
-/// one before: no record is ever copied, and a short list costs little.
+/// A continuous capture may append for hours, and a curve that is full goes on receiving records,
+/// one for each block, that all say the same. Equal records in a row are therefore kept once, with
+/// the index of the first of them. What is kept stands in chunks, each twice as long as the one
+/// before: nothing is ever copied, and a short list costs little.
 ///
 /// Thread safety: one thread appends; any number of threads read at the same time. A reader takes
 /// GetCount once and reads only below it.
-/// Invariants: a record below the published count never changes and never moves; appending and
-/// looking up by index take constant time. Positions never decrease in a captured list; one read
-/// from a file may hold anything.
+/// Invariants: a record below the published count never changes and never moves; appending takes
+/// constant time, and so does looking up by index in a list without equal records in a row, or
+/// among those at its end. Positions never decrease in a captured list; one read from a file may
+/// hold anything.
 class RTPulseList {
   public:
     /// As many records as the chunks hold; just below what a file can count.
@@ -41,8 +45,9 @@ class RTPulseList {
 
     /// The record at an index below a count that GetCount has given.
     const RTPulse& At(std::size_t nIndex) const {
-        const Place place = FindPlace(nIndex);
-        return m_apChunks[place.nChunk][place.nOffset];
+        const std::size_t nRuns = m_nRuns.load(std::memory_order_acquire);
+        if (nIndex < nRuns && RunAt(nIndex).nFirst == nIndex) return RunAt(nIndex).pulse;
+        return RunAt(FindRun(nRuns, nIndex)).pulse;
     }
 
     /// Appends a record and publishes it (release). The writer's thread only.
@@ -57,6 +62,12 @@ class RTPulseList {
     static constexpr std::size_t FIRST_CHUNK_LENGTH = 64;
     static constexpr std::size_t CHUNK_COUNT = 25;
     static_assert(MAX_COUNT == FIRST_CHUNK_LENGTH * ((std::size_t{1} << CHUNK_COUNT) - 1));
+
+    /// Equal records in a row; they end where the next run begins, or with the list.
+    struct Run {
+        RTPulse pulse;
+        std::uint32_t nFirst;  ///< index of the first of them
+    };
 
     struct Place {
         std::size_t nChunk;
@@ -73,6 +84,14 @@ class RTPulseList {
         return {nChunk, nShifted - GetChunkLength(nChunk)};
     }
 
-    std::atomic<std::size_t> m_nCount{0};
-    std::array<std::unique_ptr<RTPulse[]>, CHUNK_COUNT> m_apChunks;
+    const Run& RunAt(std::size_t nRun) const {
+        const Place place = FindPlace(nRun);
+        return m_apChunks[place.nChunk][place.nOffset];
+    }
+    /// The run, below nRuns, that a record belongs to.
+    std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const;
+
+    std::atomic<std::size_t> m_nCount{0};  ///< records
+    std::atomic<std::size_t> m_nRuns{0};   ///< what they are kept as
+    std::array<std::unique_ptr<Run[]>, CHUNK_COUNT> m_apChunks;
 };

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "curves/RTPulse.h"
@@ -20,6 +22,24 @@ TEST(PulseList, KeepsOrderAndAddressesWhileItGrows) {
         ASSERT_EQ(pulse.m_nPosition, i * 3);
         ASSERT_EQ(pulse.m_byState, i & 0xFF);
     }
+}
+
+TEST(PulseList, KeepsEveryOneOfEqualRecords) {
+    RTPulseList list;
+    std::vector<std::pair<int, int>> expected;
+    for (const auto& [nPosition, nState, nTimes] :
+         {std::tuple{5, 1, 1}, {9, 1, 3}, {9, 2, 1}, {12, 2, 4}, {15, 0, 1}, {20, 7, 5000}})
+        for (int i = 0; i < nTimes; ++i) {
+            list.Append({nPosition, static_cast<std::uint8_t>(nState)});
+            expected.emplace_back(nPosition, nState);
+        }
+    ASSERT_EQ(list.GetCount(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(list.At(i).m_nPosition, expected[i].first) << i;
+        ASSERT_EQ(list.At(i).m_byState, expected[i].second) << i;
+    }
+    EXPECT_EQ(list.FindPosition(list.GetCount(), 10), 5u);
+    EXPECT_EQ(list.FindPosition(list.GetCount(), 20), 10u);
 }
 
 TEST(PulseList, FindsTheFirstRecordAtOrBehindAPosition) {
