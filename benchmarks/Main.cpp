@@ -1,7 +1,5 @@
 // rtbench [GROUP...]: measures the groups of rows that are named, or all, and prints the table.
 // A goal that is missed is said in the table; it is no error.
-#include <malloc.h>
-
 #include <cstdio>
 #include <cstring>
 
@@ -42,9 +40,6 @@ bool IsWanted(const Group& group, int nNames, char** ppNames) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Long arrays come from the system and go back to it: a program that loads a capture, once in a
-    // while, has not just freed memory of that size.
-    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     const CWindowSystem windowSystem(argc, argv);
     for (int i = 1; i < argc; ++i) {
         if (FindGroup(argv[i])) continue;
