@@ -62,12 +62,18 @@ Bytes ReadWhole(CFile& file) {
     return pBytes;
 }
 
-/// Has long arrays taken from the system and given back to it each time: a program that loads a
-/// capture, once in a while, has not just freed memory of that size.
-void TakeNewMemory() {
-    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-    ::malloc_trim(0);
-}
+/// While it lives, long arrays are taken from the system and given back to it each time: a program
+/// that loads a capture, once in a while, has not just freed memory of that size.
+class NewMemory {
+  public:
+    NewMemory() {
+        ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+        ::malloc_trim(0);
+    }
+    ~NewMemory() { ::mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024); }
+    NewMemory(const NewMemory&) = delete;
+    NewMemory& operator=(const NewMemory&) = delete;
+};
 
 void WriteBytes(const std::wstring& strPath, const std::vector<std::uint8_t>& bytes, bool bToDisk) {
     CFile file(strPath, CFile::modeWrite | CFile::modeCreate);
@@ -110,7 +116,7 @@ void MeasureCaptures(CTable& table, const TemporaryFolder& folder, const RTCaptu
     table.AddComparison("write .rt3", writing[0], "same bytes written at once", writing[1],
                         Goal{Goal::Within, 1.3});
 
-    TakeNewMemory();
+    const NewMemory newMemory;
     const std::vector<double> reading = MeasureInTurn({TimeCalls([&] {
                                                            CFile file(strOurs, CFile::modeRead);
                                                            RTCaptureFile loaded;
