@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "acquisition/ValueLayout.h"
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 namespace {
 

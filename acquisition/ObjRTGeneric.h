@@ -9,7 +9,7 @@
 #include <string>
 
 #include "acquisition/RTPacket.h"
-#include "platform/Types.h"
+#include "platform/system/Types.h"
 
 /// Sent to the window of the main frame's active view: wParam is the address of a CObjConfig,
 /// lParam is 0, and the result is not read. The receiver owns the object and deletes it.

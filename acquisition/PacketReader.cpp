@@ -3,7 +3,7 @@
 #include <exception>
 
 #include "acquisition/Capture.h"
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
 
 namespace {
 

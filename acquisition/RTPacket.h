@@ -4,20 +4,20 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/ConcurrentQueue.h"
+#include "platform/system/ConcurrentQueue.h"
 
 /// Packet types; a reader ignores all others.
 enum RTPacketType : std::int32_t {
-    RTPACKET_SAMPLES = 3,    ///< header byte, then data blocks
-    RTPACKET_NEW_CURVE = 20, ///< byte 0 'P': a new curve begins
-    RTPACKET_CONTROL = 39,   ///< byte 0: RTCommand
+    RTPACKET_SAMPLES = 3,     ///< header byte, then data blocks
+    RTPACKET_NEW_CURVE = 20,  ///< byte 0 'P': a new curve begins
+    RTPACKET_CONTROL = 39,    ///< byte 0: RTCommand
 };
 
 /// Sub-codes of real-time control, in packets from the instrument and in messages to it.
 enum RTCommand : std::uint8_t {
-    RTCMD_STATUS = 1,      ///< from the instrument: running state in byte 3, 0 = idle
-    RTCMD_CAPTURE = 2,     ///< to it: start or stop; from it: capture started
-    RTCMD_PASS_OUTPUT = 3, ///< to it: send the pass output on channel 1
+    RTCMD_STATUS = 1,       ///< from the instrument: running state in byte 3, 0 = idle
+    RTCMD_CAPTURE = 2,      ///< to it: start or stop; from it: capture started
+    RTCMD_PASS_OUTPUT = 3,  ///< to it: send the pass output on channel 1
 };
 
 /// One packet of the instrument. The host allocates, fills and shares it; the screen never changes
@@ -27,10 +27,10 @@ enum RTCommand : std::uint8_t {
 /// digital lines), the count n of values as a big-endian 16-bit number, and n little-endian signed
 /// 16-bit values, one sample set after the other. At most 65,535 bytes.
 struct RTPacket {
-    std::uint32_t m_nLeading = 0;            ///< the host's own; not read
-    std::int32_t m_nType = 0;                ///< RTPacketType
-    const std::uint8_t* m_pData = nullptr;   ///< the payload; lives as long as the packet
-    std::int32_t m_nLength = 0;              ///< payload length in bytes
+    std::uint32_t m_nLeading = 0;           ///< the host's own; not read
+    std::int32_t m_nType = 0;               ///< RTPacketType
+    const std::uint8_t* m_pData = nullptr;  ///< the payload; lives as long as the packet
+    std::int32_t m_nLength = 0;             ///< payload length in bytes
 };
 
 using RTPacketQueue = concurrent_queue<std::shared_ptr<RTPacket>>;

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "platform/Paths.h"
-#include "platform/Text.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
 
 CAlternative::CAlternative(const std::string& strProgram)
     : m_strPath(ToUtf8(JoinPath(GetExecutableFolder(), FromUtf8(strProgram)))) {}

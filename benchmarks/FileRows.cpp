@@ -16,8 +16,8 @@
 #include "Table.h"
 #include "curves/CaptureFile.h"
 #include "curves/CsvExport.h"
-#include "platform/File.h"
-#include "platform/Text.h"
+#include "platform/system/File.h"
+#include "platform/system/Text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "Rows.h"
 #include "Table.h"
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "Rows.h"
 #include "Strokes.h"
 #include "Table.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
 #include "plot/RTPlot.h"
 
 namespace {
@@ -85,13 +85,13 @@ class BareDrawing {
         const CBrush background(RGB(192, 192, 192));
         CDC& dc = m_picture.m_dc;
         dc.SelectPen(nullptr);
-        dc.SetBkMode(TRANSPARENT);
+        dc.SetBackgroundMode(BackgroundMode::Transparent);
         dc.Rectangle({0, 0, PICTURE_WIDTH, PICTURE_HEIGHT}, &background);
         for (std::size_t k = 0; k < m_texts.size(); ++k)
             dc.TextOut(static_cast<int>(k * 17 % 600), static_cast<int>(k * 31 % 320), m_texts[k]);
         DrawStraightLines(dc, m_curves.size() > 1);
 
-        const CPen line(PS_SOLID, RGB(0, 0, 255));
+        const CPen line(PenStyle::Solid, RGB(0, 0, 255));
         const CRgn area({LEFT, 17, PICTURE_WIDTH, 220});
         dc.SelectPen(&line);
         dc.SelectClipRgn(&area);
@@ -129,10 +129,10 @@ class BareDrawing {
 
     /// The grid, the ticks, the input band's frame and the steps of its traces.
     static void DrawStraightLines(CDC& dc, bool bLegend) {
-        const CPen grid(PS_DOT, RGB(255, 255, 0));
+        const CPen grid(PenStyle::Dot, RGB(255, 255, 0));
         dc.SelectPen(&grid);
         for (int k = 0; k < GRID_LINES; ++k) DrawLine(dc, LEFT, 20 + 18 * k, PICTURE_WIDTH);
-        const CPen solid(PS_SOLID, RGB(128, 128, 128));
+        const CPen solid(PenStyle::Solid, RGB(128, 128, 128));
         dc.SelectPen(&solid);
         for (int k = 0; k < 2; ++k) DrawLine(dc, 0, 235 + 60 * k, PICTURE_WIDTH);
         for (int k = 0; k < TIME_LABELS; ++k) {

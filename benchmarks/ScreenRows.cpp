@@ -9,7 +9,7 @@
 #include "Rounds.h"
 #include "Rows.h"
 #include "Table.h"
-#include "platform/PaintWatch.h"
+#include "platform/operator/PaintWatch.h"
 #include "plugin/ScreenTemplate.h"
 #include "tests/screen/Panel.h"
 
@@ -85,7 +85,7 @@ void MeasurePackets(CTable& table) {
     TestPanel panel(THREE_CHANNELS);
     panel.m_pSession->m_nHostValueRate = VALUE_RATE;
     panel.Run([&] {
-        Operator::Ask([&] { panel.m_pDialog->SetDlgItemText(IDC_SAMPLE_TIME, L"15"); });
+        Operator::Ask([&] { panel.m_pDialog->SetControlText(IDC_SAMPLE_TIME, L"15"); });
         if (!panel.Tap(IDC_START)) throw std::runtime_error("the capture cannot be started");
         std::shared_ptr<const RTCurveData> spCurve;
         {
@@ -96,7 +96,7 @@ void MeasurePackets(CTable& table) {
         std::uint32_t nCount = 0;
         Operator::Ask([&] {
             pWatch = std::make_unique<CPaintWatch>(
-                *panel.m_pDialog->GetDlgItem(IDC_PLOT_1), [&] { nCount = spCurve->GetCount(); },
+                *panel.m_pDialog->GetControl(IDC_PLOT_1), [&] { nCount = spCurve->GetCount(); },
                 [&] { times.NotePicture(nCount); });
         });
         times.PushAll(panel.m_queue);
@@ -118,7 +118,7 @@ double TimeStart() {
     panel.Run([&] {
         std::unique_ptr<CPaintWatch> pWatch;
         Operator::Ask([&] {
-            CWnd* pPlot = panel.m_pDialog->GetDlgItem(IDC_PLOT_1);
+            CWnd* pPlot = panel.m_pDialog->GetControl(IDC_PLOT_1);
             pWatch = std::make_unique<CPaintWatch>(
                 *pPlot, [] {}, [&] { shown = SteadyClock::now(); });
             pPlot->Invalidate();

@@ -1,8 +1,8 @@
 #include "curves/CaptureFile.h"
 
 #include "curves/CurveSetRecord.h"
-#include "platform/Archive.h"
-#include "platform/ReplaceFile.h"
+#include "platform/system/Archive.h"
+#include "platform/system/ReplaceFile.h"
 
 void ReadCapture(CFile& file, RTCaptureFile& capture, IRTProgress* pProgress) {
     CArchive ar(&file, CArchive::load);

@@ -1,6 +1,6 @@
 #include "curves/CaptureRecords.h"
 
-#include "platform/Archive.h"
+#include "platform/system/Archive.h"
 
 void WriteScreenRecord(CArchive& ar, const RTScreenRecord& record) {
     ar << RTScreenRecord::CURRENT_VERSION << record.m_nMode << record.m_nPositionInput

@@ -6,9 +6,9 @@
 #include <cstring>
 
 #include "curves/Progress.h"
-#include "platform/Exceptions.h"
-#include "platform/Paths.h"
-#include "platform/StdioFile.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/Paths.h"
+#include "platform/system/TextFile.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr std::uint32_t ROWS_PER_PART = 1024;
 constexpr std::uint32_t ROWS_PER_REPORT = 64 * ROWS_PER_PART;
 /// "\r\n-32.768,-32.768" has 17 characters, a time 20 more, and a table entry is copied whole.
 constexpr std::size_t MAX_ROW_LENGTH = 48;
-static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CStdioFile::BUFFER_SIZE);
+static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CTextFile::BUFFER_SIZE);
 
 /// The text of every number of thousandths there can be in front of the last three digits.
 struct WholePart {
@@ -81,7 +81,7 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
 
 }  // namespace
 
-void WriteCurveCsv(CStdioFile& file, const RTCurveData& curve, const RTCsvOptions& options,
+void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
                    IRTProgress* pProgress) {
     const std::uint32_t nRows = curve.GetCount() / 2;
     RTProgressCounter progress(pProgress, nRows);
@@ -108,7 +108,7 @@ void WriteCurveCsv(CStdioFile& file, const RTCurveData& curve, const RTCsvOption
 
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options, IRTProgress* pProgress) {
-    CStdioFile file(strPath, CFile::modeWrite | CFile::modeCreate);
+    CTextFile file(strPath, CFile::modeWrite | CFile::modeCreate);
     try {
         WriteCurveCsv(file, curve, options, pProgress);
     } catch (const CUserException&) {

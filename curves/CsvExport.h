@@ -6,7 +6,7 @@
 
 #include "curves/RTCurveData.h"
 
-class CStdioFile;
+class CTextFile;
 class IRTProgress;
 
 /// What a person may ask for beyond what the screen exports.
@@ -19,7 +19,7 @@ struct RTCsvOptions {
 /// of a value: -32768 is -32.768. There is no line break at the end. The count of a curve that is
 /// being filled is taken once.
 /// @throws CFileException, CUserException
-void WriteCurveCsv(CStdioFile& file, const RTCurveData& curve, const RTCsvOptions& options = {},
+void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options = {},
                    IRTProgress* pProgress = nullptr);
 
 /// Creates the file, or replaces an existing one. At a failure the file keeps the lines written

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "curves/Progress.h"
-#include "platform/Archive.h"
+#include "platform/system/Archive.h"
 
 namespace {
 

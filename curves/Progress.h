@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 /// Told how far the work has come; lets the person stop it.
 class IRTProgress {

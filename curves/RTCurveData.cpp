@@ -4,7 +4,7 @@
 #include <cassert>
 #include <new>
 
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 namespace {
 

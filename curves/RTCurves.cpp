@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 IMPLEMENT_SERIAL(CRTCurves, CObject, VERSIONABLE_SCHEMA | 1)
 

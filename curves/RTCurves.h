@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "curves/RTCurveData.h"
-#include "platform/Object.h"
+#include "platform/system/Object.h"
 
 using RTCurveList = std::vector<std::shared_ptr<RTCurveData>>;
 

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 void RTPulseList::Append(RTPulse pulse) {
     const std::size_t nCount = m_nCount.load(std::memory_order_relaxed);

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "acquisition/ObjRTGeneric.h"
-#include "platform/App.h"
-#include "platform/DynamicLibrary.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/Application.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
 
@@ -66,10 +66,10 @@ END_MESSAGE_MAP()
 
 int main(int argc, char** argv) {
     CWindowSystem windowSystem(argc, argv);
-    CWinApp app(L"minimal_host");
+    CApplication app(L"minimal_host");
 
     RTPacketQueue queue;
-    CFrameWnd frame;
+    CFrameWindow frame;
     CInstrumentView view(queue);
     frame.Create(L"Minimal host");
     view.Create(&frame);
@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
         Operator::CScript script([&] {
             Operator::WaitUntil([&] { return pScreen->IsWindowVisible(); }, 5000);
             Operator::Tap(*pScreen, 1004);
-            Operator::WaitUntil([&] { return pScreen->GetDlgItem(1004)->IsWindowEnabled(); }, 5000);
+            Operator::WaitUntil([&] { return pScreen->GetControl(1004)->IsWindowEnabled(); }, 5000);
             pScreen->PostMessage(WM_CLOSE);
         });
         pScreen->Run();

@@ -4,8 +4,8 @@
 #include <cstdlib>
 
 #include "curves/CaptureFile.h"
-#include "platform/Exceptions.h"
-#include "platform/MemFile.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/MemFile.h"
 
 namespace {
 

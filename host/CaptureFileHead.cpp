@@ -1,7 +1,7 @@
 #include "host/CaptureFileHead.h"
 
-#include "platform/Archive.h"
-#include "platform/File.h"
+#include "platform/system/Archive.h"
+#include "platform/system/File.h"
 
 CaptureFileHead ReadCaptureFileHead(const std::wstring& strPath) {
     CaptureFileHead head;

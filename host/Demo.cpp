@@ -5,11 +5,11 @@
 #include <stdexcept>
 
 #include "host/Options.h"
-#include "platform/Controls.h"
-#include "platform/Exceptions.h"
-#include "platform/Operator.h"
-#include "platform/Paths.h"
-#include "platform/Text.h"
+#include "platform/operator/Operator.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
+#include "platform/windows/Controls.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
 
@@ -39,14 +39,14 @@ class CDemoError : public std::runtime_error {
 };
 
 bool IsEnabled(const CWnd& screen, int nID) {
-    const CWnd* const pControl = screen.GetDlgItem(nID);
+    const CWnd* const pControl = screen.GetControl(nID);
     return pControl && pControl->IsWindowEnabled();
 }
 
 unsigned ReadSampleMilliseconds(const CWnd& screen) {
     std::wstring strSeconds;
     Operator::Ask([&] {
-        if (const CWnd* const pEdit = screen.GetDlgItem(ID_SAMPLE_TIME))
+        if (const CWnd* const pEdit = screen.GetControl(ID_SAMPLE_TIME))
             strSeconds = pEdit->GetWindowText();
     });
     return 1000 * static_cast<unsigned>(std::wcstoul(strSeconds.c_str(), nullptr, 10));
@@ -132,10 +132,10 @@ void CDemo::PrintCurves() const {
 }
 
 void CDemo::SavePictures() {
-    const auto* const pList = static_cast<const CComboBox*>(m_screen.GetDlgItem(ID_DISPLAY_LIST));
+    const auto* const pList = static_cast<const CComboBox*>(m_screen.GetControl(ID_DISPLAY_LIST));
     std::vector<std::wstring> arrDisplays;
     Operator::Ask([&] {
-        for (int n = 0; n < pList->GetCount(); ++n) arrDisplays.push_back(pList->GetLBText(n));
+        for (int n = 0; n < pList->GetCount(); ++n) arrDisplays.push_back(pList->GetItemText(n));
     });
     // From the last to the first, which is the one that the screen began with.
     for (std::size_t n = arrDisplays.size(); n > 0; --n) {
@@ -207,7 +207,7 @@ void CDemo::PressKeys(const std::wstring& strText) {
 
 void CDemo::TapBar(int nID) {
     const CWnd* pBar = nullptr;
-    Operator::Ask([&] { pBar = m_screen.GetDlgItem(ID_BAR); });
+    Operator::Ask([&] { pBar = m_screen.GetControl(ID_BAR); });
     if (!pBar || !Operator::Tap(*pBar, nID))
         throw CDemoError("button " + std::to_string(nID) + " of the bar cannot be pressed");
 }

@@ -4,9 +4,9 @@
 
 #include "host/Options.h"
 #include "host/Panel.h"
-#include "platform/App.h"
-#include "platform/Exceptions.h"
-#include "platform/Text.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/Text.h"
+#include "platform/windows/Application.h"
 
 namespace {
 

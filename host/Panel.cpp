@@ -6,10 +6,10 @@
 #include "host/Demo.h"
 #include "host/PressInstrument.h"
 #include "host/SimulatedPress.h"
-#include "platform/DynamicLibrary.h"
-#include "platform/Operator.h"
-#include "platform/Paths.h"
-#include "platform/Text.h"
+#include "platform/operator/Operator.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
 
 namespace {
@@ -135,9 +135,9 @@ void CPanel::OnScreenShown(CDlgBase& screen) {
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();
     if (bEnter && !m_options.m_strSampleTime.empty())
-        screen.SetDlgItemText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
+        screen.SetControlText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
     if (bEnter && !m_options.m_strTrigger.empty())
-        screen.SetDlgItemText(ID_TRIGGER, m_options.m_strTrigger);
+        screen.SetControlText(ID_TRIGGER, m_options.m_strTrigger);
     if (!m_options.m_strCaptureFile.empty()) {
         m_arrDroppedFiles = {MakeAbsolute(m_options.m_strCaptureFile)};
         screen.PostMessage(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&m_arrDroppedFiles));

@@ -9,7 +9,7 @@
 #include "host/Instrument.h"
 #include "host/Options.h"
 #include "host/PanelView.h"
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 #include "plugin/RealTimeData.h"
 
 class CDlgBase;
@@ -56,12 +56,12 @@ class CPanel {
     void OnScreenShown(CDlgBase& screen);
 
     const Options m_options;
-    CWinApp m_app;
+    CApplication m_app;
     RTPacketQueue m_queue;
     CPanelDevice m_device;
     std::string m_strInstrument;
     std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
-    CFrameWnd m_frame;
+    CFrameWindow m_frame;
     CPanelView m_view;
     std::vector<std::wstring> m_arrDroppedFiles;  ///< the capture to open, while it is on its way
 };

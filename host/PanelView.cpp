@@ -3,8 +3,6 @@
 #include "acquisition/ObjRTGeneric.h"
 #include "host/Instrument.h"
 
-IMPLEMENT_DYNAMIC(CPanelView, CView)
-
 BEGIN_MESSAGE_MAP(CPanelView, CView)
 ON_MESSAGE(WM_RT_SENDOBJECT, OnSendObject)
 END_MESSAGE_MAP()

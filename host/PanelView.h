@@ -1,15 +1,13 @@
 // The main frame's active view: takes what the screen sends to the instrument.
 #pragma once
 
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 
 class IInstrument;
 
 /// Handles WM_RT_SENDOBJECT: takes the message object over, sends its byte image on, deletes it.
 /// User-interface thread.
 class CPanelView : public CView {
-    DECLARE_DYNAMIC(CPanelView)
-
   public:
     /// @param pInstrument must outlive the view; null: what is sent goes nowhere
     explicit CPanelView(IInstrument* pInstrument) : m_pInstrument(pInstrument) {}

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "curves/RTCurveData.h"
-#include "platform/Types.h"
+#include "platform/drawing/Geometry.h"
 #include "plot/PlotScale.h"
 
 /// The points that a curve has been reduced to, and what they follow from. A repaint that finds its

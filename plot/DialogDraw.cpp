@@ -1,8 +1,9 @@
 #include "plot/DialogDraw.h"
 
+#include "platform/windows/PaintDC.h"
 #include "plot/RTPlot.h"
 
-IMPLEMENT_DYNAMIC(CDialogDraw, CStatic)
+IMPLEMENT_DYNAMIC(CDialogDraw, CObject)
 
 BEGIN_MESSAGE_MAP(CDialogDraw, CStatic)
 ON_WM_PAINT()
@@ -34,7 +35,7 @@ void CDialogDraw::OnPaint() {
         if (m_pPlot->m_bZoomDrag && m_pPlot->m_nDragBandX != 0)
             InvertBand(memory, m_pPlot->m_nDragBandX);
     }
-    dc.BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0);
+    dc.CopyRect(0, 0, client.Width(), client.Height(), &memory, 0, 0);
 }
 
 bool CDialogDraw::OnEraseBkgnd(CDC*) {
@@ -61,9 +62,9 @@ void CDialogDraw::EndZoomDrag(int x) {
 }
 
 void CDialogDraw::InvertBand(CDC& dc, int x) const {
-    dc.SetROP2(R2_NOT);
+    dc.SetRasterOp(RasterOp::Invert);
     dc.Rectangle(
         {m_pPlot->m_nDragAnchorX, m_pPlot->m_nBottom - m_pPlot->m_nHeight, x, m_pPlot->m_nBottom},
         nullptr);
-    dc.SetROP2(R2_COPYPEN);
+    dc.SetRasterOp(RasterOp::Copy);
 }

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "platform/Controls.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/windows/Controls.h"
 
 struct RTPlot;
 

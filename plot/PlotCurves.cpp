@@ -124,10 +124,10 @@ void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurv
                              IndexRange range) {
     const CurveLine& line = FindLine(curve, nCurve, range);
     const std::int16_t* pValues = curve.spData->GetValues();
-    const CPen mainPen(PS_SOLID, GetMainColour(nCurve));
+    const CPen mainPen(PenStyle::Solid, GetMainColour(nCurve));
     const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])};
     if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast) {
-        const CPen secondPen(PS_SOLID, ColourOf(m_colours.m_acrGraphLine2, nCurve));
+        const CPen secondPen(PenStyle::Solid, ColourOf(m_colours.m_acrGraphLine2, nCurve));
         DrawPair(line, mainPen, mainStart, secondPen,
                  {LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])});
     } else {

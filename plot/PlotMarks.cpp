@@ -21,16 +21,16 @@ void CPlotPainter::DrawVerticalLine(int x, int yFrom, PenStyle style, COLORREF c
 
 void CPlotPainter::DrawTimeMarker(std::int64_t nIndex) {
     if (nIndex == UNSET) return;
-    DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart), m_layout.nHeight, PS_DASHDOTDOT,
-                     m_colours.m_crTimeMarker);
+    DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart), m_layout.nHeight,
+                     PenStyle::DashDotDot, m_colours.m_crTimeMarker);
 }
 
 void CPlotPainter::DrawMarks() {
     const auto drawMark = [this](std::int64_t nIndex, int yFrom, COLORREF color) {
         // The marks are measured from the plot's edge, as the clicks that place them.
         if (nIndex != UNSET)
-            DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart) - LEFT_MARGIN, yFrom, PS_SOLID,
-                             color);
+            DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart) - LEFT_MARGIN, yFrom,
+                             PenStyle::Solid, color);
     };
     drawMark(m_plot.m_nToolPulseMark, m_layout.nHeight, m_colours.m_crToolPulse);
     drawMark(m_plot.m_nStartMark, m_layout.BandTop(), m_colours.m_crStart);
@@ -43,7 +43,7 @@ void CPlotPainter::DrawMarks() {
             DrawTimeMarker(nMarker);
 
     if (m_plot.m_nTriggerLevel == UNSET) return;
-    const CPenScope pen(m_dc, PS_SOLID, TRIGGER_LINE);
+    const CPenScope pen(m_dc, PenStyle::Solid, TRIGGER_LINE);
     const int y = m_value.nZeroY - TruncateToPixel(m_plot.m_nTriggerLevel * m_value.dScale);
     m_dc.MoveTo(LEFT_MARGIN, y);
     m_dc.LineTo(m_layout.nWidth, y);
@@ -52,11 +52,11 @@ void CPlotPainter::DrawMarks() {
 void CPlotPainter::DrawLegend() {
     const std::size_t nCurves = m_shown.lstCurves.size();
     if (nCurves < 2) return;
-    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    m_dc.SetTextAlign(TextAlign::Left);
     int y = LEGEND_TOP;
     for (std::size_t k = 0; k < nCurves && y - 10 < m_layout.nHeight; ++k, y += LEGEND_STEP) {
         const COLORREF color = ColourOf(m_colours.m_acrGraphLine, k);
-        const CPenScope pen(m_dc, PS_SOLID, color);
+        const CPenScope pen(m_dc, PenStyle::Solid, color);
         m_dc.MoveTo(m_layout.nWidth - 100, y);
         m_dc.LineTo(m_layout.nWidth - 80, y);
         m_dc.SetTextColor(color);

@@ -18,7 +18,7 @@ void RTPlot::Paint(CDC& dc) {
     m_nZeroY = painter.GetValueAxis().nZeroY;
     m_nValueSpan = painter.GetValueAxis().nSpan;
 
-    dc.SetBkMode(TRANSPARENT);
+    dc.SetBackgroundMode(BackgroundMode::Transparent);
     painter.DrawInputBand();
     painter.DrawTimeAxis();
     painter.DrawValueGrid();
@@ -35,12 +35,12 @@ CPlotPainter::CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& show
 
 void CPlotPainter::DrawInputBand() {
     m_dc.SetTextColor(m_colours.m_crText);
-    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    m_dc.SetTextAlign(TextAlign::Left);
     for (int nLine = 0; nLine < 4; ++nLine)
         m_dc.TextOut(0, m_layout.BandTop() + nLine * m_layout.nRowHeight,
                      L"I #" + std::to_wstring(nLine + 1));
 
-    const CPenScope pen(m_dc, PS_SOLID, RGB(128, 128, 128));
+    const CPenScope pen(m_dc, PenStyle::Solid, RGB(128, 128, 128));
     for (const int y : {m_layout.BandTop(), m_layout.nAxisY - m_layout.nRowHeight}) {
         m_dc.MoveTo(0, y);
         m_dc.LineTo(m_layout.nWidth, y);
@@ -49,7 +49,7 @@ void CPlotPainter::DrawInputBand() {
 
 void CPlotPainter::DrawTimeAxis() {
     m_dc.SetTextColor(m_colours.m_crText);
-    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    m_dc.SetTextAlign(TextAlign::Left);
     m_dc.TextOut(0, m_layout.nLabelY, L"(ms)");
 
     // A press near the right edge moves the start of the view beyond its end until the release.
@@ -68,10 +68,12 @@ void CPlotPainter::DrawTimeAxis() {
             if (nRate >= 1000) return nIndex / (nRate / 1000);
             return nRate > 0 ? nIndex * 1000 / nRate : nIndex;
         };
-    const CPenScope pen(m_dc, PS_SOLID, m_colours.m_crTimeMarker);
+    const CPenScope pen(m_dc, PenStyle::Solid, m_colours.m_crTimeMarker);
     for (std::int64_t nTick = 0; nTick <= nTicks; ++nTick) {
         const int x = m_time.XAt(nTick * nStep);
-        m_dc.SetTextAlign(TA_TOP | (nTick == 0 ? TA_LEFT : nTick == nTicks ? TA_RIGHT : TA_CENTER));
+        m_dc.SetTextAlign((nTick == 0        ? TextAlign::Left
+                           : nTick == nTicks ? TextAlign::Right
+                                             : TextAlign::Center));
         m_dc.TextOut(x, m_layout.nLabelY,
                      std::to_wstring(toMilliseconds(nTick * nStep + m_shown.nViewStart)));
         m_dc.MoveTo(x, m_layout.nLabelY);
@@ -81,9 +83,9 @@ void CPlotPainter::DrawTimeAxis() {
 
 void CPlotPainter::DrawValueGrid() {
     const int nStep = std::max(m_value.nSpan / 10, 1);
-    const CPenScope pen(m_dc, PS_DOT, m_colours.m_crGridLines);
+    const CPenScope pen(m_dc, PenStyle::Dot, m_colours.m_crGridLines);
     m_dc.SetTextColor(m_colours.m_crText);
-    m_dc.SetTextAlign(TA_LEFT | TA_TOP);
+    m_dc.SetTextAlign(TextAlign::Left);
     for (int nLine = 0; nLine <= m_value.nSpan / nStep; ++nLine) {
         const int y = m_value.nMinY - TruncateToPixel(nLine * m_value.dScale * nStep);
         m_dc.MoveTo(LEFT_MARGIN, y);

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
 #include "plot/CurveLine.h"
 #include "plot/PlotScale.h"
 #include "plot/RTPlot.h"

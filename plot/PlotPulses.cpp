@@ -43,7 +43,7 @@ void CPlotPainter::DrawInputTraces(const RTPulseList& pulses, IndexRange range) 
     };
     const auto drawRun = [&](const TraceRun& run, int xEnd) {
         for (unsigned nLine = 0; nLine < LINE_COUNT; ++nLine) {
-            const CPenScope pen(m_dc, PS_SOLID, LINE_COLOURS[nLine]);
+            const CPenScope pen(m_dc, PenStyle::Solid, LINE_COLOURS[nLine]);
             const auto has = [nLine](unsigned nLines) { return (nLines >> nLine & 1u) != 0; };
             const int yBefore = yOf(nLine, has(run.nBefore));
             const int yLevel = yOf(nLine, has(run.nLevels));

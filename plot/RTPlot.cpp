@@ -4,7 +4,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 #include "plot/CurveLine.h"
 
 namespace {
@@ -23,7 +23,7 @@ std::wstring FlagSection() {
 
 RTPlot::RTPlot() : m_pColours(std::make_unique<RTPlotColours>()) {
     m_pColours->Load();
-    if (CWinApp* pApp = AfxGetApp()) {
+    if (CApplication* pApp = GetApp()) {
         m_bSnapToTimeMarkers = pApp->GetProfileInt(FlagSection(), SNAP_KEY, 0);
         m_bShowAllCurvePulses = pApp->GetProfileInt(FlagSection(), ALL_PULSES_KEY, 0) != 0;
     }
@@ -31,7 +31,7 @@ RTPlot::RTPlot() : m_pColours(std::make_unique<RTPlotColours>()) {
 
 RTPlot::~RTPlot() {
     // A store that cannot be written keeps what it held; there is nobody left to tell.
-    if (CWinApp* pApp = AfxGetApp()) {
+    if (CApplication* pApp = GetApp()) {
         pApp->WriteProfileInt(FlagSection(), SNAP_KEY, m_bSnapToTimeMarkers);
         pApp->WriteProfileInt(FlagSection(), ALL_PULSES_KEY, m_bShowAllCurvePulses);
     }

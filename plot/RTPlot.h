@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "curves/RTCurves.h"
-#include "platform/Threads.h"
-#include "platform/Types.h"
+#include "platform/drawing/Geometry.h"
+#include "platform/system/Threads.h"
 #include "plot/RTGraphSettings.h"
 #include "plot/RTPlotColours.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr std::array<COLORREF, RTPlotColours::SLOT_COUNT> GRAPH_LINES_2{
 };
 
 COLORREF ReadColour(const std::wstring& strKey, COLORREF crDefault) {
-    CWinApp* pApp = AfxGetApp();
+    CApplication* pApp = GetApp();
     if (!pApp) return crDefault;
     return static_cast<COLORREF>(
         pApp->GetProfileInt(L"RealTimeMonitor\\Colours", strKey, static_cast<int>(crDefault)));

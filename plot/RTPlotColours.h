@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "platform/Types.h"
+#include "platform/drawing/Geometry.h"
 
 /// 50 colours, most of them from the host's settings store.
 struct RTPlotColours {

@@ -1,5 +1,5 @@
 // Commands that begin and end captures, and what the controls show of it.
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
@@ -25,7 +25,7 @@ constexpr CaptureControl CAPTURE_CONTROLS[] = {
 void ShowCaptureState(const CWnd& screen, bool bCapturing, bool bCaptureLocked) {
     for (const CaptureControl& control : CAPTURE_CONTROLS) {
         if (control.bInstrumentOnly && bCaptureLocked) continue;
-        if (CWnd* pControl = screen.GetDlgItem(control.nID))
+        if (CWnd* pControl = screen.GetControl(control.nID))
             pControl->EnableWindow(control.bEnabledWhileCapturing == bCapturing);
     }
 }
@@ -33,10 +33,10 @@ void ShowCaptureState(const CWnd& screen, bool bCapturing, bool bCaptureLocked) 
 }  // namespace
 
 void SendToInstrument(std::unique_ptr<CObjConfig> pMessage) {
-    CWinApp* pApp = AfxGetApp();
-    CFrameWnd* pFrame = pApp ? pApp->m_pMainWnd : nullptr;
+    CApplication* pApp = GetApp();
+    CFrameWindow* pFrame = pApp ? pApp->m_pMainWnd : nullptr;
     CWnd* pView = pFrame ? pFrame->GetActiveView() : nullptr;
-    if (!pView || !pView->GetSafeHwnd()) return;
+    if (!pView || !pView->GetHandle()) return;
     pView->SendMessage(WM_RT_SENDOBJECT, reinterpret_cast<WPARAM>(pMessage.release()));
 }
 
@@ -71,9 +71,9 @@ void CDlgSetupMode::ClearBarReadOuts() {
 void CDlgSetupMode::OnSampleTimeMode() {
     const bool bContinuous = m_capture.ToggleContinuous();
     if (!SetLangText(IDC_SAMPLE_TIME_MODE, bContinuous ? 1515 : 1514, L""))
-        SetDlgItemText(IDC_SAMPLE_TIME_MODE, bContinuous ? L"Continuous" : L"Sample Time:");
+        SetControlText(IDC_SAMPLE_TIME_MODE, bContinuous ? L"Continuous" : L"Sample Time:");
     for (const int nID : {IDC_SECONDS, IDC_SAMPLE_TIME})
-        if (CWnd* pControl = GetDlgItem(nID)) pControl->ShowWindow(!bContinuous);
+        if (CWnd* pControl = GetControl(nID)) pControl->ShowWindow(!bContinuous);
 }
 
 void CDlgSetupMode::OnContinuousCommand() { m_capture.ToggleContinuous(); }
@@ -88,7 +88,7 @@ void CDlgSetupMode::ShowCapturing() { ShowCaptureState(*this, true, m_bCaptureLo
 void CDlgSetupMode::ShowIdle() { ShowCaptureState(*this, false, m_bCaptureLocked != 0); }
 
 void CDlgSetupMode::ReturnToIdle() {
-    if (!GetSafeHwnd() || m_bIdleQueued.exchange(true)) return;
+    if (!GetHandle() || m_bIdleQueued.exchange(true)) return;
     PostCall([this] {
         m_bIdleQueued = false;
         // A capture that was started meanwhile keeps its controls.

@@ -8,8 +8,6 @@
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 
-IMPLEMENT_DYNAMIC(CDlgSetupMode, CDialogEx)
-
 BEGIN_MESSAGE_MAP(CDlgSetupMode, CDlgBase)
 ON_WM_LBUTTONDOWN()
 ON_WM_LBUTTONUP()
@@ -69,7 +67,7 @@ void CDlgSetupMode::Run() {
 void CDlgSetupMode::DoDataExchange(CDataExchange* pDX) {
     CDlgBase::DoDataExchange(pDX);
     std::int16_t nSampleSeconds = m_capture.GetSampleSeconds();
-    DDX_Text(pDX, IDC_SAMPLE_TIME, nSampleSeconds);
+    ExchangeText(pDX, IDC_SAMPLE_TIME, nSampleSeconds);
     if (pDX->m_bSaveAndValidate) m_capture.SetSampleSeconds(nSampleSeconds);
-    DDX_Text(pDX, IDC_TRIGGER, m_strTrigger);
+    ExchangeText(pDX, IDC_TRIGGER, m_strTrigger);
 }

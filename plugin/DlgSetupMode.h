@@ -21,8 +21,6 @@ class IRTProgress;
 /// Run once and deletes it. The reader thread lives only inside Run and sees the screen only
 /// through IReaderScreen; everything else belongs to the user-interface thread.
 class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScreen {
-    DECLARE_DYNAMIC(CDlgSetupMode)
-
   public:
     CDlgSetupMode();
     ~CDlgSetupMode() override;

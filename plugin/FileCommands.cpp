@@ -5,12 +5,12 @@
 #include "curves/CsvExport.h"
 #include "curves/CurveSetRecord.h"
 #include "curves/FileStore.h"
-#include "platform/Archive.h"
-#include "platform/Controls.h"
-#include "platform/File.h"
-#include "platform/FileDialog.h"
-#include "platform/Paths.h"
-#include "platform/ReplaceFile.h"
+#include "platform/system/Archive.h"
+#include "platform/system/File.h"
+#include "platform/system/Paths.h"
+#include "platform/system/ReplaceFile.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/FileDialog.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BigMessageBox.h"
@@ -143,7 +143,7 @@ void CDlgSetupMode::OnLoad() {
 
 /// A dropped file is loaded as one chosen in the open dialog, when that could be shown.
 void CDlgSetupMode::OnDropFiles(const std::vector<std::wstring>& arrPaths) {
-    const CWnd* pLoad = GetDlgItem(IDC_LOAD);
+    const CWnd* pLoad = GetControl(IDC_LOAD);
     if (m_bDesktopMode && pLoad && pLoad->IsWindowEnabled() && !arrPaths.empty())
         LoadCapture(arrPaths.front(), GetNameOfPath(arrPaths.front()));
 }

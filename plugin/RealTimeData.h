@@ -10,7 +10,7 @@
 
 #include "acquisition/RTPacket.h"
 #include "curves/RTCurves.h"
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
 #include "plot/RTGraphSettings.h"
 #include "plot/RTPlot.h"
 

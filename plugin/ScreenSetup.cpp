@@ -2,7 +2,7 @@
 #include <mutex>
 
 #include "acquisition/ValueLayout.h"
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
@@ -73,7 +73,7 @@ void CDlgSetupMode::BindPlots() {
         plot.m_pGraph = &m_graph;
 
         CDialogDraw& control = m_aPlotCtrl[k];
-        control.SubclassDlgItem(PLOT_CONTROLS[k], this);
+        control.AttachControl(PLOT_CONTROLS[k], this);
         control.m_nPlotIndex = static_cast<std::uint8_t>(k);
         control.m_pPlot = &plot;
         m_nPlotLeft = control.GetWindowRect().left - GetWindowRect().left;
@@ -84,10 +84,10 @@ void CDlgSetupMode::MakeFonts() {
     m_fontLarge.CreatePointFont(180, L"MS Shell Dlg");
     m_fontSmall.CreatePointFont(140, L"MS Shell Dlg");
     for (const int nID : {IDC_CHANNEL_LIST, IDC_DISPLAY_LIST, IDC_SAMPLE_TIME_MODE})
-        if (CWnd* pControl = GetDlgItem(nID)) pControl->SetFont(&m_fontLarge);
+        if (CWnd* pControl = GetControl(nID)) pControl->SetFont(&m_fontLarge);
     for (const int nID :
          {IDC_SAMPLE_TIME, IDC_SECONDS, IDC_TRIGGER_LABEL, IDC_TRIGGER, IDC_TRIGGER_UNIT})
-        if (CWnd* pControl = GetDlgItem(nID)) pControl->SetFont(&m_fontSmall);
+        if (CWnd* pControl = GetControl(nID)) pControl->SetFont(&m_fontSmall);
 }
 
 void CDlgSetupMode::LoadLanguageTable() {
@@ -96,13 +96,13 @@ void CDlgSetupMode::LoadLanguageTable() {
 }
 
 void CDlgSetupMode::PrepareTouchEntry() {
-    m_editSampleTime.SubclassDlgItem(IDC_SAMPLE_TIME, this);
+    m_editSampleTime.AttachControl(IDC_SAMPLE_TIME, this);
     m_editSampleTime.m_strPadTitle = GetLangText(1534, L"Enter sample time (1-60 seconds)");
     m_editSampleTime.m_dMax = 60.0;
     m_editSampleTime.m_dMin = 1.0;
     m_editSampleTime.m_bOneDecimal = 0;
 
-    m_editTrigger.SubclassDlgItem(IDC_TRIGGER, this);
+    m_editTrigger.AttachControl(IDC_TRIGGER, this);
     m_editTrigger.m_strPadTitle = GetLangText(1524, L"Enter sample Trigger") + L" (0-99.9%)";
     m_editTrigger.m_dMax = 99.9;
     m_editTrigger.m_dMin = 0.0;
@@ -110,7 +110,7 @@ void CDlgSetupMode::PrepareTouchEntry() {
 }
 
 void CDlgSetupMode::FillChannelList() {
-    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_CHANNEL_LIST));
+    auto* pList = static_cast<CComboBox*>(GetControl(IDC_CHANNEL_LIST));
     if (!pList) return;
     static constexpr const wchar_t* BUILT_IN[] = {L"Channel 1", L"Channel 2", L"Channel 3"};
     for (int k = 0; k < m_nChannels; ++k)
@@ -128,7 +128,7 @@ std::wstring CDlgSetupMode::GetRangeTag(std::uint8_t nPositionInput) const {
 
 void CDlgSetupMode::FillDisplayList(std::uint8_t nMode, std::uint8_t nPositionInput) {
     const std::wstring strTag = GetRangeTag(nPositionInput);
-    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST));
+    auto* pList = static_cast<CComboBox*>(GetControl(IDC_DISPLAY_LIST));
     if (!pList) return;
     pList->ResetContent();
 
@@ -154,7 +154,7 @@ void CDlgSetupMode::FillDisplayList(std::uint8_t nMode, std::uint8_t nPositionIn
 
 void CDlgSetupMode::DisableWhatTheSessionForbids() {
     const auto disable = [this](int nID) {
-        if (CWnd* pControl = GetDlgItem(nID)) pControl->EnableWindow(false);
+        if (CWnd* pControl = GetControl(nID)) pControl->EnableWindow(false);
     };
     disable(IDC_STOP);
     if (m_bDesktopMode || m_bCaptureLocked)
@@ -192,7 +192,7 @@ LRESULT CDlgSetupMode::OnSwitchBar(WPARAM wParam, LPARAM) {
 bool CDlgSetupMode::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CDlgSetupMode::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    const int nID = pWnd->GetDlgCtrlID();
+    const int nID = pWnd->GetControlID();
     if (nID == IDC_SECONDS || nID == IDC_TRIGGER_LABEL || nID == IDC_TRIGGER_UNIT)
         return MakeTransparent(*pDC);
     return CDlgBase::OnCtlColor(pDC, pWnd, nCtlColor);

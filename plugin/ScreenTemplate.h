@@ -1,7 +1,7 @@
 // What the Real Time Mode screen looks like: dialog template 102.
 #pragma once
 
-#include "platform/DialogTemplate.h"
+#include "platform/windows/DialogTemplate.h"
 
 enum ScreenControl : int {
     IDC_START = 1004,

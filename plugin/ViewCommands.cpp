@@ -2,7 +2,7 @@
 // commands, closing.
 #include <mutex>
 
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
@@ -21,7 +21,7 @@ void CDlgSetupMode::ZoomAllAndRepaint(std::size_t nPlot) {
 void CDlgSetupMode::OnZoomAll() { ZoomAllAndRepaint(CurrentIndex()); }
 
 void CDlgSetupMode::OnSelChangeDisplay() {
-    const auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST));
+    const auto* pList = static_cast<CComboBox*>(GetControl(IDC_DISPLAY_LIST));
     if (!pList) return;
     const auto nDisplay = static_cast<std::uint8_t>(pList->GetItemData(pList->GetCurSel()));
     m_abyDisplay[CurrentIndex()] = nDisplay;
@@ -30,7 +30,7 @@ void CDlgSetupMode::OnSelChangeDisplay() {
 }
 
 void CDlgSetupMode::OnSelChangeChannel() {
-    if (const auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_CHANNEL_LIST)))
+    if (const auto* pList = static_cast<CComboBox*>(GetControl(IDC_CHANNEL_LIST)))
         m_capture.SelectPlot(static_cast<std::uint8_t>(pList->GetItemData(pList->GetCurSel())));
     for (std::size_t k = 0; k < m_aPlotCtrl.size(); ++k)
         m_aPlotCtrl[k].ShowWindow(k == CurrentIndex());
@@ -42,7 +42,7 @@ void CDlgSetupMode::OnSelChangeChannel() {
 
 /// Selects the display list's item that the plot on show goes by.
 void CDlgSetupMode::SelectDisplay() {
-    auto* pList = static_cast<CComboBox*>(GetDlgItem(IDC_DISPLAY_LIST));
+    auto* pList = static_cast<CComboBox*>(GetControl(IDC_DISPLAY_LIST));
     if (!pList) return;
     for (int nItem = 0; nItem < pList->GetCount(); ++nItem) {
         if (pList->GetItemData(nItem) == m_abyDisplay[CurrentIndex()]) {

@@ -1,6 +1,6 @@
 #include "siblings/EntryWindow.h"
 
-#include "platform/DynamicLibrary.h"
+#include "platform/system/DynamicLibrary.h"
 
 namespace {
 
@@ -22,15 +22,15 @@ END_MESSAGE_MAP()
 bool CEntryWindow::OnInitDialog() {
     CDialog::OnInitDialog();
     SetWindowText(m_strTitle);
-    SetDlgItemText(ID_TITLE, m_strTitle);
+    SetControlText(ID_TITLE, m_strTitle);
     m_fontTitle.CreatePixelFont(19, FACE, true);
     m_fontEntry.CreatePixelFont(30, FACE, false);
     m_fontKey.CreatePixelFont(24, FACE, false);
     m_fontHint.CreatePixelFont(17, FACE, true);
-    m_edit.SubclassDlgItem(ID_ENTRY, this);
+    m_edit.AttachControl(ID_ENTRY, this);
     m_edit.SetFont(&m_fontEntry);
-    if (CWnd* pTitle = GetDlgItem(ID_TITLE)) pTitle->SetFont(&m_fontTitle);
-    if (CWnd* pHint = GetDlgItem(ID_HINT)) pHint->SetFont(&m_fontHint);
+    if (CWnd* pTitle = GetControl(ID_TITLE)) pTitle->SetFont(&m_fontTitle);
+    if (CWnd* pHint = GetControl(ID_HINT)) pHint->SetFont(&m_fontHint);
 
     for (const int nID : {IDOK, IDCANCEL, ID_BACKSPACE, ID_CLEAR}) PrepareKey(nID);
     for (int nID = KEY_FIRST; nID < KEY_END; ++nID) PrepareKey(nID);
@@ -44,7 +44,7 @@ bool CEntryWindow::OnInitDialog() {
 }
 
 void CEntryWindow::PrepareKey(int nID) {
-    auto* pKey = dynamic_cast<CButton*>(GetDlgItem(nID));
+    auto* pKey = dynamic_cast<CButton*>(GetControl(nID));
     if (!pKey) return;
     pKey->SetFont(&m_fontKey);
     // The caret stays in the entry, and with it what a plugged-in keyboard types.
@@ -59,7 +59,7 @@ CBitmap CEntryWindow::LoadPicture(UINT nPicture) {
 }
 
 void CEntryWindow::SetKeyFace(int nID, const CBitmap& picture, const wchar_t* pText) {
-    auto* pKey = dynamic_cast<CMFCButton*>(GetDlgItem(nID));
+    auto* pKey = dynamic_cast<CStyledButton*>(GetControl(nID));
     if (!pKey) return;
     pKey->SetImage(picture ? &picture : nullptr);
     pKey->SetWindowText(picture ? L"" : pText);
@@ -101,7 +101,7 @@ void CEntryWindow::TakeSelectionOfEdit() {
 }
 
 void CEntryWindow::ShowOutcome() {
-    SetDlgItemText(ID_HINT, L"");
+    SetControlText(ID_HINT, L"");
     ShowEntry(m_edit);
 }
 
@@ -110,7 +110,7 @@ void CEntryWindow::OnOK() {
     if (strFault.empty())
         EndDialog(IDOK);
     else
-        SetDlgItemText(ID_HINT, strFault);
+        SetControlText(ID_HINT, strFault);
 }
 
 bool CEntryWindow::OnEraseBkgnd(CDC* pDC) {
@@ -122,7 +122,7 @@ bool CEntryWindow::OnEraseBkgnd(CDC* pDC) {
 }
 
 CBrush* CEntryWindow::OnCtlColor(CDC* pDC, CWnd* pControl, UINT) {
-    pDC->SetBkMode(TRANSPARENT);
-    if (pControl && pControl->GetDlgCtrlID() == ID_HINT) pDC->SetTextColor(FAULT);
+    pDC->SetBackgroundMode(BackgroundMode::Transparent);
+    if (pControl && pControl->GetControlID() == ID_HINT) pDC->SetTextColor(FAULT);
     return nullptr;
 }

@@ -6,9 +6,9 @@
 // is 9 mm, which a thumb hits, and no key is smaller.
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Dialog.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Dialog.h"
 
 class CEntryWindow : public CDialog {
   public:

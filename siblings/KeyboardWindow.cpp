@@ -103,7 +103,7 @@ void CKeyboardWindow::ShowFaces() {
     for (int nKey = 0; nKey < CHARACTER_KEYS; ++nKey) {
         std::wstring strFace(1, m_layout.GetCharacter(nKey));
         if (strFace == L"&") strFace = L"&&";  // a single one would mark a letter
-        SetDlgItemText(ID_CHARACTER + nKey, strFace);
+        SetControlText(ID_CHARACTER + nKey, strFace);
     }
     const auto shift = m_layout.GetShift();
     const bool bLocked = shift == CKeyboardLayout::Shift::Locked;
@@ -111,6 +111,6 @@ void CKeyboardWindow::ShowFaces() {
                bLocked ? L"\u2191\u2191" : L"\u2191");
     for (const auto& [nID, bOn] : {std::pair{ID_SHIFT, shift != CKeyboardLayout::Shift::Off},
                                    std::pair{ID_SIGNS, m_layout.IsSigns()}})
-        if (auto* pKey = dynamic_cast<CButton*>(GetDlgItem(nID))) pKey->SetCheck(bOn);
-    SetDlgItemText(ID_SIGNS, m_layout.IsSigns() ? L"abc" : L"#\u00E4\u00E9");
+        if (auto* pKey = dynamic_cast<CButton*>(GetControl(nID))) pKey->SetCheck(bOn);
+    SetControlText(ID_SIGNS, m_layout.IsSigns() ? L"abc" : L"#\u00E4\u00E9");
 }

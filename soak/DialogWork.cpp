@@ -1,5 +1,5 @@
 // What the random operator does in the windows in front of the screen.
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
 #include "soak/RandomOperator.h"

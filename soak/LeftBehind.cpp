@@ -1,6 +1,6 @@
 #include "soak/LeftBehind.h"
 
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include <cstdio>
 
 #include "plugin/ScreenTemplate.h"
-#include "tests/screen/Panel.h"
 #include "soak/LeftBehind.h"
 #include "soak/Soak.h"
+#include "tests/screen/Panel.h"
 
 namespace {
 

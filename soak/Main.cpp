@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/App.h"
-#include "platform/DynamicLibrary.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/Application.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
 

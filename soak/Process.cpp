@@ -6,8 +6,8 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include "platform/App.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/windows/Application.h"
 
 namespace fs = std::filesystem;
 

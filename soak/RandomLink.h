@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "acquisition/ValueLayout.h"
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
 #include "plugin/RealTimeData.h"
 #include "soak/Counts.h"
 

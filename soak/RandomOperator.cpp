@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "platform/Controls.h"
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
+#include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
 
@@ -66,7 +66,7 @@ CRandomOperator::Front CRandomOperator::FindFront() const {
     Front front = Front::StandardBox;
     Operator::Ask([&] {
         const CWnd* const pFront = Operator::ModalWindow();
-        const auto has = [pFront](int nID) { return pFront->GetDlgItem(nID) != nullptr; };
+        const auto has = [pFront](int nID) { return pFront->GetControl(nID) != nullptr; };
         if (pFront == m_panel.m_pDialog.get())
             front = Front::Screen;
         else if (!pFront)
@@ -204,7 +204,7 @@ void CRandomOperator::Wait() { Operator::Wait(1 + Pick(60)); }
 CPoint CRandomOperator::PickPoint() {
     CRect area;
     Operator::Ask([&] {
-        CWnd* const pPlot = m_panel.m_pDialog->GetDlgItem(IDC_PLOT_1);
+        CWnd* const pPlot = m_panel.m_pDialog->GetControl(IDC_PLOT_1);
         if (!pPlot) return;
         area = pPlot->GetWindowRect();
         m_panel.m_pDialog->ScreenToClient(area);
@@ -223,9 +223,9 @@ void CRandomOperator::SelectAny(const CWnd& dialog, int nID) {
     CWnd* pList = nullptr;
     std::wstring strRow;
     Operator::Ask([&] {
-        pList = dialog.GetDlgItem(nID);
+        pList = dialog.GetControl(nID);
         if (auto* pCombo = dynamic_cast<CComboBox*>(pList); pCombo && pCombo->GetCount() > 0)
-            strRow = pCombo->GetLBText(
+            strRow = pCombo->GetItemText(
                 static_cast<int>(Pick(static_cast<unsigned>(pCombo->GetCount()))));
         if (auto* pBox = dynamic_cast<CListBox*>(pList); pBox && pBox->GetCount() > 0)
             strRow = pBox->GetText(static_cast<int>(Pick(static_cast<unsigned>(pBox->GetCount()))));

@@ -4,8 +4,8 @@
 #include <random>
 #include <string>
 
-#include "tests/screen/Panel.h"
 #include "soak/Counts.h"
+#include "tests/screen/Panel.h"
 
 /// Looks at what is in front, the screen or one of its dialogs and boxes, and does something there.
 /// Belongs to the script thread.
@@ -36,7 +36,7 @@ class CRandomOperator {
     struct Action;
     static const Action ON_SCREEN[];
 
-    bool IsOpen() const { return m_panel.m_pDialog->GetSafeHwnd() != 0; }
+    bool IsOpen() const { return m_panel.m_pDialog->GetHandle() != 0; }
     Front FindFront() const;
     void Act();
 

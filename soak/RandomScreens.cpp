@@ -2,13 +2,13 @@
 #include <cstdio>
 #include <random>
 
-#include "platform/Paths.h"
-#include "tests/curves/FileBytes.h"
+#include "platform/system/Paths.h"
 #include "soak/LeftBehind.h"
 #include "soak/RandomLink.h"
 #include "soak/RandomOperator.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
+#include "tests/curves/FileBytes.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ void RunRandomScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
         nClosed = TickMilliseconds();
     });
     record.Count("screens");
-    if (panel.m_pDialog->GetSafeHwnd()) record.Fault("the screen still has its window");
+    if (panel.m_pDialog->GetHandle()) record.Fault("the screen still has its window");
     if (panel.m_pSession->m_hReaderThread) record.Fault("the reader's handle is not closed");
     link.Stop();
     panel.m_pDialog.reset();

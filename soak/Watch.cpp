@@ -53,8 +53,8 @@ void CWatch::Run() {
 
 void CWatch::CheckControls() {
     const CWnd& screen = *m_panel.m_pDialog;
-    if (!screen.GetSafeHwnd() || !screen.IsWindowVisible()) return;
-    const auto isEnabled = [&](int nID) { return screen.GetDlgItem(nID)->IsWindowEnabled(); };
+    if (!screen.GetHandle() || !screen.IsWindowVisible()) return;
+    const auto isEnabled = [&](int nID) { return screen.GetControl(nID)->IsWindowEnabled(); };
     const CRealTimeData& session = *m_panel.m_pSession;
     if (!session.m_bDesktopMode && !session.m_bCaptureLocked) {
         const bool bIdle = isEnabled(IDC_START);
@@ -69,11 +69,11 @@ void CWatch::CheckControls() {
 
     int nPlots = 0;
     for (const int nID : {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3})
-        nPlots += screen.GetDlgItem(nID)->IsWindowVisible();
+        nPlots += screen.GetControl(nID)->IsWindowVisible();
     if (nPlots != 1) m_record.Fault(std::to_string(nPlots) + " plots are shown");
 
-    const CWnd* const pBar = screen.GetDlgItem(0);
-    if (!pBar || !!pBar->GetDlgItem(IDC_EXPORT_CSV) == !!pBar->GetDlgItem(IDC_BACK))
+    const CWnd* const pBar = screen.GetControl(0);
+    if (!pBar || !!pBar->GetControl(IDC_EXPORT_CSV) == !!pBar->GetControl(IDC_BACK))
         m_record.Fault("not exactly one bar is shown");
 }
 

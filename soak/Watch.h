@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <random>
 
-#include "tests/screen/Panel.h"
 #include "soak/Counts.h"
+#include "tests/screen/Panel.h"
 
 /// Lives on a thread of its own, for as long as the screen's event loop runs.
 class CWatch {

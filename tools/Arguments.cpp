@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "platform/Text.h"
+#include "platform/system/Text.h"
 
 namespace {
 

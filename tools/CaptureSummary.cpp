@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <optional>
 
-#include "platform/Text.h"
+#include "platform/system/Text.h"
 #include "tools/Captures.h"
 #include "tools/JsonText.h"
 

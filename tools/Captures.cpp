@@ -6,9 +6,9 @@
 #include <set>
 
 #include "curves/FileStore.h"
-#include "platform/MemFile.h"
-#include "platform/Paths.h"
-#include "platform/Text.h"
+#include "platform/system/MemFile.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
 #include "tools/Arguments.h"
 #include "tools/ConsoleProgress.h"
 

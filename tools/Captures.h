@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "curves/CaptureFile.h"
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 /// Reads a capture from a path, or from standard input for "-". What has no length (a pipe) is read
 /// to its end first. At an exception the capture holds what was read completely.

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/Console.h"
-#include "platform/Text.h"
-#include "platform/Threads.h"
+#include "platform/system/Console.h"
+#include "platform/system/Text.h"
+#include "platform/system/Threads.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/File.h"
+#include "platform/system/File.h"
 #include "tools/Arguments.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"

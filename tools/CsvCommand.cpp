@@ -1,5 +1,5 @@
 #include "curves/CsvExport.h"
-#include "platform/StdioFile.h"
+#include "platform/system/TextFile.h"
 #include "tools/Arguments.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
@@ -27,7 +27,7 @@ void WriteOutput(const std::wstring& strPath, const RTCurveData& curve,
         ExportCurveCsv(strPath, curve, options, &progress);
         return;
     }
-    CStdioFile file;
+    CTextFile file;
     file.OpenStandardOutput();
     WriteCurveCsv(file, curve, options, &progress);
     file.Close();

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "platform/Text.h"
+#include "platform/system/Text.h"
 
 std::string QuoteJson(std::wstring_view strText) {
     constexpr const char* HEX = "0123456789abcdef";

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <exception>
 
-#include "platform/Text.h"
+#include "platform/system/Text.h"
 #include "tools/Arguments.h"
 #include "tools/Commands.h"
 

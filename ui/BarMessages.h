@@ -2,7 +2,7 @@
 // Posted to the screen's window; lParam is 0.
 #pragma once
 
-#include "platform/Types.h"
+#include "platform/windows/Messages.h"
 
 constexpr UINT WM_RT_BARCOMMAND = 1264;  ///< wParam: a BARCMD_ code
 constexpr UINT WM_RT_SWITCHBAR = 1265;   ///< wParam: the bar to show, a BAR_ code

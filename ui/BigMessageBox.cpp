@@ -1,6 +1,6 @@
 #include "ui/BigMessageBox.h"
 
-#include "platform/NamedMutex.h"
+#include "platform/system/NamedMutex.h"
 #include "ui/DialogLook.h"
 
 namespace {
@@ -38,7 +38,7 @@ bool CBigMessageBox::OnInitDialog() {
     ShowButtons();
     SetWindowText(m_strTitle);
 
-    auto* pMessage = dynamic_cast<CStatic*>(GetDlgItem(IDC_MESSAGE));
+    auto* pMessage = dynamic_cast<CStatic*>(GetControl(IDC_MESSAGE));
     if (!pMessage) return false;
     m_fontMessage.CreatePixelFont(MESSAGE_HEIGHT, L"MS Shell Dlg", true);
     pMessage->SetFont(&m_fontMessage);
@@ -50,7 +50,7 @@ bool CBigMessageBox::OnInitDialog() {
 
 void CBigMessageBox::ShowButtons() {
     const struct {
-        CMFCButton& button;
+        CStyledButton& button;
         int nID;
         UINT nPicture;
         BigButton bit;
@@ -62,7 +62,7 @@ void CBigMessageBox::ShowButtons() {
     };
     const CButtonPictures pictures;
     for (const auto& [button, nID, nPicture, bit] : buttons) {
-        button.SubclassDlgItem(nID, this);
+        button.AttachControl(nID, this);
         pictures.SetOn(button, nPicture);
         button.ShowWindow((m_nButtons & bit) != 0);
     }
@@ -78,7 +78,7 @@ void CBigMessageBox::OnNo() { EndDialog(IDNO); }
 bool CBigMessageBox::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CBigMessageBox::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    if (pWnd->GetDlgCtrlID() == IDC_MESSAGE) return MakeTransparent(*pDC);
+    if (pWnd->GetControlID() == IDC_MESSAGE) return MakeTransparent(*pDC);
     return CDialog::OnCtlColor(pDC, pWnd, nCtlColor);
 }
 

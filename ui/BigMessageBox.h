@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "platform/Controls.h"
-#include "platform/Dialog.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Dialog.h"
 
 /// Buttons of the box; they combine. The value that DoModal gives for each is in parentheses.
 enum BigButton : BYTE {
@@ -40,10 +40,10 @@ class CBigMessageBox : public CDialog {
     CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
-    CMFCButton m_btnOK;
-    CMFCButton m_btnNo;
-    CMFCButton m_btnCancel;
-    CMFCButton m_btnOKCentre;
+    CStyledButton m_btnOK;
+    CStyledButton m_btnNo;
+    CStyledButton m_btnCancel;
+    CStyledButton m_btnOKCentre;
     CFont m_fontMessage;
 };
 

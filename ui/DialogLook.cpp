@@ -6,16 +6,16 @@ bool FillDialogBackground(CDC& dc, const CWnd& dialog) {
 }
 
 CBrush* MakeTransparent(CDC& dc) {
-    dc.SetBkMode(TRANSPARENT);
+    dc.SetBackgroundMode(BackgroundMode::Transparent);
     return nullptr;
 }
 
-void CButtonPictures::SetOn(CMFCButton& button, UINT nPicture) const {
+void CButtonPictures::SetOn(CStyledButton& button, UINT nPicture) const {
     CBitmap picture;
     if (m_library && picture.LoadBitmap(m_library, nPicture)) button.SetImage(&picture);
 }
 
 void CButtonPictures::SetOn(const CWnd& dialog, int nButton, UINT nPicture) const {
-    if (auto* pButton = dynamic_cast<CMFCButton*>(dialog.GetDlgItem(nButton)))
+    if (auto* pButton = dynamic_cast<CStyledButton*>(dialog.GetControl(nButton)))
         SetOn(*pButton, nPicture);
 }

@@ -2,9 +2,9 @@
 // button pictures of the resource library.
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/DynamicLibrary.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/Controls.h"
 
 constexpr COLORREF DIALOG_BACKGROUND = RGB(211, 228, 250);
 
@@ -25,7 +25,7 @@ class CButtonPictures {
     explicit operator bool() const { return static_cast<bool>(m_library); }
 
     /// Shows a picture on a button; a picture that the library does not have changes nothing.
-    void SetOn(CMFCButton& button, UINT nPicture) const;
+    void SetOn(CStyledButton& button, UINT nPicture) const;
     void SetOn(const CWnd& dialog, int nButton, UINT nPicture) const;
 
   private:

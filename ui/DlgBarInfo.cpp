@@ -55,8 +55,8 @@ CDlgBarInfo::CDlgBarInfo(CWnd* pScreen) : CDlgLangBase(TEMPLATE, pScreen) {}
 
 void CDlgBarInfo::DoDataExchange(CDataExchange* pDX) {
     CDlgLangBase::DoDataExchange(pDX);
-    DDX_Text(pDX, IDC_TIME_DISTANCE, m_nTimeDistance);
-    DDX_Text(pDX, IDC_TRIGGER_PERCENT, m_nTriggerPercent);
+    ExchangeText(pDX, IDC_TIME_DISTANCE, m_nTimeDistance);
+    ExchangeText(pDX, IDC_TRIGGER_PERCENT, m_nTriggerPercent);
 }
 
 bool CDlgBarInfo::OnInitDialog() {
@@ -90,7 +90,7 @@ void CDlgBarInfo::OnBack() { GetParent()->PostMessage(WM_RT_SWITCHBAR, BAR_MAINM
 bool CDlgBarInfo::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CDlgBarInfo::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    switch (pWnd->GetDlgCtrlID()) {
+    switch (pWnd->GetControlID()) {
     case IDC_MARKER_LABEL:
     case IDC_DISTANCE_LABEL:
     case IDC_LEVEL_LABEL:

@@ -9,7 +9,7 @@ std::wstring CDlgLangBase::GetLangText(std::int32_t nString, const std::wstring&
 
 bool CDlgLangBase::SetLangText(int nControl, std::int32_t nString,
                                const std::wstring& strFallback) {
-    CWnd* pControl = GetDlgItem(nControl);
+    CWnd* pControl = GetControl(nControl);
     if (!pControl || !m_pLangTable) return false;
     const std::wstring strText = GetLangText(nString, strFallback);
     if (strText.empty()) return false;

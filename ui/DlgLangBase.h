@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/Dialog.h"
+#include "platform/windows/Dialog.h"
 
 class CLanguageTable;
 

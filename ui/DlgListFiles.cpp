@@ -39,7 +39,7 @@ CDlgListFiles::CDlgListFiles() : CDlgLangBase(TEMPLATE) {}
 
 void CDlgListFiles::DoDataExchange(CDataExchange* pDX) {
     CDlgLangBase::DoDataExchange(pDX);
-    DDX_Control(pDX, IDC_FILES, m_lbFiles);
+    ExchangeControl(pDX, IDC_FILES, m_lbFiles);
 }
 
 bool CDlgListFiles::OnInitDialog() {
@@ -50,14 +50,14 @@ bool CDlgListFiles::OnInitDialog() {
     FillList();
     m_btnOk.EnableWindow(false);
     m_bOkDisabled = 1;
-    SetDlgItemText(IDC_CAPTION, m_strCaption);
+    SetControlText(IDC_CAPTION, m_strCaption);
     SetWindowText(GetLangText(1509, L"Load"));
     return true;
 }
 
 void CDlgListFiles::PrepareButtons() {
     const struct {
-        CMFCButton& button;
+        CStyledButton& button;
         int nID;
         UINT nPicture;
     } buttons[] = {
@@ -68,7 +68,7 @@ void CDlgListFiles::PrepareButtons() {
     };
     const CButtonPictures pictures;
     for (const auto& [button, nID, nPicture] : buttons) {
-        button.SubclassDlgItem(nID, this);
+        button.AttachControl(nID, this);
         pictures.SetOn(button, nPicture);
     }
 }
@@ -112,6 +112,6 @@ void CDlgListFiles::MoveSelection(int nRows) {
 bool CDlgListFiles::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CDlgListFiles::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    if (pWnd->GetDlgCtrlID() == IDC_CAPTION) return MakeTransparent(*pDC);
+    if (pWnd->GetControlID() == IDC_CAPTION) return MakeTransparent(*pDC);
     return CDlgLangBase::OnCtlColor(pDC, pWnd, nCtlColor);
 }

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Controls.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/windows/Controls.h"
 #include "ui/DlgLangBase.h"
 
 /// Shows the names of files, without their extensions, in alphabetical order. The caller gives the
@@ -46,10 +46,10 @@ class CDlgListFiles : public CDlgLangBase {
     std::wstring m_strSelected;            ///< the chosen name without its extension
     std::wstring m_strCaption;
     CListBox m_lbFiles;
-    CMFCButton m_btnUp;
-    CMFCButton m_btnDown;
-    CMFCButton m_btnOk;
-    CMFCButton m_btnCancel;
+    CStyledButton m_btnUp;
+    CStyledButton m_btnDown;
+    CStyledButton m_btnOk;
+    CStyledButton m_btnCancel;
     int m_nSelIndex = -1;  ///< the chosen row
     int m_nSelItem = -1;   ///< the chosen row's index into m_arrFiles
 };

@@ -46,10 +46,10 @@ CDlgSettings::CDlgSettings() : CDlgLangBase(TEMPLATE) {}
 
 bool CDlgSettings::OnInitDialog() {
     CDlgLangBase::OnInitDialog();
-    m_btnAutoZoom.SubclassDlgItem(IDC_AUTO_ZOOM, this);
+    m_btnAutoZoom.AttachControl(IDC_AUTO_ZOOM, this);
     if (m_pGraph) {
-        SetDlgItemText(IDC_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
-        SetDlgItemText(IDC_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
+        SetControlText(IDC_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
+        SetControlText(IDC_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
         ShowAutoZoom();
     }
     CButtonPictures().SetOn(*this, IDOK, PICTURE_CLOSE);
@@ -89,7 +89,7 @@ void CDlgSettings::OnRangeMax() {
 /// Lets the operator enter a number, and shows it on the button as it was typed.
 /// @return nothing when the entry was cancelled, or refused and reported
 std::optional<std::int32_t> CDlgSettings::EnterRangeValue(int nButton) {
-    CWnd* pButton = GetDlgItem(nButton);
+    CWnd* pButton = GetControl(nButton);
     std::wstring strResult;
     double dNumber = 0;
     if (!CallNumberPad(GetLangText(155, L"Current Value"),
@@ -104,14 +104,14 @@ std::optional<std::int32_t> CDlgSettings::EnterRangeValue(int nButton) {
                           BIGBTN_OK_CENTRE);
         return std::nullopt;
     }
-    SetDlgItemText(nButton, strResult);
+    SetControlText(nButton, strResult);
     return static_cast<std::int32_t>(dNumber);
 }
 
 bool CDlgSettings::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CDlgSettings::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    switch (pWnd->GetDlgCtrlID()) {
+    switch (pWnd->GetControlID()) {
     case IDC_RANGE_LABEL:
     case IDC_RANGE_DASH:
     case IDC_AUTO_ZOOM_LABEL:

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 #include "ui/DlgLangBase.h"
 
 struct RTGraphSettings;
@@ -29,5 +29,5 @@ class CDlgSettings : public CDlgLangBase {
     CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
-    CMFCButton m_btnAutoZoom;
+    CStyledButton m_btnAutoZoom;
 };

@@ -3,7 +3,7 @@
 #include "ui/ClampedNumber.h"
 #include "ui/KeyboardCalls.h"
 
-IMPLEMENT_DYNAMIC(CEditClick, CEdit)
+IMPLEMENT_DYNAMIC(CEditClick, CObject)
 
 BEGIN_MESSAGE_MAP(CEditClick, CEdit)
 ON_WM_LBUTTONDOWN()

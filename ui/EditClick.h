@@ -1,7 +1,7 @@
 // An edit control for a number on a panel without a keyboard.
 #pragma once
 
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 
 /// Opens the number pad when it is touched and shows the entered number, brought between the
 /// limits. The owner sets the four members before the control can be touched, and reads the text

@@ -1,6 +1,6 @@
 #include "ui/KeyboardCalls.h"
 
-#include "platform/DynamicLibrary.h"
+#include "platform/system/DynamicLibrary.h"
 
 namespace {
 

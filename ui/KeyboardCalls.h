@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "platform/Types.h"
+#include "platform/system/Types.h"
 
 /// The two functions of the library; C linkage. Each shows a modal window.
 /// @return nonzero when the operator confirmed the entry, 0 when it was cancelled

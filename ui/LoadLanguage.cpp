@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "platform/Exceptions.h"
-#include "platform/File.h"
-#include "platform/Paths.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/File.h"
+#include "platform/system/Paths.h"
 #include "ui/Language.h"
 #include "ui/LanguageLine.h"
 #include "ui/LanguageTable.h"

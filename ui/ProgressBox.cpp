@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/App.h"
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
+#include "platform/windows/Application.h"
+#include "platform/windows/PaintDC.h"
 #include "ui/DialogLook.h"
 
 namespace {
@@ -61,11 +62,11 @@ CProgressBox::CProgressBox(std::wstring strTitle)
 bool CProgressBox::OnInitDialog() {
     CDialog::OnInitDialog();
     SetWindowText(m_strTitle);
-    SetDlgItemText(IDC_TITLE, m_strTitle);
+    SetControlText(IDC_TITLE, m_strTitle);
     m_fontTitle.CreatePixelFont(20, L"MS Shell Dlg", true);
-    if (CWnd* pTitle = GetDlgItem(IDC_TITLE)) pTitle->SetFont(&m_fontTitle);
-    m_bar.SubclassDlgItem(IDC_BAR, this);
-    m_btnCancel.SubclassDlgItem(IDCANCEL, this);
+    if (CWnd* pTitle = GetControl(IDC_TITLE)) pTitle->SetFont(&m_fontTitle);
+    m_bar.AttachControl(IDC_BAR, this);
+    m_btnCancel.AttachControl(IDCANCEL, this);
     CButtonPictures().SetOn(m_btnCancel, PICTURE_NO);
     // A key that was meant for the screen must not press it; Escape does.
     m_btnCancel.SetTakesFocus(false);
@@ -74,7 +75,7 @@ bool CProgressBox::OnInitDialog() {
 
 bool CProgressBox::Advance(std::uint64_t nDone, std::uint64_t nTotal) {
     if (m_bCancelled || TickMilliseconds() < m_nNextPump) return !m_bCancelled;
-    if (!GetSafeHwnd()) CreateModal(nullptr);
+    if (!GetHandle()) CreateModal(nullptr);
     const double dPart = nTotal ? static_cast<double>(nDone) / static_cast<double>(nTotal) : 0;
     ShowPercent(static_cast<int>(100 * std::min(dPart, 1.0)));
     PumpMessages();
@@ -86,13 +87,13 @@ void CProgressBox::ShowPercent(int nPercent) {
     if (nPercent == m_nPercent) return;
     m_nPercent = nPercent;
     m_bar.ShowPercent(nPercent);
-    SetDlgItemText(IDC_PERCENT, std::to_wstring(nPercent) + L" %");
+    SetControlText(IDC_PERCENT, std::to_wstring(nPercent) + L" %");
 }
 
 bool CProgressBox::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
 
 CBrush* CProgressBox::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    const int nID = pWnd->GetDlgCtrlID();
+    const int nID = pWnd->GetControlID();
     if (nID == IDC_TITLE || nID == IDC_PERCENT) return MakeTransparent(*pDC);
     return CDialog::OnCtlColor(pDC, pWnd, nCtlColor);
 }

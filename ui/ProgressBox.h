@@ -2,9 +2,9 @@
 #pragma once
 
 #include "curves/Progress.h"
-#include "platform/Controls.h"
-#include "platform/Dialog.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Dialog.h"
 
 /// A bar that is filled as far as the work is done.
 class CProgressBar : public CStatic {
@@ -44,7 +44,7 @@ class CProgressBox : public CDialog, public IRTProgress {
 
     std::wstring m_strTitle;
     CProgressBar m_bar;
-    CMFCButton m_btnCancel;
+    CStyledButton m_btnCancel;
     CFont m_fontTitle;
     std::uint64_t m_nNextPump;  ///< when messages are handled next, by TickMilliseconds
     int m_nPercent = -1;        ///< as shown

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Support.h"
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 namespace {
 

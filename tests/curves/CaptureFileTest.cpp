@@ -9,9 +9,9 @@
 #include "curves/CaptureFile.h"
 #include "curves/CurveSetRecord.h"
 #include "curves/Progress.h"
-#include "platform/Archive.h"
-#include "platform/Exceptions.h"
-#include "platform/MemFile.h"
+#include "platform/system/Archive.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/MemFile.h"
 #include "tests/curves/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -5,8 +5,8 @@
 
 #include "curves/CsvExport.h"
 #include "curves/Progress.h"
-#include "platform/Exceptions.h"
-#include "platform/StdioFile.h"
+#include "platform/system/Exceptions.h"
+#include "platform/system/TextFile.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "curves/RTCurves.h"
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 namespace {
 
@@ -85,7 +85,7 @@ TEST(Curve, AReaderSeesWholeValuesPulsesAndRangesWhileItIsFilled) {
 TEST(CurveSet, StartsEmptyAndIsMadeByClass) {
     CRTCurves* pSet = dynamic_cast<CRTCurves*>(RUNTIME_CLASS(CRTCurves)->CreateObject());
     ASSERT_NE(pSet, nullptr);
-    EXPECT_STREQ(pSet->GetRuntimeClass()->m_lpszClassName, "CRTCurves");
+    EXPECT_STREQ(pSet->GetRuntimeClass()->m_pClassName, "CRTCurves");
     EXPECT_EQ(pSet->m_byVersion, 14);
     for (std::size_t nChannel = 0; nChannel < 3; ++nChannel)
         EXPECT_EQ(pSet->FirstCurve(nChannel), nullptr);

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "curves/FileStore.h"
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
 
 namespace {
 

@@ -18,7 +18,7 @@ struct CountedMessage : CObjRTGeneric {
 
 TEST(PanelView, SendsTheImageOfWhatItIsGivenAndDeletesIt) {
     RecordingInstrument instrument;
-    CFrameWnd frame;
+    CFrameWindow frame;
     ASSERT_TRUE(frame.Create(L"Panel"));
     for (IInstrument* pInstrument : std::initializer_list<IInstrument*>{&instrument, nullptr}) {
         CPanelView view(pInstrument);

@@ -5,7 +5,7 @@
 #include <mutex>
 
 #include "host/Panel.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
 #include "plugin/DlgBase.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -41,7 +41,7 @@ class Session : public ::testing::Test {
     bool Await(const std::function<bool()>& condition) {
         return Operator::WaitUntil(condition, 20000);
     }
-    bool IsEnabled(int nID) { return m_pScreen->GetDlgItem(nID)->IsWindowEnabled(); }
+    bool IsEnabled(int nID) { return m_pScreen->GetControl(nID)->IsWindowEnabled(); }
     std::shared_ptr<CRTCurves> GetCurves() {
         const std::lock_guard lock(m_pSession->m_lock);
         return m_pSession->m_spCurves;

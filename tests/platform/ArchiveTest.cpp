@@ -2,8 +2,8 @@
 
 #include <numeric>
 
-#include "platform/Archive.h"
-#include "platform/MemFile.h"
+#include "platform/system/Archive.h"
+#include "platform/system/MemFile.h"
 
 namespace {
 

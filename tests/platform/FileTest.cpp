@@ -5,10 +5,10 @@
 #include <cerrno>
 
 #include "Support.h"
-#include "platform/File.h"
-#include "platform/MemFile.h"
-#include "platform/Paths.h"
-#include "platform/StdioFile.h"
+#include "platform/system/File.h"
+#include "platform/system/MemFile.h"
+#include "platform/system/Paths.h"
+#include "platform/system/TextFile.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -38,7 +38,7 @@ TEST(File, TellsPathAndReason) {
     CFile full(L"/dev/full", CFile::modeWrite);
     EXPECT_EQ(FindError([&] { full.Write("x", 1); }),
               std::pair(ENOSPC, std::wstring(L"/dev/full")));
-    CStdioFile text(L"/dev/full", CFile::modeWrite);
+    CTextFile text(L"/dev/full", CFile::modeWrite);
     text.WriteString("row");
     EXPECT_EQ(FindError([&] { text.Close(); }).first, ENOSPC);
     const std::wstring strText = CFileException(L"a.rt3", ENOSPC).GetErrorMessage();
@@ -80,7 +80,7 @@ TEST(MemFile, BehavesLikeAFile) {
 
 TEST(StdioFile, KeepsTheOrderOfTextsOfAnySize) {
     const TemporaryFolder folder;
-    CStdioFile file(folder.Path("t"), CFile::modeWrite | CFile::modeCreate);
+    CTextFile file(folder.Path("t"), CFile::modeWrite | CFile::modeCreate);
     file.WriteString("a\n\nb");
     EXPECT_EQ(folder.Get("t"), "") << "small texts wait in the buffer";
     std::string strExpected = "a\r\n\r\nb";

@@ -4,8 +4,9 @@
 #include <set>
 #include <utility>
 
-#include "platform/Exceptions.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/system/Exceptions.h"
+#include "platform/windows/PaintDC.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -22,7 +23,7 @@ struct Sheet {
         dc.CreateCompatibleDC(nullptr);
         dc.SelectBitmap(&bitmap);
         dc.FillSolidRect({0, 0, cx, cy}, PAPER);
-        dc.SetBkMode(TRANSPARENT);
+        dc.SetBackgroundMode(BackgroundMode::Transparent);
         dc.SelectPen(&pen);
     }
     Pixels Find(COLORREF color) const {
@@ -40,7 +41,7 @@ struct Sheet {
     int cx, cy;
     CBitmap bitmap;
     CDC dc;
-    CPen pen{PS_SOLID, INK};
+    CPen pen{PenStyle::Solid, INK};
 };
 
 /// Every pixel of a sheet that a line sets: at each step along it the nearest one across it, and of
@@ -100,12 +101,12 @@ TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
 }
 
 /// A row drawn with a pen from an x position on, '#' for the ink, '=' for the background colour.
-std::string DrawRow(PenStyle style, BkMode mode, int xFrom, int nLength) {
+std::string DrawRow(PenStyle style, BackgroundMode mode, int xFrom, int nLength) {
     Sheet sheet(nLength, 1);
     const CPen pen(style, INK);
     sheet.dc.SelectPen(&pen);
-    sheet.dc.SetBkMode(mode);
-    sheet.dc.SetBkColor(RGB(1, 2, 3));
+    sheet.dc.SetBackgroundMode(mode);
+    sheet.dc.SetBackgroundColor(RGB(1, 2, 3));
     sheet.Line({xFrom, 0}, {nLength, 0});
     std::string row;
     for (int x = 0; x < nLength; ++x)
@@ -114,15 +115,19 @@ std::string DrawRow(PenStyle style, BkMode mode, int xFrom, int nLength) {
 }
 
 TEST(Line, HasItsPensPattern) {
-    EXPECT_EQ(DrawRow(PS_DOT, TRANSPARENT, 0, 14), "###...###...##");
-    EXPECT_EQ(DrawRow(PS_DOT, OPAQUE, 2, 10), "..###===##");
-    EXPECT_EQ(DrawRow(PS_DASHDOTDOT, TRANSPARENT, 0, 30), "#########...###...###...######");
-    EXPECT_EQ(DrawRow(PS_DASH, TRANSPARENT, 0, 26), "##################......##");
-    EXPECT_EQ(DrawRow(PS_DASHDOT, TRANSPARENT, 0, 26), "#########......###......##");
-    EXPECT_EQ(DrawRow(PS_NULL, OPAQUE, 0, 5), ".....");
+    EXPECT_EQ(DrawRow(PenStyle::Dot, BackgroundMode::Transparent, 0, 14), "###...###...##");
+    EXPECT_EQ(DrawRow(PenStyle::Dot, BackgroundMode::Opaque, 2, 10), "..###===##");
+    EXPECT_EQ(DrawRow(PenStyle::DashDotDot, BackgroundMode::Transparent, 0, 30),
+              "#########...###...###...######");
+    EXPECT_EQ(DrawRow(PenStyle::Dash, BackgroundMode::Transparent, 0, 26),
+              "##################......##");
+    EXPECT_EQ(DrawRow(PenStyle::DashDot, BackgroundMode::Transparent, 0, 26),
+              "#########......###......##");
+    EXPECT_EQ(DrawRow(PenStyle::None, BackgroundMode::Opaque, 0, 5), ".....");
     // Kept where a line enters the surface.
-    EXPECT_EQ(DrawRow(PS_DOT, TRANSPARENT, -4, 8), "..###...");
-    EXPECT_EQ(DrawRow(PS_DASHDOTDOT, TRANSPARENT, -24 * 1000 - 10, 8), "..###...");
+    EXPECT_EQ(DrawRow(PenStyle::Dot, BackgroundMode::Transparent, -4, 8), "..###...");
+    EXPECT_EQ(DrawRow(PenStyle::DashDotDot, BackgroundMode::Transparent, -24 * 1000 - 10, 8),
+              "..###...");
 }
 
 TEST(Rectangle, IsFilledOutlinedAndInverted) {
@@ -134,7 +139,7 @@ TEST(Rectangle, IsFilledOutlinedAndInverted) {
     EXPECT_EQ(sheet.dc.GetPixel(5, 4), INK);
 
     sheet.dc.FillSolidRect({0, 0, 10, 8}, PAPER);
-    sheet.dc.SetROP2(R2_NOT);
+    sheet.dc.SetRasterOp(RasterOp::Invert);
     sheet.dc.Rectangle({7, 20, 2, -3}, nullptr);
     EXPECT_EQ(sheet.Find(RGB(245, 235, 225)).size(), 5u * 8u);
     EXPECT_EQ(sheet.dc.GetPixel(7, 0), PAPER);
@@ -147,29 +152,30 @@ TEST(Copy, TakesOnlyWhatBothSurfacesHave) {
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 6; ++x) from.dc.FillSolidRect({x, y, x + 1, y + 1}, RGB(x, y, 0));
     Sheet to(5, 5);
-    to.dc.BitBlt(-2, 3, 100, 100, &from.dc, 1, -1);
+    to.dc.CopyRect(-2, 3, 100, 100, &from.dc, 1, -1);
     EXPECT_EQ(to.dc.GetPixel(0, 3), PAPER);  // from row -1
     EXPECT_EQ(to.dc.GetPixel(0, 4), RGB(3, 0, 0));
     EXPECT_EQ(to.dc.GetPixel(2, 4), RGB(5, 0, 0));
     EXPECT_EQ(to.dc.GetPixel(3, 4), PAPER);
 
-    from.dc.BitBlt(1, 2, 4, 4, &from.dc, 0, 0);
+    from.dc.CopyRect(1, 2, 4, 4, &from.dc, 0, 0);
     EXPECT_EQ(from.dc.GetPixel(1, 2), RGB(0, 0, 0));
     EXPECT_EQ(from.dc.GetPixel(4, 5), RGB(3, 3, 0));
 }
 
 TEST(DrawnText, StandsWhereItsAlignmentSays) {
     const int nWidth = Sheet(1, 1).dc.GetTextExtent(L"3000").cx;
-    for (const auto& [nAlign, nLeft] : {std::pair{TA_LEFT, 50}, std::pair{TA_RIGHT, 50 - nWidth},
-                                        std::pair{TA_CENTER, 50 - nWidth / 2}}) {
+    for (const auto& [align, nLeft] :
+         {std::pair{TextAlign::Left, 50}, std::pair{TextAlign::Right, 50 - nWidth},
+          std::pair{TextAlign::Center, 50 - nWidth / 2}}) {
         Sheet sheet(100, 20);
         sheet.dc.SetTextColor(INK);
-        sheet.dc.SetTextAlign(nAlign | TA_TOP);
+        sheet.dc.SetTextAlign(align);
         sheet.dc.TextOut(50, 2, L"3000");
         const Pixels ink = sheet.Find(INK);
         ASSERT_FALSE(ink.empty()) << "no pixel wholly in the text's colour";
-        EXPECT_NEAR(ink.begin()->first, nLeft, 2) << nAlign;
-        EXPECT_NEAR(ink.rbegin()->first, nLeft + nWidth - 1, 2) << nAlign;
+        EXPECT_NEAR(ink.begin()->first, nLeft, 2) << static_cast<int>(align);
+        EXPECT_NEAR(ink.rbegin()->first, nLeft + nWidth - 1, 2) << static_cast<int>(align);
     }
 }
 
@@ -182,8 +188,8 @@ TEST(DrawnText, HasItsFontsSize) {
     EXPECT_LE(size.cy, 14);
 
     // In the opaque mode it fills its cell.
-    sheet.dc.SetBkMode(OPAQUE);
-    sheet.dc.SetBkColor(RGB(255, 255, 255));
+    sheet.dc.SetBackgroundMode(BackgroundMode::Opaque);
+    sheet.dc.SetBackgroundColor(RGB(255, 255, 255));
     sheet.dc.TextOut(5, 3, L"8");
     const CSize cell = sheet.dc.GetTextExtent(L"8");
     EXPECT_EQ(60u * 20u - sheet.Find(PAPER).size(), static_cast<std::size_t>(cell.cx * cell.cy));
@@ -215,7 +221,7 @@ TEST(Context, WithoutASurfaceDrawsNothing) {
     dc.FillSolidRect({0, 0, 9, 9}, INK);
     dc.TextOut(0, 0, L"text");
     dc.DrawText(L"text", {0, 0, 9, 9}, true);
-    EXPECT_EQ(dc.GetPixel(0, 0), CLR_INVALID);
+    EXPECT_EQ(dc.GetPixel(0, 0), NO_COLOR);
     EXPECT_EQ(dc.GetTextExtent(L"text"), CSize{});
     CClientDC client(nullptr);
     client.LineTo(5, 5);

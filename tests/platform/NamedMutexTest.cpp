@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Support.h"
-#include "platform/NamedMutex.h"
+#include "platform/system/NamedMutex.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

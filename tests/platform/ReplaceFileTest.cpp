@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "Support.h"
-#include "platform/ReplaceFile.h"
+#include "platform/system/ReplaceFile.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

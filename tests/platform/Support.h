@@ -9,7 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/Exceptions.h"
+#include "platform/system/Exceptions.h"
 
 /// The system's reason for which an action fails, and the name that it is reported under.
 inline std::pair<int, std::wstring> FindError(const std::function<void()>& action) {

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <mutex>
 
-#include "platform/Threads.h"
+#include "platform/system/Threads.h"
 
 namespace {
 

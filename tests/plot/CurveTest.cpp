@@ -115,7 +115,7 @@ class NaivePlot {
         return nFirst;
     }
     void Line(CPoint& from, CPoint to, COLORREF color) {
-        const CPen pen(PS_SOLID, color);
+        const CPen pen(PenStyle::Solid, color);
         m_sheet.dc.SelectPen(&pen);
         m_sheet.dc.MoveTo(from.x, from.y);
         m_sheet.dc.LineTo(to.x, to.y);

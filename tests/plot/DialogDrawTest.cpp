@@ -1,8 +1,8 @@
 // The control on a real window: what it shows, and the zoom band on its picture.
 #include <gtest/gtest.h>
 
-#include "platform/Dialog.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/windows/Dialog.h"
 #include "plot/DialogDraw.h"
 #include "tests/plot/PlotSheet.h"
 
@@ -16,7 +16,7 @@ struct Control : testing::Test {
     Control() {
         sheet.Add(10000, [](std::uint32_t i) { return static_cast<int>(i % 700); });
         dialog.Create(nullptr);
-        control.SubclassDlgItem(PLOT_ID, &dialog);
+        control.AttachControl(PLOT_ID, &dialog);
         control.m_pPlot = &sheet.plot;
         dialog.ShowWindow(true);
         Operator::Wait(1);

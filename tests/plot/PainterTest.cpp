@@ -61,9 +61,9 @@ TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(0, 313, L"(ms)", BLACK));
     EXPECT_TRUE(sheet.HasText(40, 313, L"0", BLACK));
-    EXPECT_TRUE(sheet.HasText(140, 313, L"375", BLACK, TA_CENTER));
-    EXPECT_TRUE(sheet.HasText(740, 313, L"2625", BLACK, TA_CENTER));
-    EXPECT_TRUE(sheet.HasText(840, 313, L"3000", BLACK, TA_RIGHT));
+    EXPECT_TRUE(sheet.HasText(140, 313, L"375", BLACK, TextAlign::Center));
+    EXPECT_TRUE(sheet.HasText(740, 313, L"2625", BLACK, TextAlign::Center));
+    EXPECT_TRUE(sheet.HasText(840, 313, L"3000", BLACK, TextAlign::Right));
     for (int x = 40; x <= 840; x += 100)
         for (int y = AXIS_Y + 1; y <= AXIS_Y + 10; ++y) EXPECT_EQ(sheet.dc.GetPixel(x, y), BLACK);
     EXPECT_EQ(sheet.dc.GetPixel(140, AXIS_Y), GREY);
@@ -78,16 +78,16 @@ TEST(Painter, LabelsTheTimeOfAViewAndOfOtherRates) {
     const int x = 40 + 656 / 9;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(40, 313, L"1125", BLACK));
-    EXPECT_TRUE(sheet.HasText(x, 313, L"1250", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(x, 313, L"1250", BLACK, TextAlign::Center));
     sheet.graph.m_nGraphRate = 20500;  // 20 whole values a millisecond
     sheet.Paint();
-    EXPECT_TRUE(sheet.HasText(x, 313, L"2500", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(x, 313, L"2500", BLACK, TextAlign::Center));
     sheet.graph.m_nGraphRate = 400;
     sheet.Paint();
-    EXPECT_TRUE(sheet.HasText(x, 313, L"125000", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(x, 313, L"125000", BLACK, TextAlign::Center));
     sheet.graph.m_nGraphRate = 0;
     sheet.Paint();
-    EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TA_CENTER));
+    EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TextAlign::Center));
 }
 
 TEST(Painter, DrawsTheValueGridWithItsLabels) {

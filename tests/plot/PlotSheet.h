@@ -8,7 +8,7 @@
 #include <span>
 #include <utility>
 
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
 #include "plot/RTPlot.h"
 
 using Pixels = std::set<std::pair<int, int>>;
@@ -60,15 +60,16 @@ struct PlotSheet {
         return nCount;
     }
     /// Whether a text stands at a point in a colour, its pixels all there.
-    bool HasText(int x, int y, const wchar_t* pText, COLORREF color, UINT nAlign = TA_LEFT) const {
+    bool HasText(int x, int y, const wchar_t* pText, COLORREF color,
+                 TextAlign align = TextAlign::Left) const {
         CBitmap stencil;
         stencil.CreateBitmap(plot.m_nWidth, plot.m_nHeight);
         CDC other;
         other.CreateCompatibleDC(nullptr);
         other.SelectBitmap(&stencil);
         other.FillSolidRect({0, 0, plot.m_nWidth, plot.m_nHeight}, RGB(255, 255, 255));
-        other.SetBkMode(TRANSPARENT);
-        other.SetTextAlign(nAlign | TA_TOP);
+        other.SetBackgroundMode(BackgroundMode::Transparent);
+        other.SetTextAlign(align);
         other.TextOut(x, y, pText);
         bool bFound = false;
         for (int py = 0; py < plot.m_nHeight; ++py) {

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 #include "plot/RTPlot.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -14,7 +14,7 @@ const std::wstring COLOURS = L"RealTimeMonitor\\Colours";
 /// An application with a settings store of its own.
 struct Store {
     TemporaryFolder folder;
-    CWinApp app{L"plot test", folder.Path("settings.ini")};
+    CApplication app{L"plot test", folder.Path("settings.ini")};
 };
 
 TEST(PlotSettings, AnEmptyStoreGivesTheDefaults) {
@@ -39,7 +39,7 @@ TEST(PlotSettings, AnEmptyStoreGivesTheDefaults) {
 }
 
 TEST(PlotSettings, WithoutAnApplicationEverythingIsDefault) {
-    ASSERT_FALSE(AfxGetApp());
+    ASSERT_FALSE(GetApp());
     const RTPlot plot;
     EXPECT_EQ(plot.m_pColours->m_crGridLines, 65535u);
     EXPECT_EQ(plot.m_bShowAllCurvePulses, 0);

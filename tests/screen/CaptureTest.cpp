@@ -41,7 +41,7 @@ TEST(Screen, OpensIdleAndClosesWithoutAQueue) {
         EXPECT_EQ(panel.m_pSession->m_nChannels, 1);
     });
     EXPECT_EQ(panel.m_pSession->m_bStopReader, 1);
-    EXPECT_FALSE(panel.m_pDialog->GetSafeHwnd());
+    EXPECT_FALSE(panel.m_pDialog->GetHandle());
 }
 
 TEST(Screen, TakesASampleTimeCaptureToItsEnd) {
@@ -168,13 +168,13 @@ TEST(Screen, ClosesUnderAFlood) {
         panel.Tap(IDC_START);
         Operator::Wait(200);
         EXPECT_TRUE(
-            Operator::Select(*panel.m_pDialog->GetDlgItem(IDC_CHANNEL_LIST), L"Channel 2") ||
+            Operator::Select(*panel.m_pDialog->GetControl(IDC_CHANNEL_LIST), L"Channel 2") ||
             !panel.IsEnabled(IDC_CHANNEL_LIST));
         EXPECT_TRUE(panel.TapBar(2));  // Info
         EXPECT_TRUE(panel.BarControl(1036));
     });
     bFlood = false;
-    EXPECT_FALSE(panel.m_pDialog->GetSafeHwnd());
+    EXPECT_FALSE(panel.m_pDialog->GetHandle());
 }
 
 TEST(Screen, SurvivesManyCapturesAndOpenings) {

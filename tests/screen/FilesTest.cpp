@@ -7,7 +7,7 @@
 #include "../curves/FileBytes.h"
 #include "../support/TemporaryFolder.h"
 #include "Panel.h"
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
 #include "plugin/ScreenTemplate.h"
 
 namespace {
@@ -87,7 +87,7 @@ TEST_F(FilesTest, SavesAndLoadsOnThePanel) {
         ASSERT_TRUE(pList);
         EXPECT_EQ(Operator::ModalText(), L"Select Real Time file to open");
         EXPECT_FALSE(Operator::Tap(*pList, IDOK));
-        CWnd* pRows = pList->GetDlgItem(LIST_FILES);
+        CWnd* pRows = pList->GetControl(LIST_FILES);
         EXPECT_FALSE(Operator::Select(*pRows, L"folder"));
         EXPECT_TRUE(Operator::Select(*pRows, L"Apple"));
         EXPECT_TRUE(Operator::Tap(*pList, IDOK));
@@ -149,7 +149,7 @@ TEST_F(FilesTest, ReportsALoadThatFails) {
         CaptureExample(panel);
         panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
-        Operator::Select(*pList->GetDlgItem(LIST_FILES), L"short");
+        Operator::Select(*pList->GetControl(LIST_FILES), L"short");
         Operator::Tap(*pList, IDOK);
         EXPECT_NE(Operator::ModalText().find(L"short.rt3"), std::wstring::npos);
         EXPECT_TRUE(Operator::PressModalButton(L"OK"));

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Panel.h"
-#include "platform/NamedMutex.h"
+#include "platform/system/NamedMutex.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
 
@@ -35,7 +35,7 @@ class FingerTest : public ::testing::Test {
     CPoint AtPlot(int x, int y) {
         CRect area;
         Operator::Ask([&] {
-            area = panel.m_pDialog->GetDlgItem(IDC_PLOT_1)->GetWindowRect();
+            area = panel.m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
             panel.m_pDialog->ScreenToClient(area);
         });
         return {area.left + x, area.top + y};
@@ -105,7 +105,7 @@ TEST_F(FingerTest, ZoomsToABandInBothDirections) {
 TEST_F(FingerTest, StartsTheViewOfTheSecondQuantityOddly) {
     panel.Run([&] {
         Capture();
-        CWnd* pList = panel.m_pDialog->GetDlgItem(IDC_DISPLAY_LIST);
+        CWnd* pList = panel.m_pDialog->GetControl(IDC_DISPLAY_LIST);
         ASSERT_TRUE(Operator::Select(*pList, L"Position"));
         Drag(340, 640);
         ExpectView(45001, 90000);
@@ -236,10 +236,10 @@ TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
 
 TEST_F(FingerTest, EscapeAndEnterCloseTheScreen) {
     panel.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Escape); });
-    EXPECT_FALSE(panel.m_pDialog->GetSafeHwnd());
+    EXPECT_FALSE(panel.m_pDialog->GetHandle());
     TestPanel second;
     second.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Enter); });
-    EXPECT_FALSE(second.m_pDialog->GetSafeHwnd());
+    EXPECT_FALSE(second.m_pDialog->GetHandle());
 }
 
 TEST_F(FingerTest, EveryOtherButtonAndMessage) {
@@ -296,7 +296,7 @@ TEST(Finger, ShowsEachChannelInItsOwnPlot) {
         panel.m_queue.push(MakeIdleReport());
         panel.Settle();
         constexpr int PLOTS[] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
-        CWnd* pList = panel.m_pDialog->GetDlgItem(IDC_CHANNEL_LIST);
+        CWnd* pList = panel.m_pDialog->GetControl(IDC_CHANNEL_LIST);
         for (const int nShown : {2, 1, 0}) {
             ASSERT_TRUE(Operator::Select(*pList, L"Channel " + std::to_wstring(nShown + 1)));
             for (int k = 0; k < 3; ++k) EXPECT_EQ(panel.IsVisible(PLOTS[k]), k == nShown);

@@ -3,8 +3,8 @@
 
 #include "../support/TemporaryFolder.h"
 #include "Panel.h"
-#include "platform/Controls.h"
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
+#include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
 
 namespace {
@@ -74,8 +74,8 @@ TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
     panel.Run([&] {
         std::vector<std::wstring> texts;
         Operator::Ask([&] {
-            auto* pList = static_cast<CComboBox*>(panel.m_pDialog->GetDlgItem(IDC_DISPLAY_LIST));
-            for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetLBText(i));
+            auto* pList = static_cast<CComboBox*>(panel.m_pDialog->GetControl(IDC_DISPLAY_LIST));
+            for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetItemText(i));
         });
         EXPECT_EQ(texts, GetParam().texts);
         EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), texts[0]);

@@ -93,7 +93,7 @@ void TestPanel::RunUntilClosed(const std::function<void()>& script) {
 bool TestPanel::IsEnabled(int nID) {
     bool bEnabled = false;
     Operator::Ask([&] {
-        CWnd* pControl = m_pDialog->GetDlgItem(nID);
+        CWnd* pControl = m_pDialog->GetControl(nID);
         bEnabled = pControl && pControl->IsWindowEnabled();
     });
     return bEnabled;
@@ -102,7 +102,7 @@ bool TestPanel::IsEnabled(int nID) {
 bool TestPanel::IsVisible(int nID) {
     bool bVisible = false;
     Operator::Ask([&] {
-        CWnd* pControl = m_pDialog->GetDlgItem(nID);
+        CWnd* pControl = m_pDialog->GetControl(nID);
         bVisible = pControl && pControl->IsWindowVisible();
     });
     return bVisible;
@@ -111,7 +111,7 @@ bool TestPanel::IsVisible(int nID) {
 std::wstring TestPanel::TextOf(int nID) {
     std::wstring strText;
     Operator::Ask([&] {
-        if (CWnd* pControl = m_pDialog->GetDlgItem(nID)) strText = pControl->GetWindowText();
+        if (CWnd* pControl = m_pDialog->GetControl(nID)) strText = pControl->GetWindowText();
     });
     return strText;
 }
@@ -120,7 +120,7 @@ CWnd* TestPanel::BarControl(int nID) {
     CWnd* pControl = nullptr;
     Operator::Ask([&] {
         // The bar is the screen's one child without an id of its own.
-        if (CWnd* pBar = m_pDialog->GetDlgItem(0)) pControl = pBar->GetDlgItem(nID);
+        if (CWnd* pBar = m_pDialog->GetControl(0)) pControl = pBar->GetControl(nID);
     });
     return pControl;
 }

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "acquisition/RTPacket.h"
-#include "platform/App.h"
-#include "platform/DynamicLibrary.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/Application.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
 #include "tests/support/TemporaryFolder.h"
@@ -65,8 +65,8 @@ class TestPanel {
 
     TemporaryFolder m_folder;  ///< holds the settings
     CDynamicLibrary m_library;
-    CWinApp m_app;
-    CFrameWnd m_frame;
+    CApplication m_app;
+    CFrameWindow m_frame;
     CTestView m_view;
     RTPacketQueue m_queue;
     std::unique_ptr<CDlgBase> m_pDialog;

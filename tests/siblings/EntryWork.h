@@ -6,9 +6,9 @@
 
 #include <stdexcept>
 
-#include "platform/Controls.h"
-#include "platform/DynamicLibrary.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/Controls.h"
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
 #include "siblings/OnscreenKeyboard.h"
@@ -25,7 +25,7 @@ inline CWnd& FrontWindow() {
 inline std::wstring Entered() {
     const CWnd& window = FrontWindow();
     std::wstring strText;
-    Operator::Ask([&] { strText = window.GetDlgItem(CEntryWindow::ID_ENTRY)->GetWindowText(); });
+    Operator::Ask([&] { strText = window.GetControl(CEntryWindow::ID_ENTRY)->GetWindowText(); });
     return strText;
 }
 
@@ -42,7 +42,7 @@ inline void Tap(std::initializer_list<int> keys) {
 inline void Select(int nStart, int nEnd) {
     const CWnd& window = FrontWindow();
     Operator::Ask([&] {
-        CWnd* pEdit = window.GetDlgItem(CEntryWindow::ID_ENTRY);
+        CWnd* pEdit = window.GetControl(CEntryWindow::ID_ENTRY);
         dynamic_cast<CEdit&>(*pEdit).SetSelection(nStart, nEnd);
     });
 }

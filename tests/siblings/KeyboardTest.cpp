@@ -79,7 +79,7 @@ void CheckGeometry() {
         EXPECT_TRUE(client.Width() <= 795 && client.Height() <= 455);
         std::vector<CRect> placed;
         for (int nID = 1; nID < CEntryWindow::KEY_END; ++nID) {
-            const CWnd* pControl = window.GetDlgItem(nID);
+            const CWnd* pControl = window.GetControl(nID);
             if (!pControl) continue;
             CRect rect = pControl->GetWindowRect();
             window.ScreenToClient(rect);

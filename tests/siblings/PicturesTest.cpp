@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "platform/DynamicLibrary.h"
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
+#include "platform/system/DynamicLibrary.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "platform/App.h"
+#include "platform/windows/Application.h"
 #include "tests/support/TemporaryFolder.h"
 
 int main(int argc, char** argv) {

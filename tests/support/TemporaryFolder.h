@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/Text.h"
+#include "platform/system/Text.h"
 
 class TemporaryFolder {
   public:

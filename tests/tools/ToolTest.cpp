@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 
 #include "curves/CaptureFile.h"
-#include "platform/Paths.h"
+#include "platform/system/Paths.h"
 #include "tests/curves/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Support.h"
-#include "platform/NamedMutex.h"
+#include "platform/system/NamedMutex.h"
 #include "ui/BigMessageBox.h"
 
 namespace {

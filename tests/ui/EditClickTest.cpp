@@ -19,7 +19,7 @@ class COwner : public CDialog {
 
   protected:
     bool OnInitDialog() override {
-        m_edit.SubclassDlgItem(EDIT, this);
+        m_edit.AttachControl(EDIT, this);
         m_edit.m_strPadTitle = L"How many?";
         m_edit.m_dMax = 60;
         m_edit.m_dMin = 1;

@@ -9,7 +9,7 @@ constexpr int OK = 1, FILES = 1135, DOWN = 1136, UP = 1138;
 
 int TopOf(const CDlgListFiles& dialog) {
     int nTop = -1;
-    Operator::Ask([&] { nTop = static_cast<CListBox*>(dialog.GetDlgItem(FILES))->GetTopIndex(); });
+    Operator::Ask([&] { nTop = static_cast<CListBox*>(dialog.GetControl(FILES))->GetTopIndex(); });
     return nTop;
 }
 
@@ -33,13 +33,13 @@ TEST(ListFiles, ArrowsScrollUntilARowIsSelectedAndMoveThatToTheEnds) {
         Operator::PressKey(Operator::Key::Enter);
         EXPECT_EQ(Operator::ModalWindow(), &dialog);
 
-        Operator::Select(*dialog.GetDlgItem(FILES), L"run 11");
+        Operator::Select(*dialog.GetControl(FILES), L"run 11");
         for (int n = 0; n < 2; ++n) {
             Operator::Tap(dialog, UP);
             EXPECT_EQ(dialog.GetSelectedName(), L"Run 10");
             EXPECT_EQ(dialog.GetSelectedIndex(), 39);
         }
-        Operator::Select(*dialog.GetDlgItem(FILES), L"Run 48");
+        Operator::Select(*dialog.GetControl(FILES), L"Run 48");
         for (int n = 0; n < 2; ++n) {
             Operator::Tap(dialog, DOWN);
             EXPECT_EQ(dialog.GetSelectedName(), L"run 49");

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Support.h"
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 #include "plot/RTGraphSettings.h"
 #include "ui/DlgSettings.h"
 #include "ui/LanguageTable.h"
@@ -18,7 +18,7 @@ struct Settings {
     bool IsShownOn() {
         bool bChecked = false;
         Operator::Ask(
-            [&] { bChecked = static_cast<CButton*>(dialog.GetDlgItem(AUTO_ZOOM))->GetCheck(); });
+            [&] { bChecked = static_cast<CButton*>(dialog.GetControl(AUTO_ZOOM))->GetCheck(); });
         return bChecked;
     }
 };

@@ -1,13 +1,13 @@
 #include "Support.h"
 
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 
 int RunModal(CDialog& dialog, const std::function<void()>& script) {
     Operator::CScript running([&] {
         Operator::WaitUntil([&] { return dialog.IsWindowVisible(); }, 5000);
         script();
         Operator::Ask([&] {
-            if (dialog.GetSafeHwnd()) dialog.EndDialog(IDCANCEL);
+            if (dialog.GetHandle()) dialog.EndDialog(IDCANCEL);
         });
     });
     const int nResult = dialog.DoModal();
@@ -22,7 +22,7 @@ template <class Result>
 Result AskControl(const CWnd& dialog, int nID, Result (CWnd::*get)() const) {
     Result result{};
     Operator::Ask([&] {
-        if (const CWnd* pControl = dialog.GetDlgItem(nID)) result = (pControl->*get)();
+        if (const CWnd* pControl = dialog.GetControl(nID)) result = (pControl->*get)();
     });
     return result;
 }

@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "platform/Dialog.h"
-#include "platform/Operator.h"
+#include "platform/operator/Operator.h"
+#include "platform/windows/Dialog.h"
 
 /// Runs a dialog modally with a script beside it, and ends it with IDCANCEL when the script has not
 /// ended it.

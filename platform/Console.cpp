@@ -1,5 +1,0 @@
-#include "platform/Console.h"
-
-#include <unistd.h>
-
-bool IsStandardErrorWatched() { return ::isatty(STDERR_FILENO) == 1; }

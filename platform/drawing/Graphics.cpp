@@ -1,0 +1,191 @@
+#include "platform/drawing/Graphics.h"
+
+#include <QPainter>
+#include <array>
+#include <cstring>
+#include <utility>
+
+#include "platform/drawing/qt/Surface.h"
+#include "platform/drawing/qt/TextMask.h"
+
+namespace {
+
+struct DashPattern {
+    std::uint32_t nPattern;
+    unsigned nLength;
+};
+
+/// By pen style: strokes and gaps of 18-6, 3-3, 9-6-3-6 and 9-3-3-3-3-3 pixels.
+constexpr std::array<DashPattern, 5> DASH_PATTERNS{{
+    {1, 1},
+    {0b000000111111111111111111, 24},
+    {0b000111, 6},
+    {0b000000111000000111111111, 24},
+    {0b000111000111000111111111, 24},
+}};
+
+/// What a line drawn now looks like; none: it is not drawn.
+std::optional<LineStyle> CurrentLineStyle(const GraphicsSurface& surface) {
+    if (!surface.pPen) return LineStyle{.nPixel = ToPixel(RGB(0, 0, 0)), .nGapPixel = {}};
+    if (surface.pPen->m_style == PenStyle::None) return std::nullopt;
+    const DashPattern& dashes = DASH_PATTERNS[static_cast<std::size_t>(surface.pPen->m_style)];
+    LineStyle style{ToPixel(surface.pPen->m_color), dashes.nPattern, dashes.nLength, {}};
+    if (surface.backgroundMode == BackgroundMode::Opaque)
+        style.nGapPixel = ToPixel(surface.backgroundColor);
+    return style;
+}
+
+}  // namespace
+
+void CFont::CreatePointFont(int nPointSize, const wchar_t* pFace) {
+    constexpr int DOTS_PER_INCH = 96;
+    constexpr int TENTHS_PER_INCH = 720;
+    m_nPixelHeight = (nPointSize * DOTS_PER_INCH + TENTHS_PER_INCH / 2) / TENTHS_PER_INCH;
+    m_strFace = pFace;
+    m_bBold = false;
+}
+
+void CFont::CreatePixelFont(int nHeight, const wchar_t* pFace, bool bBold) {
+    m_nPixelHeight = nHeight;
+    m_strFace = pFace;
+    m_bBold = bBold;
+}
+
+CDC::CDC() : CDC(std::make_unique<GraphicsSurface>()) {}
+CDC::CDC(std::unique_ptr<GraphicsSurface> pSurface) : m_pSurface(std::move(pSurface)) {}
+CDC::~CDC() = default;
+
+void CDC::CreateCompatibleDC(CDC*) { *m_pSurface = GraphicsSurface(); }
+
+void CDC::SelectBitmap(CBitmap* pBitmap) {
+    CBitmap::Image* pImage = pBitmap ? pBitmap->GetImage() : nullptr;
+    m_pSurface->pImage = pImage ? &pImage->pixels : nullptr;
+    if (!pImage) return;
+    // What will be drawn is pixels: a resource picture stops being a drawing of any size.
+    pImage->pDrawing.reset();
+    if (pImage->pixels.format() != QImage::Format_RGB32)
+        pImage->pixels.convertTo(QImage::Format_RGB32);
+}
+
+const CPen* CDC::SelectPen(const CPen* pPen) { return std::exchange(m_pSurface->pPen, pPen); }
+
+const CFont* CDC::SelectFont(const CFont* pFont) { return std::exchange(m_pSurface->pFont, pFont); }
+
+void CDC::SelectClipRgn(const CRgn* pRgn) {
+    m_pSurface->clip = pRgn ? std::optional(pRgn->m_rect) : std::nullopt;
+}
+
+BackgroundMode CDC::SetBackgroundMode(BackgroundMode mode) {
+    return std::exchange(m_pSurface->backgroundMode, mode);
+}
+
+COLORREF CDC::SetBackgroundColor(COLORREF color) {
+    return std::exchange(m_pSurface->backgroundColor, color);
+}
+
+COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(m_pSurface->textColor, color); }
+
+TextAlign CDC::SetTextAlign(TextAlign align) { return std::exchange(m_pSurface->textAlign, align); }
+
+RasterOp CDC::SetRasterOp(RasterOp op) { return std::exchange(m_pSurface->rasterOp, op); }
+
+void CDC::LineTo(int x, int y) {
+    const CPoint to{x, y};
+    PolylineTo({&to, 1});
+}
+
+void CDC::PolylineTo(std::span<const CPoint> points) {
+    if (points.empty()) return;
+    if (const std::optional<LineStyle> style = CurrentLineStyle(*m_pSurface)) {
+        const PixelView view = m_pSurface->View();
+        CPoint from = m_position;
+        for (const CPoint& to : points) {
+            DrawLine(view, from, to, *style);
+            from = to;
+        }
+    }
+    m_position = points.back();
+}
+
+void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
+    FillPixels(m_pSurface->View(), rect, ToPixel(color));
+}
+
+void CDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
+    CRect area = rect;
+    area.NormalizeRect();
+    if (area.IsEmpty()) return;
+    const PixelView view = m_pSurface->View();
+    if (m_pSurface->rasterOp == RasterOp::Invert) {
+        InvertPixels(view, area);
+        return;
+    }
+    if (pBrush) FillPixels(view, area, ToPixel(pBrush->m_color));
+    const std::optional<LineStyle> style = CurrentLineStyle(*m_pSurface);
+    if (!style) return;
+    const CPoint corners[] = {{area.left, area.top},
+                              {area.right - 1, area.top},
+                              {area.right - 1, area.bottom - 1},
+                              {area.left, area.bottom - 1}};
+    for (std::size_t k = 0; k < 4; ++k) DrawLine(view, corners[k], corners[(k + 1) % 4], *style);
+    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style->nPixel);
+}
+
+void CDC::TextOut(int x, int y, const std::wstring& strText) {
+    const PixelView view = m_pSurface->View();
+    if (view.clip.IsEmpty() || y >= view.clip.bottom) return;
+    const TextMask& mask = RenderText(m_pSurface->pFont, strText);
+    CPoint origin{x, y};
+    if (m_pSurface->textAlign == TextAlign::Right) origin.x -= mask.cell.cx;
+    if (m_pSurface->textAlign == TextAlign::Center) origin.x -= mask.cell.cx / 2;
+    if (m_pSurface->backgroundMode == BackgroundMode::Opaque)
+        FillPixels(view, {origin.x, origin.y, origin.x + mask.cell.cx, origin.y + mask.cell.cy},
+                   ToPixel(m_pSurface->backgroundColor));
+    BlendText(view, origin, mask, ToPixel(m_pSurface->textColor));
+}
+
+void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentered) {
+    const CRect clip = Intersect(rect, m_pSurface->View().clip);
+    if (clip.IsEmpty()) return;
+    QPainter painter(m_pSurface->pImage);
+    painter.setClipRect(clip.left, clip.top, clip.Width(), clip.Height());
+    painter.setFont(ToQFont(m_pSurface->pFont ? *m_pSurface->pFont : DefaultFont()));
+    painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->textColor)));
+    painter.drawText(QRect(rect.left, rect.top, rect.Width(), rect.Height()),
+                     (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
+                         Qt::TextWordWrap,
+                     QString::fromStdWString(strText));
+}
+
+CSize CDC::GetTextExtent(const std::wstring& strText) const {
+    if (!m_pSurface->pImage) return {};
+    return RenderText(m_pSurface->pFont, strText).cell;
+}
+
+void CDC::CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource) {
+    const PixelView target = m_pSurface->View();
+    const QImage* pImage = pSource ? pSource->m_pSurface->pImage : nullptr;
+    if (target.clip.IsEmpty() || !pImage || pImage->isNull()) return;
+
+    // Both rectangles in the target's coordinates.
+    CRect available{0, 0, pImage->width(), pImage->height()};
+    available.OffsetRect(x - xSource, y - ySource);
+    const CRect part = Intersect(Intersect({x, y, x + cx, y + cy}, available), target.clip);
+    if (part.IsEmpty()) return;
+
+    // Within one image, rows are taken in the order in which none is overwritten before its turn.
+    const bool bUpwards = pSource->m_pSurface->pImage == m_pSurface->pImage && y > ySource;
+    for (int nRow = 0; nRow < part.Height(); ++nRow) {
+        const int yTarget = bUpwards ? part.bottom - 1 - nRow : part.top + nRow;
+        const auto* pRow =
+            reinterpret_cast<const std::uint32_t*>(pImage->constScanLine(yTarget - y + ySource)) +
+            (part.left - x + xSource);
+        std::memmove(target.At(part.left, yTarget), pRow, sizeof(std::uint32_t) * part.Width());
+    }
+}
+
+COLORREF CDC::GetPixel(int x, int y) const {
+    const QImage* pImage = m_pSurface->pImage;
+    if (!pImage || !pImage->valid(x, y)) return NO_COLOR;
+    return ToColor(pImage->pixel(x, y));
+}

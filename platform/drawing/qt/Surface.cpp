@@ -1,0 +1,48 @@
+#include "platform/drawing/qt/Surface.h"
+
+#include <QPainter>
+#include <QSvgRenderer>
+
+PixelView GraphicsSurface::View() const {
+    if (!pImage || pImage->isNull()) return {nullptr, 0, {}};
+    CRect area{0, 0, pImage->width(), pImage->height()};
+    if (clip) area = Intersect(area, *clip);
+    return {reinterpret_cast<std::uint32_t*>(pImage->bits()), pImage->bytesPerLine() / 4, area};
+}
+
+QFont ToQFont(const CFont& font) {
+    const bool bSubstitute = font.m_strFace.empty() || font.m_strFace == L"MS Shell Dlg" ||
+                             font.m_strFace == L"Microsoft Sans Serif";
+    QFont qtFont(bSubstitute ? QStringLiteral("Liberation Sans")
+                             : QString::fromStdWString(font.m_strFace));
+    qtFont.setPixelSize(std::max(1, font.m_nPixelHeight));
+    qtFont.setBold(font.m_bBold);
+    // Glyphs look the same in windows, in memory and in saved pictures.
+    qtFont.setHintingPreference(QFont::PreferFullHinting);
+    qtFont.setStyleStrategy(QFont::NoSubpixelAntialias);
+    return qtFont;
+}
+
+CBitmap ToBitmap(const QImage& image) {
+    auto pImage = std::make_unique<CBitmap::Image>();
+    pImage->pixels = image.convertToFormat(QImage::Format_RGB32);
+    pImage->pixels.setDevicePixelRatio(1);
+    return CBitmap(std::move(pImage));
+}
+
+void DrawBitmap(QPainter& painter, const CBitmap& bitmap, const QRectF& rect) {
+    const CBitmap::Image* pImage = bitmap.GetImage();
+    if (!pImage || rect.isEmpty()) return;
+    const QSizeF natural =
+        pImage->pDrawing ? pImage->pDrawing->viewBoxF().size() : QSizeF(pImage->pixels.size());
+    QRectF fitted(QPointF(), natural.scaled(rect.size(), Qt::KeepAspectRatio));
+    fitted.moveCenter(rect.center());
+
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    if (pImage->pDrawing)
+        pImage->pDrawing->render(&painter, fitted);
+    else
+        painter.drawImage(fitted, pImage->pixels);
+    painter.restore();
+}

@@ -1,0 +1,428 @@
+#include "platform/operator/Operator.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QEventLoop>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
+#include <QtTest/QTest>
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#include "platform/drawing/qt/Surface.h"
+#include "platform/system/Threads.h"
+#include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/UiQueue.h"
+#include "platform/windows/qt/Widgets.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+CBitmap PictureOf(QWidget& widget, double dScale) {
+    QImage image(widget.size() * dScale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(dScale);
+    widget.render(&image);
+    return ToBitmap(image);
+}
+
+/// A sign from the user-interface thread to a waiting script.
+class Signal {
+  public:
+    void Give() {
+        const std::lock_guard lock(m_mutex);
+        m_bGiven = true;
+        m_changed.notify_all();
+    }
+    void Await() {
+        std::unique_lock lock(m_mutex);
+        if (!m_changed.wait_for(lock, 60s, [this] { return m_bGiven; }))
+            throw std::runtime_error("the user-interface thread does not answer");
+    }
+
+  private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_bGiven = false;
+};
+
+/// Gives the signal once the calls that are queued now, and those that they queue, have been made.
+void SignalWhenIdle(const std::shared_ptr<Signal>& pSignal, int nRounds) {
+    PostToUi([=] {
+        if (nRounds == 0)
+            pSignal->Give();
+        else
+            SignalWhenIdle(pSignal, nRounds - 1);
+    });
+}
+
+/// Does something on the user-interface thread and waits until that thread waits for events again.
+void Perform(std::function<void()> action) {
+    if (IsUiThread()) {
+        action();
+        QCoreApplication::processEvents();
+        return;
+    }
+    PostToUi(std::move(action));
+    const auto pSignal = std::make_shared<Signal>();
+    SignalWhenIdle(pSignal, 3);
+    pSignal->Await();
+}
+
+/// The widget at a window's point, its top-level window, and the point there.
+struct Target {
+    QWindow* pWindow = nullptr;
+    QPoint position;
+};
+
+Target FindTarget(QWidget& widget, QPoint point) {
+    QWidget* pTop = widget.window();
+    return {pTop->windowHandle(), widget.mapTo(pTop, point)};
+}
+
+Target FindTarget(WindowHandle hWnd, CPoint point) {
+    NativeWindow* pNative = NativeWindow::Find(hWnd);
+    return pNative ? FindTarget(pNative->widget, QPoint(point.x, point.y)) : Target();
+}
+
+using MouseFunction = void (*)(QWindow*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int);
+
+void SendMouse(MouseFunction send, const Target& target, Qt::MouseButton button) {
+    if (target.pWindow) send(target.pWindow, button, {}, target.position, -1);
+}
+
+void SendMove(const Target& target) {
+    if (target.pWindow) QTest::mouseMove(target.pWindow, target.position);
+}
+
+/// Whether a finger reaches the widget.
+bool IsReachable(const QWidget& widget) {
+    const QWidget* pModal = QApplication::activeModalWidget();
+    return widget.isVisible() && widget.isEnabled() &&
+           (!pModal || pModal == widget.window() || pModal->isAncestorOf(widget.window()));
+}
+
+bool TapWidget(const std::function<QWidget*()>& find) {
+    bool bReachable = false;
+    Operator::Ask([&] {
+        QWidget* pWidget = find();
+        bReachable = pWidget && IsReachable(*pWidget);
+    });
+    if (!bReachable) return false;
+    const auto target = [find] {
+        QWidget* pWidget = find();
+        return pWidget ? FindTarget(*pWidget, pWidget->rect().center()) : Target();
+    };
+    Perform([target] { SendMouse(QTest::mousePress, target(), Qt::LeftButton); });
+    Perform([target] { SendMouse(QTest::mouseRelease, target(), Qt::LeftButton); });
+    return true;
+}
+
+std::function<QWidget*()> WidgetFinder(WindowHandle hWnd) {
+    return [hWnd]() -> QWidget* {
+        NativeWindow* pNative = NativeWindow::Find(hWnd);
+        return pNative ? &pNative->widget : nullptr;
+    };
+}
+
+void SendKey(Qt::Key key, const QString& text) {
+    QWindow* pWindow = QGuiApplication::focusWindow();
+    if (!pWindow && QApplication::activeModalWidget())
+        pWindow = QApplication::activeModalWidget()->windowHandle();
+    if (pWindow) QTest::sendKeyEvent(QTest::Click, pWindow, key, text, Qt::NoModifier);
+}
+
+bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
+    // A release that comes too soon after the press that opened a drop-down list is taken for the
+    // end of that press; how soon goes by the double-click interval.
+    constexpr int SHORT_INTERVAL_MS = 150;
+    const int nInterval = QApplication::doubleClickInterval();
+    bool bFound = false;
+    Operator::Ask([&] {
+        QWidget* pList = findList();
+        if (!pList || !IsReachable(*pList)) return;
+        if (auto* pCombo = qobject_cast<QComboBox*>(pList)) {
+            bFound = pCombo->findText(text) >= 0;
+            QApplication::setDoubleClickInterval(SHORT_INTERVAL_MS);
+        } else if (auto* pListWidget = qobject_cast<QListWidget*>(pList)) {
+            const auto found = pListWidget->findItems(text, Qt::MatchExactly);
+            bFound = !found.isEmpty();
+            if (bFound) pListWidget->scrollToItem(found.front());
+        }
+    });
+    if (!bFound) return false;
+
+    bool bCombo = false;
+    Operator::Ask([&] { bCombo = qobject_cast<QComboBox*>(findList()) != nullptr; });
+    if (bCombo) {
+        TapWidget(findList);
+        Operator::Wait(SHORT_INTERVAL_MS + 20);
+    }
+    const auto target = [findList, text]() -> Target {
+        QWidget* pList = findList();
+        QAbstractItemView* pView = qobject_cast<QListWidget*>(pList);
+        int nRow = -1;
+        if (auto* pCombo = qobject_cast<QComboBox*>(pList)) {
+            pView = pCombo->view();
+            nRow = pCombo->findText(text);
+        } else if (auto* pListWidget = qobject_cast<QListWidget*>(pList)) {
+            nRow = pListWidget->row(pListWidget->findItems(text, Qt::MatchExactly).value(0));
+        }
+        if (!pView || nRow < 0) return {};
+        const QModelIndex index = pView->model()->index(nRow, 0);
+        return FindTarget(*pView->viewport(), pView->visualRect(index).center());
+    };
+    if (bCombo) Perform([target] { SendMove(target()); });
+    Perform([target] { SendMouse(QTest::mousePress, target(), Qt::LeftButton); });
+    Perform([target] { SendMouse(QTest::mouseRelease, target(), Qt::LeftButton); });
+    Operator::Ask([nInterval] { QApplication::setDoubleClickInterval(nInterval); });
+    return true;
+}
+
+}  // namespace
+
+namespace Operator {
+
+struct CScript::State {
+    std::thread thread;
+    QEventLoop loop;
+    std::atomic<bool> bEnded{false};
+    std::exception_ptr pException;
+};
+
+CScript::CScript(std::function<void()> script) : m_pState(std::make_unique<State>()) {
+    m_pState->thread = std::thread([pState = m_pState.get(), script = std::move(script)] {
+        try {
+            script();
+        } catch (...) {
+            pState->pException = std::current_exception();
+        }
+        pState->bEnded = true;
+        PostToUi([pState] { pState->loop.quit(); });
+    });
+}
+
+CScript::~CScript() {
+    if (!m_pState->bEnded) m_pState->loop.exec();
+    m_pState->thread.join();
+    // The call that ends the loop may still be queued, and refers to the state.
+    QCoreApplication::processEvents();
+}
+
+void CScript::Join() {
+    while (!m_pState->bEnded) m_pState->loop.exec();
+    if (m_pState->pException) std::rethrow_exception(std::exchange(m_pState->pException, nullptr));
+}
+
+void RunScript(const std::function<void()>& script) { CScript(script).Join(); }
+
+void Ask(const std::function<void()>& question) {
+    if (IsUiThread()) {
+        question();
+        return;
+    }
+    const auto pSignal = std::make_shared<Signal>();
+    PostToUi([&question, pSignal] {
+        question();
+        pSignal->Give();
+    });
+    pSignal->Await();
+}
+
+void Press(const CWnd& wnd, CPoint point) {
+    Perform([hWnd = wnd.GetHandle(), point] {
+        SendMouse(QTest::mousePress, FindTarget(hWnd, point), Qt::LeftButton);
+    });
+}
+
+void MoveTo(const CWnd& wnd, CPoint point) {
+    Perform([hWnd = wnd.GetHandle(), point] { SendMove(FindTarget(hWnd, point)); });
+}
+
+void Release(const CWnd& wnd, CPoint point) {
+    Perform([hWnd = wnd.GetHandle(), point] {
+        SendMouse(QTest::mouseRelease, FindTarget(hWnd, point), Qt::LeftButton);
+    });
+}
+
+void RightClick(const CWnd& wnd, CPoint point) {
+    Perform([hWnd = wnd.GetHandle(), point] {
+        SendMouse(QTest::mouseClick, FindTarget(hWnd, point), Qt::RightButton);
+    });
+}
+
+bool Tap(const CWnd& wnd) { return TapWidget(WidgetFinder(wnd.GetHandle())); }
+
+bool Tap(const CWnd& dialog, int nID) {
+    return TapWidget([hWnd = dialog.GetHandle(), nID]() -> QWidget* {
+        NativeWindow* pNative = NativeWindow::Find(hWnd);
+        NativeWindow* pControl = pNative ? pNative->Child(nID) : nullptr;
+        return pControl ? &pControl->widget : nullptr;
+    });
+}
+
+bool Select(const CWnd& list, const std::wstring& strText) {
+    return SelectRow(WidgetFinder(list.GetHandle()), QString::fromStdWString(strText));
+}
+
+void Type(const std::wstring& strText) {
+    for (const QChar ch : QString::fromStdWString(strText)) {
+        const Qt::Key key = ch.unicode() < 128 ? QTest::asciiToKey(ch.toLatin1()) : Qt::Key_unknown;
+        Perform([key, ch] { SendKey(key, QString(ch)); });
+    }
+}
+
+void PressKey(Key key) {
+    static const struct {
+        Key key;
+        Qt::Key code;
+        const char* pText;
+    } keys[] = {
+        {Key::Enter, Qt::Key_Return, "\r"}, {Key::Escape, Qt::Key_Escape, "\x1b"},
+        {Key::Tab, Qt::Key_Tab, "\t"},      {Key::Backspace, Qt::Key_Backspace, "\b"},
+        {Key::Space, Qt::Key_Space, " "},   {Key::Up, Qt::Key_Up, ""},
+        {Key::Down, Qt::Key_Down, ""},
+    };
+    for (const auto& entry : keys)
+        if (entry.key == key)
+            Perform([&entry] { SendKey(entry.code, QString::fromLatin1(entry.pText)); });
+}
+
+void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {
+    Perform([hWnd = wnd.GetHandle(), arrPaths] {
+        NativeWindow* pNative = NativeWindow::Find(hWnd);
+        if (!pNative || !pNative->widget.acceptDrops()) return;
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::wstring& strPath : arrPaths)
+            urls.append(QUrl::fromLocalFile(QString::fromStdWString(strPath)));
+        data.setUrls(urls);
+        const QPoint middle = pNative->widget.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&pNative->widget, &enter);
+        if (!enter.isAccepted()) return;
+        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&pNative->widget, &drop);
+    });
+}
+
+std::wstring ModalTitle() {
+    std::wstring strTitle;
+    Ask([&] {
+        if (QWidget* pModal = QApplication::activeModalWidget())
+            strTitle = pModal->windowTitle().toStdWString();
+    });
+    return strTitle;
+}
+
+std::wstring ModalText() {
+    std::wstring strText;
+    Ask([&] {
+        QWidget* pModal = QApplication::activeModalWidget();
+        if (auto* pBox = qobject_cast<QMessageBox*>(pModal)) {
+            strText = pBox->text().toStdWString();
+        } else if (pModal) {
+            for (QWidget* pChild : pModal->findChildren<QWidget*>()) {
+                auto* pStatic = dynamic_cast<StaticWidget*>(pChild);
+                if (!pStatic || pStatic->text.isEmpty() || !pStatic->isVisible()) continue;
+                if (!strText.empty()) strText += L'\n';
+                strText += pStatic->text.toStdWString();
+            }
+        }
+    });
+    return strText;
+}
+
+CWnd* ModalWindow() {
+    CWnd* pWnd = nullptr;
+    Ask([&] {
+        if (NativeWindow* pNative = NativeWindow::Of(QApplication::activeModalWidget()))
+            pWnd = pNative->pOwner;
+    });
+    return pWnd;
+}
+
+bool PressModalButton(const std::wstring& strText) {
+    return TapWidget([text = QString::fromStdWString(strText)]() -> QWidget* {
+        QWidget* pModal = QApplication::activeModalWidget();
+        if (!pModal) return nullptr;
+        for (QAbstractButton* pButton : pModal->findChildren<QAbstractButton*>())
+            if (pButton->isVisible() && pButton->text().remove(QLatin1Char('&')) == text)
+                return pButton;
+        return nullptr;
+    });
+}
+
+std::vector<std::string> ListWidgets() {
+    std::vector<std::string> kinds;
+    Ask([&] {
+        // A window goes when the events that it was in the middle of are over.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // A plain widget is the window system's own, for good.
+        for (const QWidget* pWidget : QApplication::allWidgets())
+            if (typeid(*pWidget) != typeid(QWidget))
+                kinds.push_back(pWidget->metaObject()->className());
+    });
+    std::sort(kinds.begin(), kinds.end());
+    return kinds;
+}
+
+bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds) {
+    const std::uint64_t nEnd = TickMilliseconds() + nMilliseconds;
+    for (;;) {
+        bool bHolds = false;
+        Ask([&] { bHolds = condition(); });
+        if (bHolds) return true;
+        if (TickMilliseconds() >= nEnd) return false;
+        Wait(5);
+    }
+}
+
+void Wait(unsigned nMilliseconds) {
+    if (!IsUiThread()) {
+        SleepMilliseconds(nMilliseconds);
+        return;
+    }
+    QEventLoop loop;
+    QTimer::singleShot(static_cast<int>(nMilliseconds), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void After(unsigned nMilliseconds, std::function<void()> call) {
+    PostToUi([nMilliseconds, call = std::move(call)] {
+        QTimer::singleShot(static_cast<int>(nMilliseconds), Qt::PreciseTimer, qApp, [call] {
+            try {
+                call();
+            } catch (...) {
+                ReportCurrentException();
+            }
+        });
+    });
+}
+
+CBitmap TakePicture(const CWnd& wnd, double dScale) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (pNative) picture = PictureOf(pNative->widget, dScale);
+    });
+    return picture;
+}
+
+CBitmap TakeModalPicture() {
+    CBitmap picture;
+    Ask([&] {
+        if (QWidget* pModal = QApplication::activeModalWidget()) picture = PictureOf(*pModal, 1.0);
+    });
+    return picture;
+}
+
+}  // namespace Operator

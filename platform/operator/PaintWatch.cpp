@@ -1,0 +1,34 @@
+#include "platform/operator/PaintWatch.h"
+
+#include <QEvent>
+
+#include "platform/windows/qt/NativeWindow.h"
+
+class CPaintWatch::Filter : public QObject {
+  public:
+    Filter(std::function<void()> begun, std::function<void()> done)
+        : m_begun(std::move(begun)), m_done(std::move(done)) {}
+
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override {
+        if (pEvent->type() != QEvent::Paint) return false;
+        const NativeWindow* pNative = NativeWindow::Of(qobject_cast<QWidget*>(pWatched));
+        if (!pNative || !pNative->bStale) return false;
+        // The widget handles the event here, so that its end can be told.
+        m_begun();
+        pWatched->event(pEvent);
+        m_done();
+        return true;
+    }
+
+  private:
+    std::function<void()> m_begun;
+    std::function<void()> m_done;
+};
+
+CPaintWatch::CPaintWatch(const CWnd& wnd, std::function<void()> begun, std::function<void()> done)
+    : m_pFilter(std::make_unique<Filter>(std::move(begun), std::move(done))) {
+    if (NativeWindow* pNative = NativeWindow::Of(wnd))
+        pNative->widget.installEventFilter(m_pFilter.get());
+}
+
+CPaintWatch::~CPaintWatch() = default;

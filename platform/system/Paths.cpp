@@ -1,0 +1,157 @@
+#include "platform/system/Paths.h"
+
+#include <QChar>
+#include <QStandardPaths>
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+#include "platform/system/Text.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr wchar_t SEPARATOR = L'/';
+
+std::wstring g_strProgramFolder;  // empty: the executable's
+
+fs::path ToSystemPath(const std::wstring& strPath) { return fs::path(ToUtf8(strPath)); }
+
+char32_t FoldCase(wchar_t c) { return QChar::toCaseFolded(static_cast<char32_t>(c)); }
+
+bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB) {
+    return std::equal(strA.begin(), strA.end(), strB.begin(), strB.end(),
+                      [](wchar_t a, wchar_t b) { return FoldCase(a) == FoldCase(b); });
+}
+
+/// Steps back to the last star only, so the cost stays the product of the two lengths.
+bool MatchesPattern(std::wstring_view strName, std::wstring_view strPattern) {
+    std::size_t nName = 0;
+    std::size_t nPattern = 0;
+    std::size_t nStar = std::wstring_view::npos;
+    std::size_t nStarName = 0;
+    while (nName < strName.size()) {
+        if (nPattern < strPattern.size() && strPattern[nPattern] == L'*') {
+            nStar = nPattern++;
+            nStarName = nName;
+        } else if (nPattern < strPattern.size() &&
+                   (strPattern[nPattern] == L'?' ||
+                    FoldCase(strPattern[nPattern]) == FoldCase(strName[nName]))) {
+            ++nPattern;
+            ++nName;
+        } else if (nStar != std::wstring_view::npos) {
+            nPattern = nStar + 1;
+            nName = ++nStarName;
+        } else {
+            return false;
+        }
+    }
+    return strPattern.find_first_not_of(L'*', nPattern) == std::wstring_view::npos;
+}
+
+template <class Visit>
+void VisitFolder(const std::wstring& strFolder, Visit visit) {
+    std::error_code error;
+    for (fs::directory_iterator entry(ToSystemPath(strFolder), error), end; !error && entry != end;
+         entry.increment(error))
+        visit(*entry);
+}
+
+}  // namespace
+
+std::wstring GetExecutablePath() {
+    std::error_code error;
+    return FromUtf8(fs::read_symlink("/proc/self/exe", error).native());
+}
+
+std::wstring GetExecutableFolder() { return GetFolderOfPath(GetExecutablePath()); }
+
+std::wstring GetProgramFolder() {
+    return g_strProgramFolder.empty() ? GetExecutableFolder() : g_strProgramFolder;
+}
+
+void SetProgramFolder(const std::wstring& strFolder) { g_strProgramFolder = strFolder; }
+
+std::wstring GetDocumentsFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdWString();
+}
+
+std::wstring JoinPath(std::wstring_view strFolder, std::wstring_view strName) {
+    std::wstring strPath(strFolder);
+    if (!strPath.empty() && strPath.back() != SEPARATOR) strPath += SEPARATOR;
+    return strPath += strName;
+}
+
+std::wstring GetFolderOfPath(std::wstring_view strPath) {
+    const std::size_t nSeparator = strPath.rfind(SEPARATOR);
+    if (nSeparator == std::wstring_view::npos) return L".";
+    return std::wstring(strPath.substr(0, std::max<std::size_t>(nSeparator, 1)));
+}
+
+std::wstring GetNameOfPath(std::wstring_view strPath) {
+    const std::size_t nSeparator = strPath.rfind(SEPARATOR);
+    return std::wstring(strPath.substr(nSeparator + 1));
+}
+
+bool FileExists(const std::wstring& strPath) {
+    std::error_code error;
+    const fs::file_status status = fs::status(ToSystemPath(strPath), error);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool FolderExists(const std::wstring& strPath) {
+    std::error_code error;
+    return fs::is_directory(ToSystemPath(strPath), error);
+}
+
+bool IsSameFile(const std::wstring& strA, const std::wstring& strB) {
+    std::error_code error;
+    return fs::equivalent(ToSystemPath(strA), ToSystemPath(strB), error);
+}
+
+bool CreateFolder(const std::wstring& strPath) {
+    std::error_code error;
+    fs::create_directory(ToSystemPath(strPath), error);
+    return FolderExists(strPath);
+}
+
+void RemoveFile(const std::wstring& strPath) {
+    std::error_code error;
+    const fs::path path = ToSystemPath(strPath);
+    if (fs::is_regular_file(path, error)) fs::remove(path, error);
+}
+
+std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strPattern) {
+    std::vector<std::wstring> arrNames;
+    VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
+        std::wstring strName = FromUtf8(entry.path().filename().native());
+        std::error_code error;
+        if (MatchesPattern(strName, strPattern) && !entry.is_directory(error))
+            arrNames.push_back(std::move(strName));
+    });
+    return arrNames;
+}
+
+std::wstring FindFileOfAnyCase(const std::wstring& strPath) {
+    std::error_code error;
+    if (fs::exists(ToSystemPath(strPath), error)) return strPath;
+
+    const std::wstring strFolder = GetFolderOfPath(strPath);
+    const std::wstring strWanted = GetNameOfPath(strPath);
+    std::wstring strBest;
+    std::ptrdiff_t nBestAgreement = -1;
+    VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
+        const std::wstring strName = FromUtf8(entry.path().filename().native());
+        if (!EqualsInAnyCase(strName, strWanted)) return;
+        const auto differing =
+            std::mismatch(strName.begin(), strName.end(), strWanted.begin()).first;
+        const std::ptrdiff_t nAgreement = differing - strName.begin();
+        if (nAgreement > nBestAgreement || (nAgreement == nBestAgreement && strName < strBest)) {
+            nBestAgreement = nAgreement;
+            strBest = strName;
+        }
+    });
+    return strBest.empty() ? strPath : JoinPath(strFolder, strBest);
+}

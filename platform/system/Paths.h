@@ -1,0 +1,51 @@
+// Folders and file names. Separators are the platform's; names are wide strings.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/system/Export.h"
+
+/// The path of the running executable.
+PLATFORM_API std::wstring GetExecutablePath();
+/// Its folder, without a separator at the end.
+PLATFORM_API std::wstring GetExecutableFolder();
+/// The folder with the panel's own files, language files and captures: the executable's, unless
+/// SetProgramFolder has named another.
+PLATFORM_API std::wstring GetProgramFolder();
+/// To be called before the first screen is made, by the host. Libraries are loaded from the
+/// executable's folder all the same.
+PLATFORM_API void SetProgramFolder(const std::wstring& strFolder);
+/// The current user's documents folder.
+PLATFORM_API std::wstring GetDocumentsFolder();
+
+PLATFORM_API std::wstring JoinPath(std::wstring_view strFolder, std::wstring_view strName);
+/// The folder part of a path; "." when it has none.
+PLATFORM_API std::wstring GetFolderOfPath(std::wstring_view strPath);
+/// What follows the last separator.
+PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
+
+/// Whether there is something at a path that is not a folder.
+PLATFORM_API bool FileExists(const std::wstring& strPath);
+PLATFORM_API bool FolderExists(const std::wstring& strPath);
+
+/// Whether two paths lead to the same existing file.
+PLATFORM_API bool IsSameFile(const std::wstring& strA, const std::wstring& strB);
+
+/// Makes a folder in an existing one. @return whether it is there afterwards
+PLATFORM_API bool CreateFolder(const std::wstring& strPath);
+
+/// Removes a regular file. What else stands at the path (a device, a folder) stays.
+PLATFORM_API void RemoveFile(const std::wstring& strPath);
+
+/// The names, as the system returns them, of what matches a pattern in a folder and is not itself a
+/// folder. "*" stands for any characters, "?" for one; case does not count. A folder that is
+/// missing or cannot be read gives none.
+PLATFORM_API std::vector<std::wstring> FindFiles(const std::wstring& strFolder,
+                                                 std::wstring_view strPattern);
+
+/// The path itself when it exists; otherwise the path of a file in the same folder whose name
+/// differs only in case (of several, the one that agrees longest from its beginning); otherwise the
+/// path itself.
+PLATFORM_API std::wstring FindFileOfAnyCase(const std::wstring& strPath);

@@ -1,0 +1,40 @@
+// A file that takes the place of an older one only when it is complete.
+#pragma once
+
+#include <string>
+
+#include "platform/system/File.h"
+
+/// Writes a new version of a file beside the old one and puts it in its place in one step.
+///
+/// Everything goes to a temporary file in the target's folder. Commit brings it to the disk and
+/// renames it over the target; until then, and at any failure, the old file is whole. An object
+/// that is destroyed or closed without Commit removes its temporary file. One that a killed process
+/// left behind is removed by the next save in that folder; it is told from one of a save still
+/// running by the lock that a running save holds on it.
+///
+/// The new file keeps the permissions of the old one, and its owner where that is allowed. A
+/// symbolic link stays and its target is replaced. A target that is no regular file (a device, a
+/// pipe) cannot be replaced and is written directly.
+/// Errors: CFileException with the target's path.
+class PLATFORM_API CReplaceFile : public CFile {
+  public:
+    /// Opens the temporary file; fails where the target itself could not be written.
+    explicit CReplaceFile(const std::wstring& strPath);
+    ~CReplaceFile() override;
+
+    /// Puts the new file in the target's place, durably, and closes it. Called once, after the last
+    /// Write.
+    void Commit();
+
+    /// Gives the new file up.
+    void Close() override;
+
+  private:
+    bool TryCreateTemporary(const std::string& strFolder);
+    void TakeOverAttributes(int hOldFile);
+    void SyncFolder();
+
+    std::string m_strTarget;     ///< links resolved
+    std::string m_strTemporary;  ///< empty: written directly
+};

@@ -1,0 +1,43 @@
+#include "platform/system/Settings.h"
+
+#include <QSettings>
+#include <algorithm>
+
+namespace {
+
+QString FindFile(const std::wstring& strProgram, const std::wstring& strFile) {
+    if (!strFile.empty()) return QString::fromStdWString(strFile);
+    return QSettings(QSettings::IniFormat, QSettings::UserScope,
+                     QString::fromStdWString(strProgram))
+        .fileName();
+}
+
+/// The store nests its sections by slashes.
+QString KeyOf(std::wstring strSection, const std::wstring& strKey) {
+    std::replace(strSection.begin(), strSection.end(), L'\\', L'/');
+    return QString::fromStdWString(strSection + L'/' + strKey);
+}
+
+}  // namespace
+
+struct CSettings::Store {
+    QSettings settings;
+};
+
+CSettings::CSettings(const std::wstring& strProgram, const std::wstring& strFile)
+    : m_pStore(new Store{{FindFile(strProgram, strFile), QSettings::IniFormat}}) {}
+
+CSettings::~CSettings() = default;
+
+int CSettings::GetInt(const std::wstring& strSection, const std::wstring& strKey,
+                      int nDefault) const {
+    bool bNumber = false;
+    const int nValue = m_pStore->settings.value(KeyOf(strSection, strKey)).toInt(&bNumber);
+    return bNumber ? nValue : nDefault;
+}
+
+bool CSettings::SetInt(const std::wstring& strSection, const std::wstring& strKey, int nValue) {
+    m_pStore->settings.setValue(KeyOf(strSection, strKey), nValue);
+    m_pStore->settings.sync();
+    return m_pStore->settings.status() == QSettings::NoError;
+}

@@ -1,0 +1,84 @@
+#include "platform/system/Threads.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+struct CThreadHandle::Thread {
+    std::thread thread;
+    mutable std::mutex mutex;
+    mutable std::condition_variable ended;
+    bool bEnded = false;
+};
+
+CThreadHandle::CThreadHandle() = default;
+CThreadHandle::CThreadHandle(CThreadHandle&&) noexcept = default;
+
+CThreadHandle& CThreadHandle::operator=(CThreadHandle&& other) noexcept {
+    if (this != &other) {
+        Close();
+        m_pThread = std::move(other.m_pThread);
+    }
+    return *this;
+}
+
+CThreadHandle::~CThreadHandle() { Close(); }
+
+bool CThreadHandle::Wait(unsigned nMilliseconds) const {
+    if (!m_pThread) return true;
+    std::unique_lock lock(m_pThread->mutex);
+    return m_pThread->ended.wait_for(lock, std::chrono::milliseconds(nMilliseconds),
+                                     [this] { return m_pThread->bEnded; });
+}
+
+void CThreadHandle::Close() {
+    if (!m_pThread) return;
+    m_pThread->thread.join();
+    m_pThread.reset();
+}
+
+CThreadHandle StartThread(std::function<void()> run) {
+    CThreadHandle handle;
+    handle.m_pThread = std::make_unique<CThreadHandle::Thread>();
+    try {
+        handle.m_pThread->thread =
+            std::thread([pThread = handle.m_pThread.get(), run = std::move(run)] {
+                run();
+                const std::lock_guard lock(pThread->mutex);
+                pThread->bEnded = true;
+                pThread->ended.notify_all();
+            });
+    } catch (const std::system_error&) {
+        handle.m_pThread.reset();
+    }
+    return handle;
+}
+
+void SleepMilliseconds(unsigned nMilliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(nMilliseconds));
+}
+
+std::uint64_t TickMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+}
+
+void TraceDebug([[maybe_unused]] const wchar_t* pText) {
+#ifndef NDEBUG
+    std::fprintf(stderr, "%ls\n", pText);
+#endif
+}
+
+void CFairLock::AwaitTurn(std::uint32_t nTicket) {
+    for (;;) {
+        const std::uint32_t nServing = m_nServing.load();
+        if (nServing == nTicket) return;
+        m_nServing.wait(nServing);
+    }
+}
+
+void CFairLock::WakeWaiters() { m_nServing.notify_all(); }

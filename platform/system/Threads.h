@@ -1,0 +1,81 @@
+// Threads as the screen uses them: start one, wait for it with a time-out, sleep, trace; and the
+// fair lock that guards a screen's session.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "platform/system/Export.h"
+
+/// A running or finished thread. Move-only.
+///
+/// Closing (or destroying) the handle of a thread that has not ended first waits for its end: no
+/// object that a thread uses is destroyed under it.
+class PLATFORM_API CThreadHandle {
+  public:
+    CThreadHandle();
+    ~CThreadHandle();
+    CThreadHandle(CThreadHandle&&) noexcept;
+    CThreadHandle& operator=(CThreadHandle&&) noexcept;
+
+    /// Whether a thread was started and its handle not closed yet.
+    explicit operator bool() const { return m_pThread != nullptr; }
+
+    /// Waits until the thread has ended, at most so many milliseconds.
+    /// @return whether it has ended
+    bool Wait(unsigned nMilliseconds) const;
+
+    /// Waits for the end of the thread and forgets it.
+    void Close();
+
+  private:
+    friend PLATFORM_API CThreadHandle StartThread(std::function<void()> run);
+    struct Thread;
+    std::unique_ptr<Thread> m_pThread;
+};
+
+/// Starts a thread, running at once. A thread that cannot be started gives an empty handle.
+PLATFORM_API CThreadHandle StartThread(std::function<void()> run);
+
+PLATFORM_API void SleepMilliseconds(unsigned nMilliseconds);
+
+/// Milliseconds of a steady clock; only differences mean anything.
+PLATFORM_API std::uint64_t TickMilliseconds();
+
+/// Writes a line of debug text to the debugger output (standard error, in builds with assertions).
+PLATFORM_API void TraceDebug(const wchar_t* pText);
+
+/// A mutual exclusion lock that serves waiting threads in the order of their arrival.
+///
+/// The packet reader takes its screen's lock again right after releasing it while packets keep
+/// coming; with a plain mutex the user-interface thread could then wait for as long as that lasts.
+/// Meets the standard's BasicLockable, so it goes with std::lock_guard. Not recursive.
+class CFairLock {
+  public:
+    CFairLock() = default;
+    CFairLock(const CFairLock&) = delete;
+    CFairLock& operator=(const CFairLock&) = delete;
+
+    void lock() {
+        const std::uint32_t nTicket = m_nNextTicket.fetch_add(1);
+        if (m_nServing.load() != nTicket) AwaitTurn(nTicket);
+    }
+
+    /// Costs no system call while nobody waits. A thread that draws a ticket after that was looked
+    /// at sees the new number being served: both counters are in one total order.
+    void unlock() {
+        const std::uint32_t nServing = m_nServing.fetch_add(1) + 1;
+        if (m_nNextTicket.load() != nServing) WakeWaiters();
+    }
+
+  private:
+    // Not inline: waiting and waking must be done by one library. The standard library counts the
+    // waiting threads of each library apart, and a wake finds only those of its own.
+    PLATFORM_API void AwaitTurn(std::uint32_t nTicket);
+    PLATFORM_API void WakeWaiters();
+
+    std::atomic<std::uint32_t> m_nNextTicket{0};
+    std::atomic<std::uint32_t> m_nServing{0};
+};

@@ -1,0 +1,82 @@
+// The process's application: the window system, the application object with its settings store, and
+// the main frame.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/system/Settings.h"
+#include "platform/windows/Wnd.h"
+
+/// The window system of this process. Make one, first thing in main, and keep it to the end.
+///
+/// Without a display ($DISPLAY and $WAYLAND_DISPLAY unset) and without a platform chosen by
+/// $QT_QPA_PLATFORM it runs on the offscreen platform.
+class PLATFORM_API CWindowSystem {
+  public:
+    CWindowSystem(int& argc, char** argv);
+    /// For programs that only draw into memory: never asks for a display.
+    static std::unique_ptr<CWindowSystem> MakeOffscreen(int& argc, char** argv);
+    ~CWindowSystem();
+    CWindowSystem(const CWindowSystem&) = delete;
+    CWindowSystem& operator=(const CWindowSystem&) = delete;
+
+    /// Whether windows appear on a display that somebody may look at.
+    static bool HasDisplay();
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_pState;
+};
+
+/// Handles the messages and the input that wait, and returns. For long work on the user-interface
+/// thread; a window made with CDialog::CreateModal keeps the input from the screen behind.
+PLATFORM_API void PumpMessages();
+
+/// The main frame, a window of the host with a view that takes messages.
+class PLATFORM_API CFrameWindow : public CWnd {
+  public:
+    /// Makes the frame's window; it need not be shown.
+    bool Create(const std::wstring& strTitle);
+
+    /// The active view, or null. Not owned.
+    CWnd* GetActiveView() const { return m_pActiveView; }
+    void SetActiveView(CWnd* pView) { m_pActiveView = pView; }
+
+  private:
+    CWnd* m_pActiveView = nullptr;
+};
+
+/// A window without looks of its own that receives messages.
+class PLATFORM_API CView : public CWnd {
+  public:
+    bool Create(CWnd* pParent);
+};
+
+/// The application object; at most one exists. It is the per-user settings store.
+class PLATFORM_API CApplication {
+  public:
+    /// @param strSettingsFile the INI file of the settings; empty: the current user's file for
+    ///        this application's name
+    explicit CApplication(const std::wstring& strName, const std::wstring& strSettingsFile = {});
+    virtual ~CApplication();
+    CApplication(const CApplication&) = delete;
+    CApplication& operator=(const CApplication&) = delete;
+
+    /// The stored integer, or the default when the key is absent or not a number.
+    int GetProfileInt(const std::wstring& strSection, const std::wstring& strKey, int nDefault) {
+        return m_settings.GetInt(strSection, strKey, nDefault);
+    }
+    /// @return false when it could not be stored
+    bool WriteProfileInt(const std::wstring& strSection, const std::wstring& strKey, int nValue) {
+        return m_settings.SetInt(strSection, strKey, nValue);
+    }
+
+    CFrameWindow* m_pMainWnd = nullptr;  ///< not owned
+
+  private:
+    CSettings m_settings;
+};
+
+/// The application object, or null.
+PLATFORM_API CApplication* GetApp();

@@ -1,0 +1,203 @@
+#include "platform/windows/Dialog.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFontMetrics>
+#include <QScreen>
+
+#include "platform/drawing/Graphics.h"
+#include "platform/drawing/qt/Surface.h"
+#include "platform/system/Exceptions.h"
+#include "platform/windows/Application.h"
+#include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/Widgets.h"
+
+BEGIN_MESSAGE_MAP(CDialog, CWnd)
+ON_COMMAND(IDOK, OnOK)
+ON_COMMAND(IDCANCEL, OnCancel)
+END_MESSAGE_MAP()
+
+namespace {
+
+QFont TemplateFont(const wchar_t* pFace, int nPointSize) {
+    CFont font;
+    font.CreatePointFont(nPointSize * 10, pFace);
+    return ToQFont(font);
+}
+
+/// Centres a window over its owner, or on the screen, and keeps it on the screen.
+void PlaceWindow(QWidget& widget) {
+    const QWidget* pOwner = widget.parentWidget() ? widget.parentWidget()->window() : nullptr;
+    const QRect available = widget.screen()->availableGeometry();
+    QRect place(QPoint(), widget.size());
+    place.moveCenter(pOwner && pOwner->isVisible() ? pOwner->geometry().center()
+                                                   : available.center());
+    if (place.right() > available.right()) place.moveRight(available.right());
+    if (place.bottom() > available.bottom()) place.moveBottom(available.bottom());
+    if (place.left() < available.left()) place.moveLeft(available.left());
+    if (place.top() < available.top()) place.moveTop(available.top());
+    widget.move(place.topLeft());
+}
+
+}  // namespace
+
+CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize) {
+    if (nPointSize == 8 && std::wstring_view(pFontFace) == L"MS Shell Dlg") return {6, 13};
+    const QFontMetrics metrics(TemplateFont(pFontFace, nPointSize));
+    const int nAlphabet = metrics.horizontalAdvance(
+        QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
+    return {(nAlphabet / 26 + 1) / 2, metrics.height()};
+}
+
+bool CDialog::CreateFromTemplate(CWnd* pParent) {
+    QWidget* pParentWidget = nullptr;
+    if (NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr)
+        pParentWidget = &pNative->widget;
+    else if (!m_template.bChild)
+        pParentWidget = QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                                          : QApplication::activeWindow();
+    if (pParentWidget && !m_template.bChild) pParentWidget = pParentWidget->window();
+
+    const Qt::WindowFlags flags =
+        m_template.bChild ? Qt::Widget : Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    auto* pWidget = new DialogWidget(this, pParentWidget, flags);
+    pWidget->setFont(TemplateFont(m_template.pFontFace, m_template.nPointSize));
+    pWidget->setWindowTitle(QString::fromWCharArray(m_template.pTitle));
+    pWidget->baseUnits = DialogBaseUnits(m_template.pFontFace, m_template.nPointSize);
+    const CRect client = MapDialogRect(pWidget->baseUnits, 0, 0, m_template.cx, m_template.cy);
+    pWidget->setFixedSize(client.Width(), client.Height());
+    for (const DialogItem& item : m_template.items) CreateControl(item, *pWidget);
+    return true;
+}
+
+int CDialog::DoModal() {
+    CreateFromTemplate(m_pParentWnd);
+    const WindowHandle hWnd = GetHandle();
+    QWidget& widget = Native()->widget;
+    widget.setWindowModality(Qt::ApplicationModal);
+
+    QEventLoop loop;
+    bool bEnded = false;
+    m_nModalResult = IDCANCEL;
+    m_endModalLoop = [&] {
+        bEnded = true;
+        loop.quit();
+    };
+    bool bDefaultFocus = false;
+    try {
+        bDefaultFocus = OnInitDialog();
+    } catch (...) {
+        ReportCurrentException();
+        EndDialog(-1);
+    }
+    if (!bEnded && IsWindow(hWnd)) {
+        PlaceWindow(widget);
+        widget.show();
+        widget.activateWindow();
+        if (bDefaultFocus && !widget.focusWidget()) widget.setFocus();
+        const auto quit = QObject::connect(&widget, &QObject::destroyed, &loop, &QEventLoop::quit);
+        loop.exec();
+        QObject::disconnect(quit);
+    }
+    m_endModalLoop = nullptr;
+    DestroyWindow();
+    return m_nModalResult;
+}
+
+bool CDialog::Create(CWnd* pParent) {
+    if (!CreateFromTemplate(pParent)) return false;
+    OnInitDialog();
+    return true;
+}
+
+bool CDialog::CreateModal(CWnd* pParent) {
+    if (!Create(pParent)) return false;
+    QWidget& widget = Native()->widget;
+    widget.setWindowModality(Qt::ApplicationModal);
+    PlaceWindow(widget);
+    widget.show();
+    widget.activateWindow();
+    return true;
+}
+
+void CDialog::EndDialog(int nResult) {
+    m_nModalResult = nResult;
+    if (m_endModalLoop)
+        m_endModalLoop();
+    else
+        ShowWindow(false);
+}
+
+bool CDialog::UpdateData(bool bSaveAndValidate) {
+    CDataExchange exchange{this, bSaveAndValidate};
+    try {
+        DoDataExchange(&exchange);
+    } catch (const CUserException&) {
+        return false;
+    }
+    return true;
+}
+
+bool CDialog::OnInitDialog() {
+    UpdateData(false);
+    return true;
+}
+
+void CDialog::OnOK() {
+    if (UpdateData(true)) EndDialog(IDOK);
+}
+
+void CDialog::OnCancel() { EndDialog(IDCANCEL); }
+
+LRESULT CDialog::DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    if (nMessage == WM_CLOSE) return SendMessage(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED));
+    return CWnd::DefWindowProc(nMessage, wParam, lParam);
+}
+
+namespace {
+
+/// Exchanges a whole number; one that does not convert, or does not fit, is reported.
+template <class Number>
+void ExchangeNumber(CDataExchange* pDX, int nID, Number& nValue) {
+    CWnd* pControl = pDX->m_pDialog->GetControl(nID);
+    if (!pControl) return;
+    if (!pDX->m_bSaveAndValidate) {
+        pControl->SetWindowText(std::to_wstring(nValue));
+        return;
+    }
+    bool bConverts = false;
+    const long long nEntered =
+        QString::fromStdWString(pControl->GetWindowText()).trimmed().toLongLong(&bConverts);
+    if (!bConverts || nEntered < std::numeric_limits<Number>::min() ||
+        nEntered > std::numeric_limits<Number>::max()) {
+        ShowErrorBox(L"Please enter an integer between " +
+                     std::to_wstring(std::numeric_limits<Number>::min()) + L" and " +
+                     std::to_wstring(std::numeric_limits<Number>::max()) + L".");
+        pControl->SetFocus();
+        throw CUserException();
+    }
+    nValue = static_cast<Number>(nEntered);
+}
+
+}  // namespace
+
+void ExchangeText(CDataExchange* pDX, int nID, std::int16_t& nValue) {
+    ExchangeNumber(pDX, nID, nValue);
+}
+
+void ExchangeText(CDataExchange* pDX, int nID, std::int32_t& nValue) {
+    ExchangeNumber(pDX, nID, nValue);
+}
+
+void ExchangeText(CDataExchange* pDX, int nID, std::wstring& strValue) {
+    CWnd* pControl = pDX->m_pDialog->GetControl(nID);
+    if (!pControl) return;
+    if (pDX->m_bSaveAndValidate)
+        strValue = pControl->GetWindowText();
+    else
+        pControl->SetWindowText(strValue);
+}
+
+void ExchangeControl(CDataExchange* pDX, int nID, CWnd& control) {
+    if (!control.GetHandle()) control.AttachControl(nID, pDX->m_pDialog);
+}

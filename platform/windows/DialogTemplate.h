@@ -1,0 +1,61 @@
+// Dialog templates: what a dialog looks like, as a constant table.
+#pragma once
+
+#include <span>
+
+#include "platform/drawing/Geometry.h"
+#include "platform/system/Export.h"
+#include "platform/system/Types.h"
+
+enum class ControlKind : BYTE {
+    Static,        ///< CStatic, a text
+    StaticFrame,   ///< CStatic without text, an area that a derived class paints
+    PushButton,    ///< CButton
+    StyledButton,  ///< CStyledButton
+    Edit,          ///< CEdit
+    DropDownList,  ///< CComboBox; height is that of the closed list
+    ListBox,       ///< CListBox
+};
+
+/// Styles of a control; they combine.
+enum ControlStyle : UINT {
+    CS_NONE = 0,
+    CS_HIDDEN = 1,      ///< not visible at first
+    CS_SORT = 2,        ///< lists: items in the order of their texts
+    CS_CENTER = 4,      ///< statics: text centred in each line
+    CS_READONLY = 8,    ///< edits
+    CS_BORDER = 16,     ///< edits
+    CS_CHECKABLE = 32,  ///< buttons with a checked state, which CButton::SetCheck changes
+    CS_DEFAULT = 64,    ///< buttons: pressed by Enter when no other button has the focus
+};
+
+/// Position and size in dialog units.
+struct DialogItem {
+    int nID;
+    ControlKind kind;
+    const wchar_t* pText;
+    int x, y, cx, cy;
+    UINT nStyle = CS_NONE;
+};
+
+struct DialogTemplate {
+    int nID;
+    const wchar_t* pTitle;
+    int cx, cy;  ///< client area in dialog units
+    const wchar_t* pFontFace;
+    int nPointSize;
+    std::span<const DialogItem> items;
+    bool bChild = false;  ///< a child of its parent window, without frame, hidden until shown
+};
+
+/// Pixels per dialog unit of a font: a horizontal unit is a quarter of cx, a vertical one an eighth
+/// of cy. 8-point "MS Shell Dlg" has 6 x 13; other fonts go by their metrics.
+PLATFORM_API CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize);
+
+/// A rectangle in dialog units as pixels, each coordinate rounded on its own.
+constexpr CRect MapDialogRect(CSize baseUnits, int x, int y, int cx, int cy) {
+    const auto scale = [](int n, int base, int parts) { return (n * base + parts / 2) / parts; };
+    const int left = scale(x, baseUnits.cx, 4);
+    const int top = scale(y, baseUnits.cy, 8);
+    return {left, top, left + scale(cx, baseUnits.cx, 4), top + scale(cy, baseUnits.cy, 8)};
+}

@@ -1,0 +1,237 @@
+#include "platform/windows/Wnd.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/drawing/qt/Surface.h"
+#include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/NativeWindow.h"
+#include "platform/windows/qt/UiQueue.h"
+#include "platform/windows/qt/Widgets.h"
+
+CWnd::~CWnd() { CWnd::DestroyWindow(); }
+
+CWnd* CWnd::FromHandle(WindowHandle hWnd) {
+    NativeWindow* pNative = NativeWindow::Find(hWnd);
+    return pNative ? pNative->pOwner : nullptr;
+}
+
+LRESULT CWnd::SendMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    return ::SendMessage(GetHandle(), nMessage, wParam, lParam);
+}
+
+bool CWnd::PostMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    return ::PostMessage(GetHandle(), nMessage, wParam, lParam);
+}
+
+void CWnd::PostCall(std::function<void()> call) {
+    const WindowHandle hWnd = GetHandle();
+    if (!hWnd) return;
+    PostToUi([hWnd, call = std::move(call)] {
+        if (!NativeWindow::Find(hWnd)) return;
+        try {
+            call();
+        } catch (...) {
+            ReportCurrentException();
+        }
+    });
+}
+
+void CWnd::EnableWindow(bool bEnable) {
+    if (m_pNative) m_pNative->widget.setEnabled(bEnable);
+}
+
+bool CWnd::IsWindowEnabled() const { return m_pNative && m_pNative->widget.isEnabled(); }
+
+void CWnd::ShowWindow(bool bShow) {
+    if (!m_pNative) return;
+    // What a hidden window missed is drawn when it appears.
+    if (bShow && m_pNative->widget.isHidden()) m_pNative->MarkStale();
+    m_pNative->widget.setVisible(bShow);
+}
+
+bool CWnd::IsWindowVisible() const { return m_pNative && m_pNative->widget.isVisible(); }
+
+void CWnd::SetWindowText(const std::wstring& strText) {
+    if (m_pNative) SetWidgetText(m_pNative->widget, QString::fromStdWString(strText));
+}
+
+std::wstring CWnd::GetWindowText() const {
+    return m_pNative ? GetWidgetText(m_pNative->widget).toStdWString() : std::wstring();
+}
+
+void CWnd::SetFont(CFont* pFont, bool bRedraw) {
+    if (!m_pNative || !pFont) return;
+    m_pNative->widget.setFont(ToQFont(*pFont));
+    if (bRedraw) m_pNative->MarkStale();
+}
+
+void CWnd::SetFocus() {
+    if (m_pNative) m_pNative->widget.setFocus();
+}
+
+int CWnd::GetControlID() const { return m_pNative ? m_pNative->nID : 0; }
+
+void CWnd::Invalidate(bool) {
+    if (IsUiThread()) {
+        if (m_pNative) m_pNative->MarkStale();
+        return;
+    }
+    const WindowHandle hWnd = GetHandle();
+    if (!hWnd || m_bPaintRequested.exchange(true)) return;
+    PostToUi([hWnd] {
+        NativeWindow* pNative = NativeWindow::Find(hWnd);
+        if (!pNative) return;
+        if (pNative->pOwner) pNative->pOwner->m_bPaintRequested = false;
+        pNative->MarkStale();
+    });
+}
+
+void CWnd::UpdateWindow() {
+    if (m_pNative && m_pNative->bStale) m_pNative->widget.repaint();
+}
+
+void CWnd::DragAcceptFiles(bool bAccept) {
+    if (m_pNative) m_pNative->widget.setAcceptDrops(bAccept);
+}
+
+CRect CWnd::GetClientRect() const {
+    if (!m_pNative) return {};
+    return {0, 0, m_pNative->widget.width(), m_pNative->widget.height()};
+}
+
+CRect CWnd::GetWindowRect() const {
+    CPoint origin;
+    ClientToScreen(origin);
+    CRect rect = GetClientRect();
+    rect.OffsetRect(origin.x, origin.y);
+    return rect;
+}
+
+void CWnd::ScreenToClient(CPoint& point) const {
+    if (!m_pNative) return;
+    const QPoint mapped = m_pNative->widget.mapFromGlobal(QPoint(point.x, point.y));
+    point = {mapped.x(), mapped.y()};
+}
+
+void CWnd::ScreenToClient(CRect& rect) const {
+    CPoint corner = rect.TopLeft();
+    ScreenToClient(corner);
+    rect.OffsetRect(corner.x - rect.left, corner.y - rect.top);
+}
+
+void CWnd::ClientToScreen(CPoint& point) const {
+    if (!m_pNative) return;
+    const QPoint mapped = m_pNative->widget.mapToGlobal(QPoint(point.x, point.y));
+    point = {mapped.x(), mapped.y()};
+}
+
+void CWnd::MoveWindow(const CRect& rect) {
+    if (m_pNative) m_pNative->widget.setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
+}
+
+void CWnd::SetWindowPosition(CPoint position) {
+    if (m_pNative) m_pNative->widget.move(position.x, position.y);
+}
+
+void CWnd::SetTopMost() {
+    if (!m_pNative) return;
+    QWidget& widget = m_pNative->widget;
+    const bool bVisible = widget.isVisible();
+    widget.setWindowFlag(Qt::WindowStaysOnTopHint);
+    if (bVisible) widget.show();
+}
+
+CWnd* CWnd::GetParent() const {
+    NativeWindow* pParent = m_pNative ? m_pNative->Parent() : nullptr;
+    return pParent ? pParent->pOwner : nullptr;
+}
+
+CWnd* CWnd::GetControl(int nID) const {
+    NativeWindow* pChild = m_pNative ? m_pNative->Child(nID) : nullptr;
+    return pChild ? pChild->pOwner : nullptr;
+}
+
+void CWnd::SetControlText(int nID, const std::wstring& strText) {
+    if (CWnd* pControl = GetControl(nID)) pControl->SetWindowText(strText);
+}
+
+bool CWnd::AttachControl(int nID, CWnd* pParent) {
+    NativeWindow* pChild = pParent && pParent->m_pNative ? pParent->m_pNative->Child(nID) : nullptr;
+    if (!pChild) return false;
+    pChild->Attach(this);
+    return true;
+}
+
+bool CWnd::DestroyWindow() {
+    if (!m_pNative) return false;
+    NativeWindow* pNative = m_pNative;
+    const QPointer<QWidget> pWidget = &pNative->widget;
+    pNative->Dispatch(WM_DESTROY, 0, 0);
+    if (!pWidget) return true;
+    pNative->Retire();
+    // The widget may be in the middle of an event of its own: it goes when that is over.
+    pWidget->hide();
+    pWidget->deleteLater();
+    return true;
+}
+
+LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    const UINT nCode = nMessage == WM_COMMAND ? static_cast<UINT>(wParam >> 16) & 0xFFFFu : 0;
+    const UINT nID = nMessage == WM_COMMAND ? static_cast<UINT>(wParam) & 0xFFFFu : 0;
+    for (const MessageMap* pMap = GetMessageMap(); pMap; pMap = pMap->pBaseMap)
+        for (const MessageMapEntry& entry : pMap->entries)
+            if (entry.nMessage == nMessage && entry.nCode == nCode && entry.nID == nID)
+                return entry.m_pInvoke(*this, wParam, lParam);
+    return DefWindowProc(nMessage, wParam, lParam);
+}
+
+LRESULT CWnd::DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM) {
+    static CBrush buttonFace(BUTTON_FACE);
+    LRESULT nResult = 0;
+    if (m_pNative && m_pNative->RunDefault(nMessage, &nResult)) return nResult;
+    switch (nMessage) {
+    case WM_CTLCOLORSTATIC:
+        return reinterpret_cast<LRESULT>(&buttonFace);
+    case WM_ERASEBKGND:
+        reinterpret_cast<CDC*>(wParam)->FillSolidRect(GetClientRect(), BUTTON_FACE);
+        return 1;
+    case WM_CLOSE:
+        DestroyWindow();
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+LRESULT CWnd::Default() {
+    const auto* pHandling = m_pNative ? m_pNative->m_pHandling : nullptr;
+    return pHandling ? DefWindowProc(pHandling->nMessage, pHandling->wParam, pHandling->lParam) : 0;
+}
+
+const MessageMap* CWnd::GetThisMessageMap() {
+    static const MessageMap map{nullptr, {}};
+    return &map;
+}
+
+const MessageMap* CWnd::GetMessageMap() const { return GetThisMessageMap(); }
+
+LRESULT SendMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    if (!IsUiThread()) {
+        PostMessage(hWnd, nMessage, wParam, lParam);
+        return 0;
+    }
+    NativeWindow* pNative = NativeWindow::Find(hWnd);
+    return pNative ? pNative->Dispatch(nMessage, wParam, lParam) : 0;
+}
+
+bool PostMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam) {
+    if (!hWnd || (IsUiThread() && !NativeWindow::Find(hWnd))) return false;
+    PostToUi([=] {
+        if (NativeWindow* pNative = NativeWindow::Find(hWnd))
+            pNative->Dispatch(nMessage, wParam, lParam);
+    });
+    return true;
+}
+
+bool IsWindow(WindowHandle hWnd) { return NativeWindow::Find(hWnd) != nullptr; }

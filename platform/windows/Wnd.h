@@ -1,0 +1,137 @@
+// CWnd: a window or control, its messages, and the process-wide window table behind it.
+//
+// Thread rule: everything here belongs to the user-interface thread, except where an operation says
+// "any thread". A call from another thread is queued to the user-interface thread and dropped if
+// the window is gone by then.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <string>
+
+#include "platform/system/Export.h"
+#include "platform/system/Object.h"
+#include "platform/windows/MessageMap.h"
+
+class CFont;
+struct NativeWindow;
+
+class PLATFORM_API CWnd : public CObject {
+  public:
+    CWnd() = default;
+    /// Destroys the window too, if there is one.
+    ~CWnd() override;
+    CWnd(const CWnd&) = delete;
+    CWnd& operator=(const CWnd&) = delete;
+
+    /// The window's handle, 0 while there is no window. Any thread.
+    WindowHandle GetHandle() const { return m_hWnd.load(std::memory_order_acquire); }
+
+    /// The object attached to a window, or null when there is no such window (any more).
+    static CWnd* FromHandle(WindowHandle hWnd);
+
+    // Messages -----------------------------------------------------------------------------------
+
+    /// Handles a message now and returns the handler's result; exceptions of handlers are reported
+    /// by the standard error box and give 0. Without a window: 0. Any thread; from a thread that is
+    /// not the user-interface thread it is the same as PostMessage and gives 0.
+    LRESULT SendMessage(UINT nMessage, WPARAM wParam = 0, LPARAM lParam = 0);
+
+    /// Queues a message. Any thread.
+    /// @return false when there is no window
+    bool PostMessage(UINT nMessage, WPARAM wParam = 0, LPARAM lParam = 0);
+
+    /// Queues a call to the user-interface thread, which makes it if the window is still there.
+    /// Any thread.
+    void PostCall(std::function<void()> call);
+
+    // State --------------------------------------------------------------------------------------
+
+    void EnableWindow(bool bEnable = true);
+    bool IsWindowEnabled() const;
+    void ShowWindow(bool bShow);
+    bool IsWindowVisible() const;
+    void SetWindowText(const std::wstring& strText);
+    std::wstring GetWindowText() const;
+    void SetFont(CFont* pFont, bool bRedraw = true);
+    void SetFocus();
+    int GetControlID() const;
+
+    /// Requests a repaint of the whole client area; several requests before the next paint make one
+    /// paint. Nothing happens without a window. Any thread.
+    void Invalidate(bool bErase = true);
+
+    /// Paints at once what has been invalidated.
+    void UpdateWindow();
+
+    /// Accepts files dropped on the window, as WM_DROPFILES.
+    void DragAcceptFiles(bool bAccept = true);
+
+    // Geometry, in pixels ------------------------------------------------------------------------
+
+    CRect GetClientRect() const;
+    CRect GetWindowRect() const;  ///< in screen coordinates
+    void ScreenToClient(CRect& rect) const;
+    void ScreenToClient(CPoint& point) const;
+    void ClientToScreen(CPoint& point) const;
+    void MoveWindow(const CRect& rect);       ///< in the parent's client coordinates
+    void SetWindowPosition(CPoint position);  ///< keeps the size
+    void SetTopMost();
+
+    // Relations ----------------------------------------------------------------------------------
+
+    CWnd* GetParent() const;
+
+    /// The child control with an id, or null.
+    CWnd* GetControl(int nID) const;
+
+    void SetControlText(int nID, const std::wstring& strText);
+
+    /// Ties this object to the control `nID` of `pParent`, in place of the object that stood for
+    /// it.
+    /// @return false when there is no such control
+    bool AttachControl(int nID, CWnd* pParent);
+
+    /// Destroys the window with its children; the object stays.
+    virtual bool DestroyWindow();
+
+  protected:
+    /// Looks a message up in the message maps, from the most derived class to the root, and else
+    /// hands it to DefWindowProc.
+    virtual LRESULT WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam);
+
+    /// The default handling of a message.
+    virtual LRESULT DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam);
+
+    /// The default handling of the message being handled now.
+    LRESULT Default();
+
+    void OnLButtonDown(UINT, CPoint) { Default(); }
+    void OnLButtonUp(UINT, CPoint) { Default(); }
+    void OnMouseMove(UINT, CPoint) { Default(); }
+    void OnRButtonDown(UINT, CPoint) { Default(); }
+    bool OnEraseBkgnd(CDC*) { return Default() != 0; }
+    CBrush* OnCtlColor(CDC*, CWnd*, UINT) { return reinterpret_cast<CBrush*>(Default()); }
+
+    static const MessageMap* GetThisMessageMap();
+    virtual const MessageMap* GetMessageMap() const;
+
+    NativeWindow* Native() const { return m_pNative; }
+
+  private:
+    friend struct NativeWindow;
+    friend class CDialog;
+
+    std::atomic<WindowHandle> m_hWnd{0};
+    NativeWindow* m_pNative = nullptr;
+    /// Set while a repaint asked for by another thread is on its way, so that a flood of requests
+    /// makes one.
+    std::atomic<bool> m_bPaintRequested{false};
+};
+
+/// The message calls by handle, for windows whose object the caller does not hold. Any thread.
+PLATFORM_API LRESULT SendMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam = 0,
+                                 LPARAM lParam = 0);
+PLATFORM_API bool PostMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam = 0,
+                              LPARAM lParam = 0);
+PLATFORM_API bool IsWindow(WindowHandle hWnd);

@@ -1,0 +1,289 @@
+#include "platform/windows/qt/Widgets.h"
+
+#include <QAbstractItemView>
+#include <QMimeData>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include "platform/drawing/qt/Surface.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/PaintDC.h"
+
+namespace {
+
+QColor ToQColor(COLORREF color) {
+    return {static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
+            static_cast<int>((color >> 16) & 0xFF)};
+}
+
+}  // namespace
+
+bool DialogWidget::event(QEvent* pEvent) {
+    const bool bTaken = MessageWidget::event(pEvent);
+    switch (pEvent->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        // A window keeps its mouse events to itself: a bar's are not its screen's.
+        pEvent->accept();
+        return true;
+    default:
+        return bTaken;
+    }
+}
+
+void DialogWidget::paintEvent(QPaintEvent*) {
+    if (!native.pOwner) return;
+    if (native.bStale || native.picture.size() != size()) {
+        native.bStale = false;
+        CPaintDC dc(native.pOwner);
+        native.Dispatch(WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc), 0);
+    }
+    QPainter(this).drawImage(0, 0, native.picture);
+}
+
+void DialogWidget::keyPressEvent(QKeyEvent* pEvent) {
+    if (!isWindow()) {
+        pEvent->ignore();  // the dialog that holds this one takes the keys of both
+        return;
+    }
+    switch (pEvent->key()) {
+    case Qt::Key_Escape:
+        native.Dispatch(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED), 0);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        PressEnter();
+        break;
+    default:
+        MessageWidget::keyPressEvent(pEvent);
+    }
+}
+
+void DialogWidget::PressEnter() {
+    if (auto* pFocused = qobject_cast<QPushButton*>(focusWidget())) {
+        pFocused->click();
+        return;
+    }
+    for (QPushButton* pButton : findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
+        if (pButton->isDefault() && pButton->isVisible()) {
+            pButton->click();
+            return;
+        }
+    }
+    NativeWindow* pOk = native.Child(IDOK);
+    if (pOk && !pOk->widget.isEnabled()) return;
+    native.Dispatch(WM_COMMAND, CommandParam(IDOK, BN_CLICKED), 0);
+}
+
+void DialogWidget::closeEvent(QCloseEvent* pEvent) {
+    pEvent->ignore();  // the handler decides
+    native.Dispatch(WM_CLOSE, 0, 0);
+}
+
+void DialogWidget::dragEnterEvent(QDragEnterEvent* pEvent) {
+    if (pEvent->mimeData()->hasUrls()) pEvent->acceptProposedAction();
+}
+
+void DialogWidget::dropEvent(QDropEvent* pEvent) {
+    std::vector<std::wstring> paths;
+    for (const QUrl& url : pEvent->mimeData()->urls())
+        if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdWString());
+    pEvent->acceptProposedAction();
+    if (!paths.empty()) native.Dispatch(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&paths));
+}
+
+StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
+    : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);  // a click goes to the dialog
+}
+
+void StaticWidget::paintEvent(QPaintEvent*) {
+    native.PaintWidget([this] { PaintText(); });
+}
+
+void StaticWidget::PaintText() {
+    CBitmap scratch;
+    scratch.CreateBitmap(1, 1);
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    dc.SelectBitmap(&scratch);
+    dc.SetTextColor(RGB(0, 0, 0));
+    const CBrush* pBrush = nullptr;
+    if (NativeWindow* pParent = native.Parent())
+        pBrush = reinterpret_cast<const CBrush*>(
+            pParent->Dispatch(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(&dc),
+                              reinterpret_cast<LPARAM>(native.pOwner)));
+
+    QPainter painter(this);
+    if (pBrush) painter.fillRect(rect(), ToQColor(pBrush->m_color));
+    QColor color = ToQColor(dc.SetTextColor(0));
+    if (!isEnabled()) color = palette().color(QPalette::Disabled, QPalette::WindowText);
+    painter.setPen(color);
+    painter.drawText(rect(),
+                     (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
+                         Qt::TextWordWrap | Qt::TextExpandTabs,
+                     text);
+}
+
+ButtonWidget::ButtonWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
+    : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
+    connect(this, &QPushButton::clicked, this, [this] { native.Notify(BN_CLICKED); });
+}
+
+void ButtonWidget::paintEvent(QPaintEvent*) {
+    bool bDefault = false;
+    native.PaintWidget([&] { bDefault = true; });
+    if (!bDefault) return;
+
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.features &= ~QStyleOptionButton::DefaultButton;
+    painter.drawControl(QStyle::CE_PushButtonBevel, option);
+
+    QRect inside = rect().adjusted(3, 2, -3, -2);
+    if (isDown()) inside.translate(1, 1);
+    if (picture) {
+        if (!isEnabled()) painter.setOpacity(0.35);
+        DrawBitmap(painter, picture, inside);
+    } else {
+        const int nFlags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextWordWrap;
+        style()->drawItemText(&painter, inside, nFlags, palette(), isEnabled(), text(),
+                              QPalette::ButtonText);
+    }
+    if (hasFocus() && (option.state & QStyle::State_KeyboardFocusChange)) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect().adjusted(3, 3, -3, -3);
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+}
+
+EditWidget::EditWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
+    : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
+    setTextMargins(0, 0, 0, 0);
+    connect(this, &QLineEdit::textEdited, this, [this] { native.Notify(EN_CHANGE); });
+}
+
+ComboWidget::ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
+    : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    connect(this, &QComboBox::activated, this, [this] { native.Notify(CBN_SELCHANGE); });
+}
+
+void ComboWidget::changeEvent(QEvent* pEvent) {
+    MessageWidget::changeEvent(pEvent);
+    // The template's height is that of the open list; the closed one is as high as its font.
+    if (pEvent->type() == QEvent::FontChange) resize(width(), fontMetrics().height() + 8);
+}
+
+void ComboWidget::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    // A text that is too long for the closed list is drawn smaller rather than cut.
+    const int nRoom =
+        style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this)
+            .width() -
+        4;
+    QFont smaller = font();
+    while (smaller.pixelSize() > 8 &&
+           QFontMetrics(smaller).horizontalAdvance(option.currentText) > nRoom)
+        smaller.setPixelSize(smaller.pixelSize() - 1);
+    painter.setFont(smaller);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+ListWidget::ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
+    : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(this, &QListWidget::itemSelectionChanged, this,
+            [this] { native.Notify(LBN_SELCHANGE); });
+}
+
+void ListWidget::mouseDoubleClickEvent(QMouseEvent* pEvent) {
+    MessageWidget::mouseDoubleClickEvent(pEvent);
+    native.Notify(LBN_DBLCLK);
+}
+
+void CreateControl(const DialogItem& item, DialogWidget& dialog) {
+    QWidget* pWidget = nullptr;
+    const QString text = QString::fromWCharArray(item.pText ? item.pText : L"");
+    switch (item.kind) {
+    case ControlKind::Static:
+    case ControlKind::StaticFrame: {
+        auto* pStatic = new StaticWidget(item.nID, std::make_unique<CStatic>(), &dialog);
+        pStatic->text = text;
+        pStatic->bCentered = (item.nStyle & CS_CENTER) != 0;
+        pWidget = pStatic;
+        break;
+    }
+    case ControlKind::PushButton:
+    case ControlKind::StyledButton: {
+        std::unique_ptr<CWnd> pStandIn;
+        if (item.kind == ControlKind::StyledButton)
+            pStandIn = std::make_unique<CStyledButton>();
+        else
+            pStandIn = std::make_unique<CButton>();
+        auto* pButton = new ButtonWidget(item.nID, std::move(pStandIn), &dialog);
+        pButton->setText(text);
+        pButton->setCheckable((item.nStyle & CS_CHECKABLE) != 0);
+        pButton->setDefault((item.nStyle & CS_DEFAULT) != 0);
+        pWidget = pButton;
+        break;
+    }
+    case ControlKind::Edit: {
+        auto* pEdit = new EditWidget(item.nID, std::make_unique<CEdit>(), &dialog);
+        pEdit->setText(text);
+        pEdit->setReadOnly((item.nStyle & CS_READONLY) != 0);
+        if (item.nStyle & CS_READONLY) pEdit->setFocusPolicy(Qt::NoFocus);
+        pWidget = pEdit;
+        break;
+    }
+    case ControlKind::DropDownList: {
+        auto* pCombo = new ComboWidget(item.nID, std::make_unique<CComboBox>(), &dialog);
+        pCombo->bSorted = (item.nStyle & CS_SORT) != 0;
+        pWidget = pCombo;
+        break;
+    }
+    case ControlKind::ListBox: {
+        auto* pList = new ListWidget(item.nID, std::make_unique<CListBox>(), &dialog);
+        pList->bSorted = (item.nStyle & CS_SORT) != 0;
+        pWidget = pList;
+        break;
+    }
+    }
+    const CRect rect = MapDialogRect(dialog.baseUnits, item.x, item.y, item.cx, item.cy);
+    pWidget->setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
+    if (item.kind == ControlKind::DropDownList)
+        pWidget->resize(rect.Width(), pWidget->fontMetrics().height() + 8);
+    pWidget->setVisible((item.nStyle & CS_HIDDEN) == 0);
+}
+
+QString GetWidgetText(const QWidget& widget) {
+    if (auto* pStatic = dynamic_cast<const StaticWidget*>(&widget)) return pStatic->text;
+    if (auto* pButton = qobject_cast<const QPushButton*>(&widget)) return pButton->text();
+    if (auto* pEdit = qobject_cast<const QLineEdit*>(&widget)) return pEdit->text();
+    if (auto* pCombo = qobject_cast<const QComboBox*>(&widget)) return pCombo->currentText();
+    return widget.windowTitle();
+}
+
+void SetWidgetText(QWidget& widget, const QString& text) {
+    if (auto* pStatic = dynamic_cast<StaticWidget*>(&widget)) {
+        pStatic->text = text;
+        pStatic->native.MarkStale();
+    } else if (auto* pButton = qobject_cast<QPushButton*>(&widget)) {
+        pButton->setText(text);
+    } else if (auto* pEdit = qobject_cast<QLineEdit*>(&widget)) {
+        pEdit->setText(text);
+    } else {
+        widget.setWindowTitle(text);
+    }
+}
