@@ -59,27 +59,28 @@ std::function<void()> MakeDecoder(const std::vector<std::uint8_t>& payload, Valu
 
 void MeasureDecode(CTable& table) {
     struct Layout {
-        const char* pName;
-        ValueLayout layout;
+        const char* m_pName;
+        ValueLayout m_layout;
     };
     constexpr Layout LAYOUTS[] = {
         {"1 channel", {1, 1}},         {"1 channel, pairs", {1, 2}}, {"2 channels", {2, 1}},
         {"2 channels, pairs", {2, 2}}, {"3 channels", {3, 1}},
     };
     constexpr struct {
-        std::size_t nValues;
-        const char* pName;
+        std::size_t m_nValues;
+        const char* m_pName;
     } SIZES[] = {{200, "200"}, {2000, "2,000"}, {30000, "30,000"}};
 
     for (const auto& size : SIZES) {
-        const std::vector<std::uint8_t> payload = MakePayload(size.nValues);
+        const std::vector<std::uint8_t> payload = MakePayload(size.m_nValues);
         std::vector<Measure> measures{TimeCalls(MakeCopier(payload))};
         for (const Layout& layout : LAYOUTS)
-            measures.push_back(TimeCalls(MakeDecoder(payload, layout.layout)));
+            measures.push_back(TimeCalls(MakeDecoder(payload, layout.m_layout)));
         const std::vector<double> times = MeasureInTurn(measures, ROUNDS);
         for (std::size_t i = 0; i < std::size(LAYOUTS); ++i)
-            table.AddComparison(std::string(size.pName) + " values, " + LAYOUTS[i].pName,
-                                times[i + 1], "copy of the same bytes", times[0],
-                                Goal{Goal::Within, LAYOUTS[i].layout.m_nChannels == 1 ? 1.5 : 4.0});
+            table.AddComparison(
+                std::string(size.m_pName) + " values, " + LAYOUTS[i].m_pName, times[i + 1],
+                "copy of the same bytes", times[0],
+                Goal{Goal::Within, LAYOUTS[i].m_layout.m_nChannels == 1 ? 1.5 : 4.0});
     }
 }

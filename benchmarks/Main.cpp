@@ -10,9 +10,9 @@
 namespace {
 
 struct Group {
-    const char* pName;
-    const char* pTitle;
-    void (*measure)(CTable&);
+    const char* m_pName;
+    const char* m_pTitle;
+    void (*m_measure)(CTable&);
 };
 
 // The screen comes first: its start is that of a new process. The files come before what leaves
@@ -28,13 +28,13 @@ constexpr Group GROUPS[] = {
 
 const Group* FindGroup(const char* pName) {
     for (const Group& group : GROUPS)
-        if (std::strcmp(group.pName, pName) == 0) return &group;
+        if (std::strcmp(group.m_pName, pName) == 0) return &group;
     return nullptr;
 }
 
 bool IsWanted(const Group& group, int nNames, char** ppNames) {
     for (int i = 0; i < nNames; ++i)
-        if (std::strcmp(ppNames[i], group.pName) == 0) return true;
+        if (std::strcmp(ppNames[i], group.m_pName) == 0) return true;
     return nNames == 0;
 }
 
@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (FindGroup(argv[i])) continue;
         std::fprintf(stderr, "%s is no group; the groups are:", argv[i]);
-        for (const Group& group : GROUPS) std::fprintf(stderr, " %s", group.pName);
+        for (const Group& group : GROUPS) std::fprintf(stderr, " %s", group.m_pName);
         std::fprintf(stderr, "\n");
         return 2;
     }
@@ -54,8 +54,8 @@ int main(int argc, char** argv) {
     CTable table;
     for (const Group& group : GROUPS) {
         if (!IsWanted(group, argc - 1, argv + 1)) continue;
-        table.AddGroup(group.pTitle);
-        group.measure(table);
+        table.AddGroup(group.m_pTitle);
+        group.m_measure(table);
     }
     std::printf("\n%d of %d goals met\n", table.CountGoals() - table.CountMissed(),
                 table.CountGoals());

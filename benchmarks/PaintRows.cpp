@@ -173,10 +173,10 @@ Measure TimeManyCalls(std::function<void()> work) {
 }
 
 struct Comparison {
-    const char* pName;
-    CAlternative alternative;
-    double dTimesAsFast;  ///< the goal for long curves
-    int nPaints;          ///< in each round
+    const char* m_pName;
+    CAlternative m_alternative;
+    double m_dTimesAsFast;  ///< the goal for long curves
+    int m_nPaints;          ///< in each round
 };
 
 void CompareAlternatives(CTable& table, const std::string& strWhat, PaintedPlot& plot,
@@ -187,19 +187,19 @@ void CompareAlternatives(CTable& table, const std::string& strWhat, PaintedPlot&
     };
     std::vector<Measure> measures{TimeManyCalls([&] { plot.PaintNewView(); })};
     for (const Comparison& other : comparisons)
-        if (other.alternative.IsBuilt())
-            measures.push_back(other.alternative.TimePaints(nCurves, nValues, other.nPaints));
+        if (other.m_alternative.IsBuilt())
+            measures.push_back(other.m_alternative.TimePaints(nCurves, nValues, other.m_nPaints));
     const std::vector<double> times = MeasureInTurn(measures, nRounds);
 
     std::size_t nTime = 1;
     for (const Comparison& other : comparisons) {
-        if (!other.alternative.IsBuilt()) {
-            table.AddMissing(strWhat, other.pName, "not there");
+        if (!other.m_alternative.IsBuilt()) {
+            table.AddMissing(strWhat, other.m_pName, "not there");
             continue;
         }
         Goal goal{Goal::Faster};
-        if (nValues == LONG_CURVE) goal.m_times = other.dTimesAsFast;
-        table.AddComparison(strWhat, times[0], other.pName, times[nTime++], goal);
+        if (nValues == LONG_CURVE) goal.m_times = other.m_dTimesAsFast;
+        table.AddComparison(strWhat, times[0], other.m_pName, times[nTime++], goal);
     }
 }
 
@@ -207,11 +207,11 @@ void CompareAlternatives(CTable& table, const std::string& strWhat, PaintedPlot&
 
 void MeasurePaint(CTable& table) {
     struct Case {
-        const char* pName;
-        const char* pNewView;
-        unsigned nCurves;
-        unsigned nValues;
-        int nRounds;
+        const char* m_pName;
+        const char* m_pNewView;
+        unsigned m_nCurves;
+        unsigned m_nValues;
+        int m_nRounds;
     };
     constexpr Case CASES[] = {
         {"1 curve of 120,000 values", "1 curve of 120,000, new view", 1, SHORT_CURVE, 5},

@@ -49,7 +49,7 @@ class PacketTimes {
         const auto begin = SteadyClock::now();
         for (std::size_t i = 0; i < PACKETS; ++i) {
             std::this_thread::sleep_until(begin + PACKET_TIME * i);
-            m_spans[i].pushed = SteadyClock::now();
+            m_spans[i].m_pushed = SteadyClock::now();
             queue.push(m_packets[i]);
         }
     }
@@ -57,20 +57,21 @@ class PacketTimes {
     /// The picture shows nCount values of a channel.
     void NotePicture(std::uint32_t nCount) {
         const auto now = SteadyClock::now();
-        while (m_nSeen < PACKETS && m_counts[m_nSeen] <= nCount) m_spans[m_nSeen++].seen = now;
+        while (m_nSeen < PACKETS && m_counts[m_nSeen] <= nCount) m_spans[m_nSeen++].m_seen = now;
     }
     bool AreAllSeen() const { return m_nSeen == PACKETS; }
 
     std::vector<double> GetSeconds() const {
         std::vector<double> seconds;
-        for (const Span& span : m_spans) seconds.push_back(SecondsBetween(span.pushed, span.seen));
+        for (const Span& span : m_spans)
+            seconds.push_back(SecondsBetween(span.m_pushed, span.m_seen));
         return seconds;
     }
 
   private:
     struct Span {
-        SteadyClock::time_point pushed;
-        SteadyClock::time_point seen;
+        SteadyClock::time_point m_pushed;
+        SteadyClock::time_point m_seen;
     };
     std::vector<std::shared_ptr<RTPacket>> m_packets;
     std::vector<std::uint32_t> m_counts;  ///< values of a channel, up to and with the packet

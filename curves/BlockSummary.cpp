@@ -14,8 +14,8 @@ Lanes Larger(Lanes a, Lanes b) { return a > b ? a : b; }
 
 /// Smallest and largest values, lane by lane.
 struct Extremes {
-    Lanes smallest;
-    Lanes largest;
+    Lanes m_smallest;
+    Lanes m_largest;
 };
 
 Lanes LoadLanes(const void* pFrom) {
@@ -26,25 +26,25 @@ Lanes LoadLanes(const void* pFrom) {
 
 /// Values that stay where they are.
 struct ValuesInPlace {
-    const std::int16_t* pValues;
+    const std::int16_t* m_pValues;
 
-    Lanes Load(std::size_t nFrom) const { return LoadLanes(pValues + nFrom); }
-    ValuesInPlace At(std::size_t nBlock) const { return {pValues + nBlock * RT_BLOCK_VALUES}; }
+    Lanes Load(std::size_t nFrom) const { return LoadLanes(m_pValues + nFrom); }
+    ValuesInPlace At(std::size_t nBlock) const { return {m_pValues + nBlock * RT_BLOCK_VALUES}; }
 };
 
 /// Values that are copied when they are loaded.
 struct CopiedValues {
-    const std::uint8_t* pBytes;
-    std::int16_t* pTarget;
+    const std::uint8_t* m_pBytes;
+    std::int16_t* m_pTarget;
 
     Lanes Load(std::size_t nFrom) const {
-        const Lanes lanes = LoadLanes(pBytes + nFrom * sizeof(std::int16_t));
-        std::memcpy(pTarget + nFrom, &lanes, sizeof lanes);
+        const Lanes lanes = LoadLanes(m_pBytes + nFrom * sizeof(std::int16_t));
+        std::memcpy(m_pTarget + nFrom, &lanes, sizeof lanes);
         return lanes;
     }
     CopiedValues At(std::size_t nBlock) const {
         const std::size_t nFrom = nBlock * RT_BLOCK_VALUES;
-        return {pBytes + nFrom * sizeof(std::int16_t), pTarget + nFrom};
+        return {m_pBytes + nFrom * sizeof(std::int16_t), m_pTarget + nFrom};
     }
 };
 
@@ -55,8 +55,8 @@ Extremes FoldBlock(Values values) {
     Extremes extremes{first, first};
     for (std::size_t nFrom = LANE_COUNT; nFrom < RT_BLOCK_VALUES; nFrom += LANE_COUNT) {
         const Lanes lanes = values.Load(nFrom);
-        extremes.smallest = Smaller(extremes.smallest, lanes);
-        extremes.largest = Larger(extremes.largest, lanes);
+        extremes.m_smallest = Smaller(extremes.m_smallest, lanes);
+        extremes.m_largest = Larger(extremes.m_largest, lanes);
     }
     return extremes;
 }
@@ -77,14 +77,16 @@ Lanes SecondPairs(Lanes a, Lanes b) {
 
 /// The halves of two, folded onto one another: four lanes of a, then four of b.
 Extremes FoldHalves(const Extremes& a, const Extremes& b) {
-    return {Smaller(LowerHalves(a.smallest, b.smallest), UpperHalves(a.smallest, b.smallest)),
-            Larger(LowerHalves(a.largest, b.largest), UpperHalves(a.largest, b.largest))};
+    return {
+        Smaller(LowerHalves(a.m_smallest, b.m_smallest), UpperHalves(a.m_smallest, b.m_smallest)),
+        Larger(LowerHalves(a.m_largest, b.m_largest), UpperHalves(a.m_largest, b.m_largest))};
 }
 
 /// The pairs of two, folded onto one another: of each four lanes one pair, even and odd.
 Extremes FoldPairs(const Extremes& a, const Extremes& b) {
-    return {Smaller(FirstPairs(a.smallest, b.smallest), SecondPairs(a.smallest, b.smallest)),
-            Larger(FirstPairs(a.largest, b.largest), SecondPairs(a.largest, b.largest))};
+    return {
+        Smaller(FirstPairs(a.m_smallest, b.m_smallest), SecondPairs(a.m_smallest, b.m_smallest)),
+        Larger(FirstPairs(a.m_largest, b.m_largest), SecondPairs(a.m_largest, b.m_largest))};
 }
 
 /// Stores the first lanes of a vector as summaries.

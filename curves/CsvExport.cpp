@@ -20,8 +20,8 @@ static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CTextFile::BUFFER_SIZE);
 
 /// The text of every number of thousandths there can be in front of the last three digits.
 struct WholePart {
-    std::array<char, 4> text{};  ///< such as "-32."
-    std::uint8_t nLength = 0;
+    std::array<char, 4> m_text{};  ///< such as "-32."
+    std::uint8_t m_nLength = 0;
 };
 
 constexpr int MAX_WHOLE = 32;
@@ -31,7 +31,9 @@ constexpr std::array<WholePart, 2 * (MAX_WHOLE + 1)> MakeWholeParts() {
     for (int nSign = 0; nSign < 2; ++nSign) {
         for (int nWhole = 0; nWhole <= MAX_WHOLE; ++nWhole) {
             WholePart& part = parts[static_cast<std::size_t>(nSign * (MAX_WHOLE + 1) + nWhole)];
-            const auto append = [&](int c) { part.text[part.nLength++] = static_cast<char>(c); };
+            const auto append = [&](int c) {
+                part.m_text[part.m_nLength++] = static_cast<char>(c);
+            };
             if (nSign != 0) append('-');
             if (nWhole >= 10) append('0' + nWhole / 10);
             append('0' + nWhole % 10);
@@ -58,8 +60,8 @@ char* AppendThousandths(char* pTo, std::int16_t nValue) {
     const auto nMagnitude = static_cast<unsigned>(nValue < 0 ? -nValue : nValue);
     const WholePart& whole =
         WHOLE_PARTS[nMagnitude / 1000 + (nValue < 0 ? std::size_t{MAX_WHOLE + 1} : 0)];
-    std::memcpy(pTo, whole.text.data(), 4);
-    pTo += whole.nLength;
+    std::memcpy(pTo, whole.m_text.data(), 4);
+    pTo += whole.m_nLength;
     std::memcpy(pTo, THOUSANDTHS[nMagnitude % 1000].data(), 4);
     return pTo + 3;
 }

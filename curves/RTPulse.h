@@ -46,8 +46,8 @@ class RTPulseList {
     /// The record at an index below a count that GetCount has given.
     const RTPulse& At(std::size_t nIndex) const {
         const std::size_t nRuns = m_nRuns.load(std::memory_order_acquire);
-        if (nIndex < nRuns && RunAt(nIndex).nFirst == nIndex) return RunAt(nIndex).pulse;
-        return RunAt(FindRun(nRuns, nIndex)).pulse;
+        if (nIndex < nRuns && RunAt(nIndex).m_nFirst == nIndex) return RunAt(nIndex).m_pulse;
+        return RunAt(FindRun(nRuns, nIndex)).m_pulse;
     }
 
     /// Appends a record and publishes it (release). The writer's thread only.
@@ -65,13 +65,13 @@ class RTPulseList {
 
     /// Equal records in a row; they end where the next run begins, or with the list.
     struct Run {
-        RTPulse pulse;
-        std::uint32_t nFirst;  ///< index of the first of them
+        RTPulse m_pulse;
+        std::uint32_t m_nFirst;  ///< index of the first of them
     };
 
     struct Place {
-        std::size_t nChunk;
-        std::size_t nOffset;
+        std::size_t m_nChunk;
+        std::size_t m_nOffset;
     };
     static constexpr std::size_t GetChunkLength(std::size_t nChunk) {
         return FIRST_CHUNK_LENGTH << nChunk;
@@ -86,7 +86,7 @@ class RTPulseList {
 
     const Run& RunAt(std::size_t nRun) const {
         const Place place = FindPlace(nRun);
-        return m_apChunks[place.nChunk][place.nOffset];
+        return m_apChunks[place.m_nChunk][place.m_nOffset];
     }
     /// The run, below nRuns, that a record belongs to.
     std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const;

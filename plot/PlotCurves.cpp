@@ -10,52 +10,53 @@ int PassColumn(int nLevel, int nLow, int nHigh) { return nLevel >= nHigh ? nLow 
 }  // namespace
 
 void CPlotPainter::DrawCurves() {
-    if (m_layout.nWidth <= LEFT_MARGIN + 2) return;  // no curve area
-    m_lines.resize(m_shown.lstCurves.size());
+    if (m_layout.m_nWidth <= LEFT_MARGIN + 2) return;  // no curve area
+    m_lines.resize(m_shown.m_lstCurves.size());
     bool bFirst = true;
-    for (std::size_t k = 0; k < m_shown.lstCurves.size(); ++k) {
-        const PlotSnapshot::Curve& curve = m_shown.lstCurves[k];
-        if (!curve.spData || curve.nCount == 0) continue;
+    for (std::size_t k = 0; k < m_shown.m_lstCurves.size(); ++k) {
+        const PlotSnapshot::Curve& curve = m_shown.m_lstCurves[k];
+        if (!curve.m_spData || curve.m_nCount == 0) continue;
         const IndexRange range = FindIndexRange(curve);
         if (!range.IsEmpty()) {
             DrawCurve(curve, k, range);
-            if (bFirst) DrawInputTraces(curve.spData->GetPulses(), range);
+            if (bFirst) DrawInputTraces(curve.m_spData->GetPulses(), range);
         }
         bFirst = false;
     }
 }
 
 CPlotPainter::IndexRange CPlotPainter::FindIndexRange(const PlotSnapshot::Curve& curve) const {
-    const std::int64_t nCount = curve.nCount;
-    if (m_shown.nViewStart > m_shown.nViewEnd) return {};
+    const std::int64_t nCount = curve.m_nCount;
+    if (m_shown.m_nViewStart > m_shown.m_nViewEnd) return {};
 
     IndexRange range;
-    range.nLast = std::min(m_shown.nViewEnd, nCount);
-    range.nFirst =
-        m_shown.nViewStart <= nCount ? std::max<std::int64_t>(m_shown.nViewStart, 0) : nCount - 1;
-    if (m_shown.nDisplay == 2)
-        range.nFirst = std::max<std::int64_t>(range.nFirst, 2);
-    else if (range.nFirst % 2 != m_shown.nDisplay)
-        ++range.nFirst;
-    if (m_shown.nMode == 3 && range.nFirst >= m_shown.nDisplay)
-        range.nFirst -= (range.nFirst - m_shown.nDisplay) % 3;
+    range.m_nLast = std::min(m_shown.m_nViewEnd, nCount);
+    range.m_nFirst = m_shown.m_nViewStart <= nCount
+                         ? std::max<std::int64_t>(m_shown.m_nViewStart, 0)
+                         : nCount - 1;
+    if (m_shown.m_nDisplay == 2)
+        range.m_nFirst = std::max<std::int64_t>(range.m_nFirst, 2);
+    else if (range.m_nFirst % 2 != m_shown.m_nDisplay)
+        ++range.m_nFirst;
+    if (m_shown.m_nMode == 3 && range.m_nFirst >= m_shown.m_nDisplay)
+        range.m_nFirst -= (range.m_nFirst - m_shown.m_nDisplay) % 3;
     return range;
 }
 
 CPlotPainter::Column CPlotPainter::ReadColumn(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
                                               std::int64_t nLast) const {
     const auto find = [&](std::int64_t nFirst, std::int64_t nEnd) {
-        return curve.spData->FindMinMax(static_cast<std::uint32_t>(nFirst),
-                                        static_cast<std::uint32_t>(nEnd));
+        return curve.m_spData->FindMinMax(static_cast<std::uint32_t>(nFirst),
+                                          static_cast<std::uint32_t>(nEnd));
     };
-    const std::int64_t nEnd = std::min(nIndex + m_time.nColumnWidth, nLast);
+    const std::int64_t nEnd = std::min(nIndex + m_time.m_nColumnWidth, nLast);
     const RTMinMax values = find(nIndex, nEnd);
     Column column{values.m_nMin, values.m_nMax, 0};
-    if (m_shown.nDisplay == 2) {
+    if (m_shown.m_nDisplay == 2) {
         // Each value of the column brings the one behind it, also when that begins the next column.
         const std::int64_t nLastOwn = nIndex + (nEnd - 1 - nIndex) / 2 * 2;
         const RTMinMax second = find(nIndex + 1, std::min(nLastOwn + 2, nLast));
-        column.nSecondHigh = std::max<int>(second.m_nMax, 0);
+        column.m_nSecondHigh = std::max<int>(second.m_nMax, 0);
     }
     return column;
 }
@@ -65,78 +66,81 @@ CPlotPainter::Column CPlotPainter::ReadColumn(const PlotSnapshot::Curve& curve, 
 int CPlotPainter::FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
                                  std::int64_t nLast, int nLevel) const {
     if (nIndex >= nLast) return nLevel;
-    std::int64_t nAt = nIndex + (nLast - 1 - nIndex) / m_time.nColumnWidth * m_time.nColumnWidth;
+    std::int64_t nAt =
+        nIndex + (nLast - 1 - nIndex) / m_time.m_nColumnWidth * m_time.m_nColumnWidth;
     Column column = ReadColumn(curve, nAt, nLast);
-    int nIfLow = column.nLow;  // the outcome if the line leaves the column at its low end
-    int nIfHigh = column.nHigh;
+    int nIfLow = column.m_nLow;  // the outcome if the line leaves the column at its low end
+    int nIfHigh = column.m_nHigh;
     while (nIfLow != nIfHigh && nAt > nIndex) {
-        nAt -= m_time.nColumnWidth;
+        nAt -= m_time.m_nColumnWidth;
         const Column before = ReadColumn(curve, nAt, nLast);
-        const int nFromLow = before.nLow >= column.nHigh ? nIfLow : nIfHigh;
-        const int nFromHigh = before.nHigh >= column.nHigh ? nIfLow : nIfHigh;
+        const int nFromLow = before.m_nLow >= column.m_nHigh ? nIfLow : nIfHigh;
+        const int nFromHigh = before.m_nHigh >= column.m_nHigh ? nIfLow : nIfHigh;
         nIfLow = nFromLow;
         nIfHigh = nFromHigh;
         column = before;
     }
-    return nLevel >= column.nHigh ? nIfLow : nIfHigh;
+    return nLevel >= column.m_nHigh ? nIfLow : nIfHigh;
 }
 
 /// Works the line out only when anything that it follows from has changed since the last paint.
 const CurveLine& CPlotPainter::FindLine(const PlotSnapshot::Curve& curve, std::size_t nCurve,
                                         IndexRange range) {
     CurveLine& line = m_lines[nCurve];
-    const CurveLine::Source source{range.nFirst,    range.nLast, m_shown.nDisplay, m_nLevel,
-                                   m_layout.nWidth, m_time,      m_value};
-    if (!line.IsOf(curve.spData, source)) {
-        line.source.reset();
+    const CurveLine::Source source{range.m_nFirst, range.m_nLast,     m_shown.m_nDisplay,
+                                   m_nLevel,       m_layout.m_nWidth, m_time,
+                                   m_value};
+    if (!line.IsOf(curve.m_spData, source)) {
+        line.m_source.reset();
         TraceLine(curve, range, line);
-        line.wpData = curve.spData;
-        line.source = source;
+        line.m_wpData = curve.m_spData;
+        line.m_source = source;
     }
-    m_nLevel = line.nLevelAfter;
+    m_nLevel = line.m_nLevelAfter;
     return line;
 }
 
 void CPlotPainter::TraceLine(const PlotSnapshot::Curve& curve, IndexRange range,
                              CurveLine& line) const {
-    line.mainPoints.clear();
-    line.columnEnds.clear();
+    line.m_mainPoints.clear();
+    line.m_columnEnds.clear();
     int nLevel = m_nLevel;
-    for (std::int64_t i = range.nFirst; i < range.nLast; i += m_time.nColumnWidth) {
-        const int x = m_time.XAt(i - range.nFirst);
-        const Column column = ReadColumn(curve, i, range.nLast);
-        const bool bStraddles = column.nLow < nLevel && column.nHigh > nLevel;
-        if (bStraddles) line.mainPoints.push_back({x, m_value.YOf(column.nLow)});
-        nLevel = PassColumn(nLevel, column.nLow, column.nHigh);
-        line.mainPoints.push_back({x, m_value.YOf(nLevel)});
-        if (m_shown.nDisplay == 2)
-            line.columnEnds.push_back(
-                {line.mainPoints.size(), {x, m_value.YOf(column.nSecondHigh)}});
-        if (x >= m_layout.nWidth) {
-            nLevel = FindLevelAfter(curve, i + m_time.nColumnWidth, range.nLast, nLevel);
+    for (std::int64_t i = range.m_nFirst; i < range.m_nLast; i += m_time.m_nColumnWidth) {
+        const int x = m_time.XAt(i - range.m_nFirst);
+        const Column column = ReadColumn(curve, i, range.m_nLast);
+        const bool bStraddles = column.m_nLow < nLevel && column.m_nHigh > nLevel;
+        if (bStraddles) line.m_mainPoints.push_back({x, m_value.YOf(column.m_nLow)});
+        nLevel = PassColumn(nLevel, column.m_nLow, column.m_nHigh);
+        line.m_mainPoints.push_back({x, m_value.YOf(nLevel)});
+        if (m_shown.m_nDisplay == 2)
+            line.m_columnEnds.push_back(
+                {line.m_mainPoints.size(), {x, m_value.YOf(column.m_nSecondHigh)}});
+        if (x >= m_layout.m_nWidth) {
+            nLevel = FindLevelAfter(curve, i + m_time.m_nColumnWidth, range.m_nLast, nLevel);
             break;
         }
     }
-    line.nLevelAfter = nLevel;
+    line.m_nLevelAfter = nLevel;
 }
 
 void CPlotPainter::DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve,
                              IndexRange range) {
     const CurveLine& line = FindLine(curve, nCurve, range);
-    const std::int16_t* pValues = curve.spData->GetValues();
+    const std::int16_t* pValues = curve.m_spData->GetValues();
     const CPen mainPen(PenStyle::Solid, GetMainColour(nCurve));
-    const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.nFirst])};
-    if (m_shown.nDisplay == 2 && range.nFirst + 1 < range.nLast) {
+    const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.m_nFirst])};
+    if (m_shown.m_nDisplay == 2 && range.m_nFirst + 1 < range.m_nLast) {
         const CPen secondPen(PenStyle::Solid, ColourOf(m_colours.m_acrGraphLine2, nCurve));
         DrawPair(line, mainPen, mainStart, secondPen,
-                 {LEFT_MARGIN, m_value.YOf(pValues[range.nFirst + 1])});
+                 {LEFT_MARGIN, m_value.YOf(pValues[range.m_nFirst + 1])});
     } else {
-        DrawMainLine(mainPen, mainStart, line.mainPoints);
+        DrawMainLine(mainPen, mainStart, line.m_mainPoints);
     }
 }
 
 void CPlotPainter::DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points) {
-    const CRgn curveArea({LEFT_MARGIN, m_layout.nTopMargin, m_layout.nWidth, m_value.nMinY + 1});
+    const CRgn curveArea(
+        {LEFT_MARGIN, m_layout.m_nTopMargin, m_layout.m_nWidth, m_value.m_nMinY + 1});
     const CPen* pPrevious = m_dc.SelectPen(&pen);
     m_dc.SelectClipRgn(&curveArea);
     m_dc.MoveTo(start.x, start.y);
@@ -148,22 +152,22 @@ void CPlotPainter::DrawMainLine(const CPen& pen, CPoint start, std::span<const C
 /// Both lines, column by column: where they meet, the later column is on top.
 void CPlotPainter::DrawPair(const CurveLine& line, const CPen& mainPen, CPoint mainStart,
                             const CPen& secondPen, CPoint secondStart) {
-    const std::span<const CPoint> points(line.mainPoints);
+    const std::span<const CPoint> points(line.m_mainPoints);
     std::size_t nDrawn = 0;
-    for (const CurveLine::ColumnEnd& end : line.columnEnds) {
+    for (const CurveLine::ColumnEnd& end : line.m_columnEnds) {
         DrawMainLine(mainPen, nDrawn == 0 ? mainStart : points[nDrawn - 1],
-                     points.subspan(nDrawn, end.nMainPoints - nDrawn));
-        nDrawn = end.nMainPoints;
+                     points.subspan(nDrawn, end.m_nMainPoints - nDrawn));
+        nDrawn = end.m_nMainPoints;
 
         const CPen* pPrevious = m_dc.SelectPen(&secondPen);
         m_dc.MoveTo(secondStart.x, secondStart.y);
-        m_dc.LineTo(end.second.x, end.second.y);
+        m_dc.LineTo(end.m_second.x, end.m_second.y);
         m_dc.SelectPen(pPrevious);
-        secondStart = end.second;
+        secondStart = end.m_second;
     }
 }
 
 COLORREF CPlotPainter::GetMainColour(std::size_t nCurve) const {
-    return ColourOf(m_shown.nDisplay == 1 ? m_colours.m_acrGraphLine2 : m_colours.m_acrGraphLine,
+    return ColourOf(m_shown.m_nDisplay == 1 ? m_colours.m_acrGraphLine2 : m_colours.m_acrGraphLine,
                     nCurve);
 }

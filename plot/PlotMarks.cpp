@@ -21,7 +21,7 @@ void CPlotPainter::DrawVerticalLine(int x, int yFrom, PenStyle style, COLORREF c
 
 void CPlotPainter::DrawTimeMarker(std::int64_t nIndex) {
     if (nIndex == UNSET) return;
-    DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart), m_layout.nHeight,
+    DrawVerticalLine(m_time.XAt(nIndex - m_shown.m_nViewStart), m_layout.m_nHeight,
                      PenStyle::DashDotDot, m_colours.m_crTimeMarker);
 }
 
@@ -29,37 +29,37 @@ void CPlotPainter::DrawMarks() {
     const auto drawMark = [this](std::int64_t nIndex, int yFrom, COLORREF color) {
         // The marks are measured from the plot's edge, as the clicks that place them.
         if (nIndex != UNSET)
-            DrawVerticalLine(m_time.XAt(nIndex - m_shown.nViewStart) - LEFT_MARGIN, yFrom,
+            DrawVerticalLine(m_time.XAt(nIndex - m_shown.m_nViewStart) - LEFT_MARGIN, yFrom,
                              PenStyle::Solid, color);
     };
-    drawMark(m_plot.m_nToolPulseMark, m_layout.nHeight, m_colours.m_crToolPulse);
+    drawMark(m_plot.m_nToolPulseMark, m_layout.m_nHeight, m_colours.m_crToolPulse);
     drawMark(m_plot.m_nStartMark, m_layout.BandTop(), m_colours.m_crStart);
-    drawMark(m_plot.m_nEndMark, m_layout.nHeight, m_colours.m_crEnd);
+    drawMark(m_plot.m_nEndMark, m_layout.m_nHeight, m_colours.m_crEnd);
 
     DrawTimeMarker(m_plot.m_nMarkerA);
     DrawTimeMarker(m_plot.m_nMarkerB);
-    if (m_shown.lstCurves.size() == 1 && m_shown.lstCurves.front().spData)
-        for (const std::int32_t nMarker : m_shown.lstCurves.front().spData->m_anMarkers)
+    if (m_shown.m_lstCurves.size() == 1 && m_shown.m_lstCurves.front().m_spData)
+        for (const std::int32_t nMarker : m_shown.m_lstCurves.front().m_spData->m_anMarkers)
             DrawTimeMarker(nMarker);
 
     if (m_plot.m_nTriggerLevel == UNSET) return;
     const CPenScope pen(m_dc, PenStyle::Solid, TRIGGER_LINE);
-    const int y = m_value.nZeroY - TruncateToPixel(m_plot.m_nTriggerLevel * m_value.dScale);
+    const int y = m_value.m_nZeroY - TruncateToPixel(m_plot.m_nTriggerLevel * m_value.m_dScale);
     m_dc.MoveTo(LEFT_MARGIN, y);
-    m_dc.LineTo(m_layout.nWidth, y);
+    m_dc.LineTo(m_layout.m_nWidth, y);
 }
 
 void CPlotPainter::DrawLegend() {
-    const std::size_t nCurves = m_shown.lstCurves.size();
+    const std::size_t nCurves = m_shown.m_lstCurves.size();
     if (nCurves < 2) return;
     m_dc.SetTextAlign(TextAlign::Left);
     int y = LEGEND_TOP;
-    for (std::size_t k = 0; k < nCurves && y - 10 < m_layout.nHeight; ++k, y += LEGEND_STEP) {
+    for (std::size_t k = 0; k < nCurves && y - 10 < m_layout.m_nHeight; ++k, y += LEGEND_STEP) {
         const COLORREF color = ColourOf(m_colours.m_acrGraphLine, k);
         const CPenScope pen(m_dc, PenStyle::Solid, color);
-        m_dc.MoveTo(m_layout.nWidth - 100, y);
-        m_dc.LineTo(m_layout.nWidth - 80, y);
+        m_dc.MoveTo(m_layout.m_nWidth - 100, y);
+        m_dc.LineTo(m_layout.m_nWidth - 80, y);
         m_dc.SetTextColor(color);
-        m_dc.TextOut(m_layout.nWidth - 70, y - 10, L"Curve #" + std::to_wstring(k + 1));
+        m_dc.TextOut(m_layout.m_nWidth - 70, y - 10, L"Curve #" + std::to_wstring(k + 1));
     }
 }

@@ -9,14 +9,14 @@ void RTPlot::Paint(CDC& dc) {
     const CBrush background(m_pColours->m_crBackground);
     dc.Rectangle({0, 0, m_nWidth, m_nHeight}, &background);
     const PlotSnapshot shown = PlotSnapshot::Take(*this);
-    if (shown.lstCurves.empty()) return;
+    if (shown.m_lstCurves.empty()) return;
 
     CPlotPainter painter(dc, *this, shown, m_lines);
     m_nLeftMargin = LEFT_MARGIN;
-    m_dXScale = painter.GetTimeAxis().dScale;
-    m_dYScale = painter.GetValueAxis().dScale;
-    m_nZeroY = painter.GetValueAxis().nZeroY;
-    m_nValueSpan = painter.GetValueAxis().nSpan;
+    m_dXScale = painter.GetTimeAxis().m_dScale;
+    m_dYScale = painter.GetValueAxis().m_dScale;
+    m_nZeroY = painter.GetValueAxis().m_nZeroY;
+    m_nValueSpan = painter.GetValueAxis().m_nSpan;
 
     dc.SetBackgroundMode(BackgroundMode::Transparent);
     painter.DrawInputBand();
@@ -37,23 +37,23 @@ void CPlotPainter::DrawInputBand() {
     m_dc.SetTextColor(m_colours.m_crText);
     m_dc.SetTextAlign(TextAlign::Left);
     for (int nLine = 0; nLine < 4; ++nLine)
-        m_dc.TextOut(0, m_layout.BandTop() + nLine * m_layout.nRowHeight,
+        m_dc.TextOut(0, m_layout.BandTop() + nLine * m_layout.m_nRowHeight,
                      L"I #" + std::to_wstring(nLine + 1));
 
     const CPenScope pen(m_dc, PenStyle::Solid, RGB(128, 128, 128));
-    for (const int y : {m_layout.BandTop(), m_layout.nAxisY - m_layout.nRowHeight}) {
+    for (const int y : {m_layout.BandTop(), m_layout.m_nAxisY - m_layout.m_nRowHeight}) {
         m_dc.MoveTo(0, y);
-        m_dc.LineTo(m_layout.nWidth, y);
+        m_dc.LineTo(m_layout.m_nWidth, y);
     }
 }
 
 void CPlotPainter::DrawTimeAxis() {
     m_dc.SetTextColor(m_colours.m_crText);
     m_dc.SetTextAlign(TextAlign::Left);
-    m_dc.TextOut(0, m_layout.nLabelY, L"(ms)");
+    m_dc.TextOut(0, m_layout.m_nLabelY, L"(ms)");
 
     // A press near the right edge moves the start of the view beyond its end until the release.
-    const std::int64_t nView = m_shown.nViewEnd - m_shown.nViewStart;
+    const std::int64_t nView = m_shown.m_nViewEnd - m_shown.m_nViewStart;
     if (nView < 0) return;
 
     // About ten ticks, at a distance of 5, 10, ... 105 times a power of ten.
@@ -64,7 +64,7 @@ void CPlotPainter::DrawTimeAxis() {
     const std::int64_t nTicks = nView / nStep;
 
     const auto toMilliseconds =
-        [nRate = std::int64_t{m_shown.graph.m_nGraphRate}](std::int64_t nIndex) {
+        [nRate = std::int64_t{m_shown.m_graph.m_nGraphRate}](std::int64_t nIndex) {
             if (nRate >= 1000) return nIndex / (nRate / 1000);
             return nRate > 0 ? nIndex * 1000 / nRate : nIndex;
         };
@@ -74,22 +74,22 @@ void CPlotPainter::DrawTimeAxis() {
         m_dc.SetTextAlign((nTick == 0        ? TextAlign::Left
                            : nTick == nTicks ? TextAlign::Right
                                              : TextAlign::Center));
-        m_dc.TextOut(x, m_layout.nLabelY,
-                     std::to_wstring(toMilliseconds(nTick * nStep + m_shown.nViewStart)));
-        m_dc.MoveTo(x, m_layout.nLabelY);
-        m_dc.LineTo(x, m_layout.nAxisY);
+        m_dc.TextOut(x, m_layout.m_nLabelY,
+                     std::to_wstring(toMilliseconds(nTick * nStep + m_shown.m_nViewStart)));
+        m_dc.MoveTo(x, m_layout.m_nLabelY);
+        m_dc.LineTo(x, m_layout.m_nAxisY);
     }
 }
 
 void CPlotPainter::DrawValueGrid() {
-    const int nStep = std::max(m_value.nSpan / 10, 1);
+    const int nStep = std::max(m_value.m_nSpan / 10, 1);
     const CPenScope pen(m_dc, PenStyle::Dot, m_colours.m_crGridLines);
     m_dc.SetTextColor(m_colours.m_crText);
     m_dc.SetTextAlign(TextAlign::Left);
-    for (int nLine = 0; nLine <= m_value.nSpan / nStep; ++nLine) {
-        const int y = m_value.nMinY - TruncateToPixel(nLine * m_value.dScale * nStep);
+    for (int nLine = 0; nLine <= m_value.m_nSpan / nStep; ++nLine) {
+        const int y = m_value.m_nMinY - TruncateToPixel(nLine * m_value.m_dScale * nStep);
         m_dc.MoveTo(LEFT_MARGIN, y);
-        m_dc.LineTo(m_layout.nWidth, y);
-        m_dc.TextOut(0, y - 8, std::to_wstring(m_value.nMin + nLine * nStep));
+        m_dc.LineTo(m_layout.m_nWidth, y);
+        m_dc.TextOut(0, y - 8, std::to_wstring(m_value.m_nMin + nLine * nStep));
     }
 }

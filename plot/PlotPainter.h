@@ -46,14 +46,14 @@ class CPlotPainter {
   private:
     /// The value indices of a curve that are in view.
     struct IndexRange {
-        std::int64_t nFirst = 0;
-        std::int64_t nLast = 0;  ///< just behind
-        bool IsEmpty() const { return nFirst >= nLast; }
+        std::int64_t m_nFirst = 0;
+        std::int64_t m_nLast = 0;  ///< just behind
+        bool IsEmpty() const { return m_nFirst >= m_nLast; }
     };
     struct Column {
-        int nLow;
-        int nHigh;
-        int nSecondHigh;  ///< of the second quantity, and never below 0
+        int m_nLow;
+        int m_nHigh;
+        int m_nSecondHigh;  ///< of the second quantity, and never below 0
     };
 
     IndexRange FindIndexRange(const PlotSnapshot::Curve& curve) const;

@@ -16,8 +16,8 @@ constexpr std::int64_t MODE_3_GROUP = 3;
 constexpr int MIN_AUTO_SPAN = 20;
 
 struct ValueRange {
-    int nMin;
-    int nMax;
+    int m_nMin;
+    int m_nMax;
 };
 
 int EnlargeExtreme(int nExtreme) {
@@ -27,93 +27,94 @@ int EnlargeExtreme(int nExtreme) {
 /// The extremes of all curves with some room around them; both 0: none are known.
 ValueRange FindExtremes(const PlotSnapshot& shown) {
     ValueRange range{INT16_MAX, 0};
-    for (const PlotSnapshot::Curve& curve : shown.lstCurves) {
-        if (!curve.spData) continue;
-        if (shown.nDisplay != 1) {
-            range.nMax = std::max<int>(range.nMax, curve.extremes.m_nMaxEven);
-            range.nMin = std::min<int>(range.nMin, curve.extremes.m_nMinEven);
+    for (const PlotSnapshot::Curve& curve : shown.m_lstCurves) {
+        if (!curve.m_spData) continue;
+        if (shown.m_nDisplay != 1) {
+            range.m_nMax = std::max<int>(range.m_nMax, curve.m_extremes.m_nMaxEven);
+            range.m_nMin = std::min<int>(range.m_nMin, curve.m_extremes.m_nMinEven);
         }
-        if (shown.nDisplay != 0) {
-            range.nMax = std::max<int>(range.nMax, curve.extremes.m_nMaxOdd);
-            range.nMin = std::min<int>(range.nMin, curve.extremes.m_nMinOdd);
+        if (shown.m_nDisplay != 0) {
+            range.m_nMax = std::max<int>(range.m_nMax, curve.m_extremes.m_nMaxOdd);
+            range.m_nMin = std::min<int>(range.m_nMin, curve.m_extremes.m_nMinOdd);
         }
     }
-    return {EnlargeExtreme(range.nMin), EnlargeExtreme(range.nMax)};
+    return {EnlargeExtreme(range.m_nMin), EnlargeExtreme(range.m_nMax)};
 }
 
 }  // namespace
 
 PlotSnapshot PlotSnapshot::Take(const RTPlot& plot) {
     PlotSnapshot shown;
-    shown.nDisplay = plot.m_nDisplay;
-    shown.nMode = plot.m_nMode;
+    shown.m_nDisplay = plot.m_nDisplay;
+    shown.m_nMode = plot.m_nMode;
 
     const auto lock = plot.LockSession();
-    shown.nViewStart = plot.m_nViewStart;
-    shown.nViewEnd = plot.m_nViewEnd;
-    shown.bZoomed = plot.m_bZoomed != 0;
-    shown.nSpanValues = plot.m_nSpanValues;
-    if (plot.m_pGraph) shown.graph = *plot.m_pGraph;
+    shown.m_nViewStart = plot.m_nViewStart;
+    shown.m_nViewEnd = plot.m_nViewEnd;
+    shown.m_bZoomed = plot.m_bZoomed != 0;
+    shown.m_nSpanValues = plot.m_nSpanValues;
+    if (plot.m_pGraph) shown.m_graph = *plot.m_pGraph;
     if (!plot.m_spCurves) return shown;
     const RTCurveList& lstCurves = plot.m_spCurves->m_lstCurves[plot.m_nChannel];
-    shown.lstCurves.reserve(lstCurves.size());
+    shown.m_lstCurves.reserve(lstCurves.size());
     for (const auto& spCurve : lstCurves) {
         Curve curve{spCurve, 0, {}};
         if (spCurve) {
-            curve.nCount = spCurve->GetCount();
-            curve.extremes = spCurve->GetExtremes();
+            curve.m_nCount = spCurve->GetCount();
+            curve.m_extremes = spCurve->GetExtremes();
         }
-        shown.lstCurves.push_back(std::move(curve));
+        shown.m_lstCurves.push_back(std::move(curve));
     }
     return shown;
 }
 
 PlotLayout::PlotLayout(int nNewWidth, int nNewHeight)
-    : nWidth(nNewWidth), nHeight(nNewHeight), nAxisY(nHeight - 40), nLabelY(nHeight - 30),
-      nBandHeight(TruncateToPixel(0.2 * nHeight)), nTopMargin(TruncateToPixel(0.05 * nHeight)),
-      nRowHeight(nBandHeight / 5), nTraceHeight(TruncateToPixel(0.16 * nBandHeight)),
-      nUsableHeight(nHeight - nBandHeight - 40 - nTopMargin - 20),
-      nBaseline(nHeight - 40 - nTopMargin - nBandHeight) {}
+    : m_nWidth(nNewWidth), m_nHeight(nNewHeight), m_nAxisY(m_nHeight - 40),
+      m_nLabelY(m_nHeight - 30), m_nBandHeight(TruncateToPixel(0.2 * m_nHeight)),
+      m_nTopMargin(TruncateToPixel(0.05 * m_nHeight)), m_nRowHeight(m_nBandHeight / 5),
+      m_nTraceHeight(TruncateToPixel(0.16 * m_nBandHeight)),
+      m_nUsableHeight(m_nHeight - m_nBandHeight - 40 - m_nTopMargin - 20),
+      m_nBaseline(m_nHeight - 40 - m_nTopMargin - m_nBandHeight) {}
 
 TimeAxis::TimeAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
     const std::int64_t nShown =
-        shown.bZoomed ? shown.nViewEnd - shown.nViewStart : shown.nSpanValues;
+        shown.m_bZoomed ? shown.m_nViewEnd - shown.m_nViewStart : shown.m_nSpanValues;
     const std::int64_t nRange = std::max<std::int64_t>(nShown, 1);
-    dScale = static_cast<double>(layout.nWidth - LEFT_MARGIN - 2) / static_cast<double>(nRange);
+    m_dScale = static_cast<double>(layout.m_nWidth - LEFT_MARGIN - 2) / static_cast<double>(nRange);
 
-    nColumnWidth = std::max<std::int64_t>(nRange / TARGET_COLUMNS, 1);
-    if (nColumnWidth % 2 != 0) ++nColumnWidth;
-    if (shown.nMode == 3 && nColumnWidth % MODE_3_GROUP != 0)
-        nColumnWidth = nColumnWidth / MODE_3_GROUP * MODE_3_GROUP + MODE_3_GROUP;
+    m_nColumnWidth = std::max<std::int64_t>(nRange / TARGET_COLUMNS, 1);
+    if (m_nColumnWidth % 2 != 0) ++m_nColumnWidth;
+    if (shown.m_nMode == 3 && m_nColumnWidth % MODE_3_GROUP != 0)
+        m_nColumnWidth = m_nColumnWidth / MODE_3_GROUP * MODE_3_GROUP + MODE_3_GROUP;
 }
 
 int TimeAxis::XAt(std::int64_t nDistance) const {
-    return LEFT_MARGIN + TruncateToPixel(static_cast<double>(nDistance) * dScale);
+    return LEFT_MARGIN + TruncateToPixel(static_cast<double>(nDistance) * m_dScale);
 }
 
 ValueAxis::ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
-    const bool bAutoZoom = shown.graph.m_bAutoZoom != 0;
+    const bool bAutoZoom = shown.m_graph.m_bAutoZoom != 0;
     ValueRange range{0, 0};
     if (bAutoZoom) range = FindExtremes(shown);
-    if (range.nMin == 0 && range.nMax == 0)
-        range = {static_cast<std::int16_t>(shown.graph.m_nRangeMin),
-                 static_cast<std::int16_t>(shown.graph.m_nRangeMax)};
+    if (range.m_nMin == 0 && range.m_nMax == 0)
+        range = {static_cast<std::int16_t>(shown.m_graph.m_nRangeMin),
+                 static_cast<std::int16_t>(shown.m_graph.m_nRangeMax)};
 
-    nMin = range.nMin;
-    nSpan = range.nMax - range.nMin;
-    if (bAutoZoom && nSpan < MIN_AUTO_SPAN) {
-        nSpan = MIN_AUTO_SPAN;
-        nMin = std::max(range.nMax - MIN_AUTO_SPAN, 0);
+    m_nMin = range.m_nMin;
+    m_nSpan = range.m_nMax - range.m_nMin;
+    if (bAutoZoom && m_nSpan < MIN_AUTO_SPAN) {
+        m_nSpan = MIN_AUTO_SPAN;
+        m_nMin = std::max(range.m_nMax - MIN_AUTO_SPAN, 0);
     }
-    nSpan = std::max(nSpan, 1);
+    m_nSpan = std::max(m_nSpan, 1);
 
-    dScale = static_cast<double>(layout.nUsableHeight) / nSpan;
-    nZeroY = shown.graph.m_nRangeMin < 0
-                 ? TruncateToPixel(layout.nBaseline - std::abs(nMin) * dScale)
-                 : layout.nBaseline;
-    nMinY = nMin < 0 ? nZeroY + TruncateToPixel(std::abs(nMin) * dScale) : nZeroY;
+    m_dScale = static_cast<double>(layout.m_nUsableHeight) / m_nSpan;
+    m_nZeroY = shown.m_graph.m_nRangeMin < 0
+                   ? TruncateToPixel(layout.m_nBaseline - std::abs(m_nMin) * m_dScale)
+                   : layout.m_nBaseline;
+    m_nMinY = m_nMin < 0 ? m_nZeroY + TruncateToPixel(std::abs(m_nMin) * m_dScale) : m_nZeroY;
 }
 
 int ValueAxis::YOf(int nValue) const {
-    return nZeroY - TruncateToPixel((nValue - std::max(nMin, 0)) * dScale);
+    return m_nZeroY - TruncateToPixel((nValue - std::max(m_nMin, 0)) * m_dScale);
 }

@@ -16,21 +16,21 @@ struct RTPlot;
 /// What one paint shows: taken from a plot under its session lock, used without the lock.
 struct PlotSnapshot {
     struct Curve {
-        std::shared_ptr<const RTCurveData> spData;  ///< null: an entry without a curve
-        std::uint32_t nCount = 0;                   ///< values to read; the reader adds more
-        RTExtremes extremes;
+        std::shared_ptr<const RTCurveData> m_spData;  ///< null: an entry without a curve
+        std::uint32_t m_nCount = 0;                   ///< values to read; the reader adds more
+        RTExtremes m_extremes;
     };
 
     static PlotSnapshot Take(const RTPlot& plot);
 
-    std::int64_t nViewStart = 0;
-    std::int64_t nViewEnd = 0;
-    bool bZoomed = false;
-    std::int64_t nSpanValues = 1;
-    RTGraphSettings graph;
-    std::vector<Curve> lstCurves;  ///< empty: only the background is drawn
-    std::uint8_t nDisplay = 0;
-    std::uint8_t nMode = 1;
+    std::int64_t m_nViewStart = 0;
+    std::int64_t m_nViewEnd = 0;
+    bool m_bZoomed = false;
+    std::int64_t m_nSpanValues = 1;
+    RTGraphSettings m_graph;
+    std::vector<Curve> m_lstCurves;  ///< empty: only the background is drawn
+    std::uint8_t m_nDisplay = 0;
+    std::uint8_t m_nMode = 1;
 };
 
 /// The value-label margin, left of the curve area.
@@ -41,25 +41,25 @@ constexpr int LEFT_MARGIN = 40;
 struct PlotLayout {
     PlotLayout(int nWidth, int nHeight);
 
-    int nWidth;
-    int nHeight;
-    int nAxisY;         ///< the time axis
-    int nLabelY;        ///< top of the time labels
-    int nBandHeight;    ///< of the input lines, above the time axis
-    int nTopMargin;     ///< free space above and below the curves
-    int nRowHeight;     ///< of one input line
-    int nTraceHeight;   ///< swing of an input line
-    int nUsableHeight;  ///< what the value span fills
-    int nBaseline;      ///< y of the lowest value of an axis that has no negative values
+    int m_nWidth;
+    int m_nHeight;
+    int m_nAxisY;         ///< the time axis
+    int m_nLabelY;        ///< top of the time labels
+    int m_nBandHeight;    ///< of the input lines, above the time axis
+    int m_nTopMargin;     ///< free space above and below the curves
+    int m_nRowHeight;     ///< of one input line
+    int m_nTraceHeight;   ///< swing of an input line
+    int m_nUsableHeight;  ///< what the value span fills
+    int m_nBaseline;      ///< y of the lowest value of an axis that has no negative values
 
-    int BandTop() const { return nAxisY - nBandHeight; }
+    int BandTop() const { return m_nAxisY - m_nBandHeight; }
 };
 
 struct TimeAxis {
     TimeAxis(const PlotSnapshot& shown, const PlotLayout& layout);
 
-    double dScale;              ///< pixels per value index
-    std::int64_t nColumnWidth;  ///< value indices that share one column of a curve
+    double m_dScale;              ///< pixels per value index
+    std::int64_t m_nColumnWidth;  ///< value indices that share one column of a curve
 
     /// The x at a distance from the index at the curve area's left edge.
     int XAt(std::int64_t nDistance) const;
@@ -70,11 +70,11 @@ struct TimeAxis {
 struct ValueAxis {
     ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout);
 
-    int nMin;
-    int nSpan;      ///< at least 1
-    double dScale;  ///< pixels per value unit
-    int nZeroY;     ///< y of the value 0, or of the minimum when that is above 0
-    int nMinY;      ///< y of the minimum
+    int m_nMin;
+    int m_nSpan;      ///< at least 1
+    double m_dScale;  ///< pixels per value unit
+    int m_nZeroY;     ///< y of the value 0, or of the minimum when that is above 0
+    int m_nMinY;      ///< y of the minimum
 
     int YOf(int nValue) const;
 

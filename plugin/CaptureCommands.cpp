@@ -8,9 +8,9 @@ namespace {
 
 /// What a control does when a capture begins, and the opposite when the screen is idle again.
 struct CaptureControl {
-    int nID;
-    bool bEnabledWhileCapturing;
-    bool bInstrumentOnly;  ///< left alone when capture is controlled elsewhere
+    int m_nID;
+    bool m_bEnabledWhileCapturing;
+    bool m_bInstrumentOnly;  ///< left alone when capture is controlled elsewhere
 };
 
 constexpr CaptureControl CAPTURE_CONTROLS[] = {
@@ -24,9 +24,9 @@ constexpr CaptureControl CAPTURE_CONTROLS[] = {
 
 void ShowCaptureState(const CWnd& screen, bool bCapturing, bool bCaptureLocked) {
     for (const CaptureControl& control : CAPTURE_CONTROLS) {
-        if (control.bInstrumentOnly && bCaptureLocked) continue;
-        if (CWnd* pControl = screen.GetControl(control.nID))
-            pControl->EnableWindow(control.bEnabledWhileCapturing == bCapturing);
+        if (control.m_bInstrumentOnly && bCaptureLocked) continue;
+        if (CWnd* pControl = screen.GetControl(control.m_nID))
+            pControl->EnableWindow(control.m_bEnabledWhileCapturing == bCapturing);
     }
 }
 

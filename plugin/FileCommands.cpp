@@ -71,29 +71,29 @@ void CDlgSetupMode::LoadCaptureRecords(CArchive& ar) {
     // The curves are read into a set that nobody else sees; what is complete is put in hand at the
     // end, whatever that end is.
     struct Installer {
-        CDlgSetupMode& screen;
-        std::shared_ptr<CRTCurves> spCurves = std::make_shared<CRTCurves>();
-        RTCaptureScale scale{};
+        CDlgSetupMode& m_screen;
+        std::shared_ptr<CRTCurves> m_spCurves = std::make_shared<CRTCurves>();
+        RTCaptureScale m_scale{};
         ~Installer() {
-            screen.m_capture.ReplaceCurves(spCurves, scale);
-            for (CDialogDraw& control : screen.m_aPlotCtrl) control.Invalidate();
+            m_screen.m_capture.ReplaceCurves(m_spCurves, m_scale);
+            for (CDialogDraw& control : m_screen.m_aPlotCtrl) control.Invalidate();
         }
     } loaded{*this};
     {
         const std::lock_guard lock(m_lock);
-        loaded.scale.m_nValueRate = m_nValueRate;
-        loaded.scale.m_nAuxRate = m_nAuxRate;
+        loaded.m_scale.m_nValueRate = m_nValueRate;
+        loaded.m_scale.m_nAuxRate = m_nAuxRate;
         for (std::size_t k = 0; k < RT_MAX_CHANNELS; ++k)
-            loaded.scale.m_anSpanValues[k] = m_aPlots[k].m_nSpanValues;
+            loaded.m_scale.m_anSpanValues[k] = m_aPlots[k].m_nSpanValues;
     }
     const RTScreenRecord screen = ReadScreenRecord(ar);
-    loaded.scale.m_nValueRate = screen.m_nValueRate;
-    loaded.scale.m_nAuxRate = screen.m_nAuxRate;
+    loaded.m_scale.m_nValueRate = screen.m_nValueRate;
+    loaded.m_scale.m_nAuxRate = screen.m_nAuxRate;
     RTPlotRecord plots;
-    plots.m_anSpans = loaded.scale.m_anSpanValues;
+    plots.m_anSpans = loaded.m_scale.m_anSpanValues;
     ReadPlotRecord(ar, plots);
-    loaded.scale.m_anSpanValues = plots.m_anSpans;
-    ReadCurveSet(ar, *loaded.spCurves, m_pProgress);
+    loaded.m_scale.m_anSpanValues = plots.m_anSpans;
+    ReadCurveSet(ar, *loaded.m_spCurves, m_pProgress);
     FillDisplayList(m_nMode, m_nPositionInput);
 }
 

@@ -22,8 +22,8 @@ constexpr CPoint BAR_POSITION{90, 395};
 constexpr std::uint32_t PARAMETER_POSITION_RANGE = 50;
 
 struct ControlText {
-    int nControl;
-    std::int32_t nString;
+    int m_nControl;
+    std::int32_t m_nString;
 };
 
 constexpr ControlText CONTROL_TEXTS[] = {
@@ -165,7 +165,7 @@ void CDlgSetupMode::DisableWhatTheSessionForbids() {
 }
 
 void CDlgSetupMode::SetTexts() {
-    for (const ControlText& text : CONTROL_TEXTS) SetLangText(text.nControl, text.nString, L"");
+    for (const ControlText& text : CONTROL_TEXTS) SetLangText(text.m_nControl, text.m_nString, L"");
     SetWindowText(GetLangText(2004, L"Real Time Mode"));
 }
 

@@ -95,16 +95,16 @@ bool CNumberEntry::Accept(std::wstring strText, int nMaxDecimals) {
 std::optional<CNumberEntry::Value> CNumberEntry::GetValue() const {
     if (!HasDigit(m_strText)) return std::nullopt;
     Value value{m_strText, 0.0};
-    if (value.strText.back() == L'.') value.strText.pop_back();
-    const std::size_t nFirst = IsNegative(value.strText) ? 1 : 0;
-    if (value.strText[nFirst] == L'.') value.strText.insert(nFirst, 1, L'0');
+    if (value.m_strText.back() == L'.') value.m_strText.pop_back();
+    const std::size_t nFirst = IsNegative(value.m_strText) ? 1 : 0;
+    if (value.m_strText[nFirst] == L'.') value.m_strText.insert(nFirst, 1, L'0');
 
-    const std::string strPlain(value.strText.begin(), value.strText.end());
-    std::from_chars(strPlain.data(), strPlain.data() + strPlain.size(), value.dNumber);
-    if (value.dNumber == 0.0 && nFirst == 1) {
+    const std::string strPlain(value.m_strText.begin(), value.m_strText.end());
+    std::from_chars(strPlain.data(), strPlain.data() + strPlain.size(), value.m_dNumber);
+    if (value.m_dNumber == 0.0 && nFirst == 1) {
         // There is no minus zero on an instrument.
-        value.strText.erase(0, 1);
-        value.dNumber = 0.0;
+        value.m_strText.erase(0, 1);
+        value.m_dNumber = 0.0;
     }
     return value;
 }

@@ -13,8 +13,8 @@ class CNumberEntry {
     static constexpr int MAX_DIGITS = 12;
 
     struct Value {
-        std::wstring strText;  ///< as typed, but written out: "0.5" for ".5", "7" for "7."
-        double dNumber;
+        std::wstring m_strText;  ///< as typed, but written out: "0.5" for ".5", "7" for "7."
+        double m_dNumber;
     };
 
     /// @param strInitial the text to begin with; one that is no number gives a blank entry

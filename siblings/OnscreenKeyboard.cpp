@@ -16,7 +16,7 @@ unsigned char ShowNumberPad(std::wstring strTitle, std::wstring strInitial, std:
                             double* pNumber, unsigned char* pOption1, unsigned char*) {
     CNumberPadWindow window(strTitle, strInitial, pOption1 && *pOption1 ? 3 : 1);
     if (window.DoModal() != IDOK) return 0;
-    if (pResult) *pResult = window.GetValue().strText;
-    if (pNumber) *pNumber = window.GetValue().dNumber;
+    if (pResult) *pResult = window.GetValue().m_strText;
+    if (pNumber) *pNumber = window.GetValue().m_dNumber;
     return 1;
 }

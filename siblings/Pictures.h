@@ -5,8 +5,8 @@
 #include <string_view>
 
 struct Picture {
-    unsigned nID;
-    std::string_view svg;
+    unsigned m_nID;
+    std::string_view m_svg;
 };
 
 /// Every picture of siblings/pictures, numbered by its file's name. Lives as long as the program.

@@ -11,9 +11,9 @@ constexpr std::size_t PACKET_COST = 200;
 }  // namespace
 
 struct CRandomLink::Phase {
-    const char* pName;
-    unsigned nWeight;
-    void (CRandomLink::*pRun)();
+    const char* m_pName;
+    unsigned m_nWeight;
+    void (CRandomLink::*m_pRun)();
 };
 
 constinit const CRandomLink::Phase CRandomLink::PHASES[] = {
@@ -53,12 +53,12 @@ bool CRandomLink::Drain() {
 
 void CRandomLink::Run() {
     unsigned nWeights = 0;
-    for (const Phase& phase : PHASES) nWeights += phase.nWeight;
+    for (const Phase& phase : PHASES) nWeights += phase.m_nWeight;
     while (!m_bStop) {
         const Phase* pPhase = PHASES;
-        for (unsigned n = Pick(nWeights); n >= pPhase->nWeight; ++pPhase) n -= pPhase->nWeight;
-        m_record.Count(pPhase->pName);
-        (this->*pPhase->pRun)();
+        for (unsigned n = Pick(nWeights); n >= pPhase->m_nWeight; ++pPhase) n -= pPhase->m_nWeight;
+        m_record.Count(pPhase->m_pName);
+        (this->*pPhase->m_pRun)();
     }
 }
 

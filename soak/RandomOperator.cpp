@@ -10,9 +10,9 @@
 using Operator::PressKey;
 
 struct CRandomOperator::Action {
-    const char* pName;
-    unsigned nWeight;
-    void (CRandomOperator::*pDo)();
+    const char* m_pName;
+    unsigned m_nWeight;
+    void (CRandomOperator::*m_pDo)();
 };
 
 constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
@@ -97,11 +97,12 @@ void CRandomOperator::Act() {
     switch (front) {
     case Front::Screen: {
         unsigned nWeights = 0;
-        for (const Action& action : ON_SCREEN) nWeights += action.nWeight;
+        for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
         const Action* pAction = ON_SCREEN;
-        for (unsigned n = Pick(nWeights); n >= pAction->nWeight; ++pAction) n -= pAction->nWeight;
-        m_record.Count(pAction->pName);
-        (this->*pAction->pDo)();
+        for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction)
+            n -= pAction->m_nWeight;
+        m_record.Count(pAction->m_pName);
+        (this->*pAction->m_pDo)();
         break;
     }
     case Front::Keyboard:

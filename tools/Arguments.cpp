@@ -9,7 +9,8 @@ namespace {
 
 const OptionRule& FindRule(const std::wstring& strName, const std::vector<OptionRule>& rules) {
     const auto rule = std::find_if(rules.begin(), rules.end(), [&](const OptionRule& candidate) {
-        return strName == candidate.pName || (candidate.pShort && strName == candidate.pShort);
+        return strName == candidate.m_pName ||
+               (candidate.m_pShort && strName == candidate.m_pShort);
     });
     if (rule == rules.end()) throw CUsageError("unknown option " + ToUtf8(strName));
     return *rule;
@@ -35,14 +36,14 @@ std::vector<std::wstring> ReadArguments(const std::vector<std::wstring>& arrArgu
         const OptionRule& rule = FindRule(strName, rules);
         std::wstring strValue;
         if (nEquals != std::wstring::npos) {
-            if (!rule.bTakesValue) throw CUsageError(ToUtf8(strName) + " takes no value");
+            if (!rule.m_bTakesValue) throw CUsageError(ToUtf8(strName) + " takes no value");
             strValue = argument->substr(nEquals + 1);
-        } else if (rule.bTakesValue) {
+        } else if (rule.m_bTakesValue) {
             if (++argument == arrArguments.end())
                 throw CUsageError(ToUtf8(strName) + " needs a value");
             strValue = *argument;
         }
-        rule.apply(strValue);
+        rule.m_apply(strValue);
     }
     return arrFiles;
 }

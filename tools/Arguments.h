@@ -14,10 +14,10 @@ class CUsageError : public std::runtime_error {
 
 /// An option that a command knows.
 struct OptionRule {
-    const wchar_t* pName;   ///< such as "--channel"
-    const wchar_t* pShort;  ///< such as "-o"; null: none
-    bool bTakesValue;       ///< from the next argument, or behind "=" of a long name
-    std::function<void(const std::wstring& strValue)> apply;
+    const wchar_t* m_pName;   ///< such as "--channel"
+    const wchar_t* m_pShort;  ///< such as "-o"; null: none
+    bool m_bTakesValue;       ///< from the next argument, or behind "=" of a long name
+    std::function<void(const std::wstring& strValue)> m_apply;
 };
 
 /// Applies the options in their order and returns the other arguments, the files. A "--" ends the

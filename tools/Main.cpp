@@ -26,9 +26,9 @@ rt3 COMMAND --help tells the options of a command.
 )";
 
 struct Command {
-    const wchar_t* pName;
-    int (*pRun)(const std::vector<std::wstring>& arrArguments);
-    const char* pHelp;
+    const wchar_t* m_pName;
+    int (*m_pRun)(const std::vector<std::wstring>& arrArguments);
+    const char* m_pHelp;
 };
 
 constexpr Command COMMANDS[] = {
@@ -90,16 +90,16 @@ int Run(const std::vector<std::wstring>& arrArguments) {
         return 0;
     }
     for (const Command& command : COMMANDS) {
-        if (arrArguments[0] != command.pName) continue;
+        if (arrArguments[0] != command.m_pName) continue;
         const std::vector<std::wstring> arrRest(arrArguments.begin() + 1, arrArguments.end());
         if (AsksForHelp(arrRest)) {
-            std::fputs(command.pHelp, stdout);
+            std::fputs(command.m_pHelp, stdout);
             return 0;
         }
         try {
-            return command.pRun(arrRest);
+            return command.m_pRun(arrRest);
         } catch (const CUsageError& error) {
-            throw CUsageError(ToUtf8(command.pName) + ": " + error.what());
+            throw CUsageError(ToUtf8(command.m_pName) + ": " + error.what());
         }
     }
     throw CUsageError("unknown command " + ToUtf8(arrArguments[0]));

@@ -50,10 +50,10 @@ bool CBigMessageBox::OnInitDialog() {
 
 void CBigMessageBox::ShowButtons() {
     const struct {
-        CStyledButton& button;
-        int nID;
-        UINT nPicture;
-        BigButton bit;
+        CStyledButton& m_button;
+        int m_nID;
+        UINT m_nPicture;
+        BigButton m_bit;
     } buttons[] = {
         {m_btnOK, IDOK, PICTURE_OK, BIGBTN_OK},
         {m_btnNo, IDNO, PICTURE_NO, BIGBTN_NO},

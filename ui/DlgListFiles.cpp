@@ -57,9 +57,9 @@ bool CDlgListFiles::OnInitDialog() {
 
 void CDlgListFiles::PrepareButtons() {
     const struct {
-        CStyledButton& button;
-        int nID;
-        UINT nPicture;
+        CStyledButton& m_button;
+        int m_nID;
+        UINT m_nPicture;
     } buttons[] = {
         {m_btnUp, IDC_UP, PICTURE_UP},
         {m_btnDown, IDC_DOWN, PICTURE_DOWN},

@@ -19,25 +19,25 @@ std::wstring WithSeparator(std::wstring strPath, wchar_t chSeparator) {
 }
 
 bool EnsureFolder(const LanguageSurroundings& surroundings, const std::wstring& strFolder) {
-    return surroundings.folderExists(strFolder) || surroundings.createFolder(strFolder);
+    return surroundings.m_folderExists(strFolder) || surroundings.m_createFolder(strFolder);
 }
 
 /// Works the two folders out.
 /// @return false when one is missing and cannot be created
 bool FindFolders(const LanguageSurroundings& surroundings, LanguageInfo& info) {
     const auto native = [&](const wchar_t* pPath) {
-        return WithSeparator(pPath, surroundings.chSeparator);
+        return WithSeparator(pPath, surroundings.m_chSeparator);
     };
-    const std::wstring strExecutable = surroundings.strExecutable.substr(0, MAX_PATH_LENGTH);
+    const std::wstring strExecutable = surroundings.m_strExecutable.substr(0, MAX_PATH_LENGTH);
     const std::wstring strProgramFolder =
-        strExecutable.substr(0, strExecutable.rfind(surroundings.chSeparator) + 1);
+        strExecutable.substr(0, strExecutable.rfind(surroundings.m_chSeparator) + 1);
     info.m_strLangFolder = strProgramFolder;
 
     if (strProgramFolder == native(INSTRUMENT_FOLDER)) {
         info.m_strLangFolder += native(LANGUAGE_SUBFOLDER);
     } else if (strExecutable.find(INSTALLED_PROGRAMS, 1) != std::wstring::npos) {
         // An installed program's folder cannot be written: the choice is kept with the documents.
-        if (const auto documents = surroundings.findDocumentsFolder()) {
+        if (const auto documents = surroundings.m_findDocumentsFolder()) {
             info.m_strDefaultFolder = *documents + native(DOCUMENTS_SUBFOLDER);
             if (!EnsureFolder(surroundings, info.m_strDefaultFolder)) return false;
         }
@@ -54,9 +54,9 @@ bool FindFolders(const LanguageSurroundings& surroundings, LanguageInfo& info) {
 LanguageInfo FindLanguage(const LanguageSurroundings& surroundings) {
     LanguageInfo info;
     if (!FindFolders(surroundings, info)) return info;
-    if (const auto bytes = surroundings.readFile(info.m_strDefaultFolder + L"default.txt"))
+    if (const auto bytes = surroundings.m_readFile(info.m_strDefaultFolder + L"default.txt"))
         info.m_strLanguage = ParseFirstLine(*bytes);
-    if (!surroundings.fileExists(info.m_strLangFolder + info.m_strLanguage + L".txt"))
+    if (!surroundings.m_fileExists(info.m_strLangFolder + info.m_strLanguage + L".txt"))
         info.m_strLanguage = L"English";
     return info;
 }

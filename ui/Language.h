@@ -21,14 +21,14 @@ struct LanguageInfo {
 
 /// What the rule that finds the language asks about its surroundings. Folders end in a separator.
 struct LanguageSurroundings {
-    std::wstring strExecutable;  ///< full path of the running program
-    wchar_t chSeparator;         ///< between folders
-    std::function<std::optional<std::wstring>()> findDocumentsFolder;  ///< without a separator
-    std::function<bool(const std::wstring& strFolder)> folderExists;
-    std::function<bool(const std::wstring& strFolder)> createFolder;
-    std::function<bool(const std::wstring& strPath)> fileExists;
+    std::wstring m_strExecutable;  ///< full path of the running program
+    wchar_t m_chSeparator;         ///< between folders
+    std::function<std::optional<std::wstring>()> m_findDocumentsFolder;  ///< without a separator
+    std::function<bool(const std::wstring& strFolder)> m_folderExists;
+    std::function<bool(const std::wstring& strFolder)> m_createFolder;
+    std::function<bool(const std::wstring& strPath)> m_fileExists;
     /// The beginning of a file, or nothing when it cannot be opened.
-    std::function<std::optional<std::vector<std::uint8_t>>(const std::wstring& strPath)> readFile;
+    std::function<std::optional<std::vector<std::uint8_t>>(const std::wstring& strPath)> m_readFile;
 };
 
 /// Finds the language by the rule alone.

@@ -116,7 +116,7 @@ std::optional<LanguageLine> ParseLanguageLine(std::u16string_view line) {
     const std::int32_t nSection = ParseNumber(fields[FIELD_SECTION]);
     if (nSection != 0 && nSection != 11) return std::nullopt;
     LanguageLine result{ParseNumber(fields[FIELD_STRING]), ParseText(fields[FIELD_TEXT])};
-    if (result.strText.empty()) return std::nullopt;
+    if (result.m_strText.empty()) return std::nullopt;
     return result;
 }
 
@@ -125,7 +125,7 @@ void ParseLanguageFile(std::span<const std::uint8_t> bytes, CLanguageTable& tabl
     std::u16string line;
     while (reader.Next(line))
         if (auto parsed = ParseLanguageLine(line))
-            table.Set(parsed->nString, std::move(parsed->strText));
+            table.Set(parsed->m_nString, std::move(parsed->m_strText));
 }
 
 std::wstring ParseFirstLine(std::span<const std::uint8_t> bytes) {

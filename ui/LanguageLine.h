@@ -28,8 +28,8 @@
 class CLanguageTable;
 
 struct LanguageLine {
-    std::int32_t nString;
-    std::wstring strText;  ///< not empty
+    std::int32_t m_nString;
+    std::wstring m_strText;  ///< not empty
 };
 
 /// Reads one line, without its line feed.

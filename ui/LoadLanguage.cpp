@@ -36,17 +36,17 @@ bool IsFile(const std::wstring& strPath) { return FileExists(FindFileOfAnyCase(s
 
 LanguageInfo FindLanguage() {
     return FindLanguage({
-        .strExecutable = JoinPath(GetProgramFolder(), GetNameOfPath(GetExecutablePath())),
-        .chSeparator = L'/',
-        .findDocumentsFolder = []() -> std::optional<std::wstring> {
+        .m_strExecutable = JoinPath(GetProgramFolder(), GetNameOfPath(GetExecutablePath())),
+        .m_chSeparator = L'/',
+        .m_findDocumentsFolder = []() -> std::optional<std::wstring> {
             std::wstring strFolder = GetDocumentsFolder();
             if (strFolder.empty()) return std::nullopt;
             return strFolder;
         },
-        .folderExists = FolderExists,
-        .createFolder = CreateFolder,
-        .fileExists = IsFile,
-        .readFile =
+        .m_folderExists = FolderExists,
+        .m_createFolder = CreateFolder,
+        .m_fileExists = IsFile,
+        .m_readFile =
             [](const std::wstring& strPath) { return ReadBeginning(strPath, MAX_NAME_BYTES); },
     });
 }

@@ -46,8 +46,8 @@ void CBitmap::CreateBitmap(int cx, int cy) {
     m_pImage.reset();
     if (cx <= 0 || cy <= 0) return;
     auto pImage = std::make_unique<Image>();
-    pImage->pixels = QImage(cx, cy, QImage::Format_RGB32);
-    if (pImage->pixels.isNull()) throw CMemoryException();
+    pImage->m_pixels = QImage(cx, cy, QImage::Format_RGB32);
+    if (pImage->m_pixels.isNull()) throw CMemoryException();
     m_pImage = std::move(pImage);
 }
 
@@ -62,13 +62,13 @@ bool CBitmap::LoadBitmap(const CDynamicLibrary& library, UINT nID) {
     const QByteArray bytes(reinterpret_cast<const char*>(pBytes), static_cast<qsizetype>(nSize));
     auto pImage = std::make_unique<Image>();
     if (bytes.startsWith("\x89PNG")) {
-        pImage->pixels =
+        pImage->m_pixels =
             QImage::fromData(bytes, "PNG").convertToFormat(QImage::Format_ARGB32_Premultiplied);
-        if (pImage->pixels.isNull()) return false;
+        if (pImage->m_pixels.isNull()) return false;
     } else {
-        pImage->pDrawing = std::make_shared<QSvgRenderer>(bytes);
-        if (!pImage->pDrawing->isValid()) return false;
-        pImage->pixels = Rasterise(*pImage->pDrawing);
+        pImage->m_pDrawing = std::make_shared<QSvgRenderer>(bytes);
+        if (!pImage->m_pDrawing->isValid()) return false;
+        pImage->m_pixels = Rasterise(*pImage->m_pDrawing);
     }
     m_pImage = std::move(pImage);
     return true;
@@ -76,16 +76,16 @@ bool CBitmap::LoadBitmap(const CDynamicLibrary& library, UINT nID) {
 
 CSize CBitmap::GetSize() const {
     if (!m_pImage) return {};
-    return {m_pImage->pixels.width(), m_pImage->pixels.height()};
+    return {m_pImage->m_pixels.width(), m_pImage->m_pixels.height()};
 }
 
-COLORREF CBitmap::GetPixel(int x, int y) const { return ToColor(m_pImage->pixels.pixel(x, y)); }
+COLORREF CBitmap::GetPixel(int x, int y) const { return ToColor(m_pImage->m_pixels.pixel(x, y)); }
 
 std::vector<BYTE> CBitmap::EncodePng() const {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (m_pImage) m_pImage->pixels.save(&buffer, "PNG");
+    if (m_pImage) m_pImage->m_pixels.save(&buffer, "PNG");
     return {bytes.begin(), bytes.end()};
 }
 

@@ -11,8 +11,8 @@
 namespace {
 
 struct DashPattern {
-    std::uint32_t nPattern;
-    unsigned nLength;
+    std::uint32_t m_nPattern;
+    unsigned m_nLength;
 };
 
 /// By pen style: strokes and gaps of 18-6, 3-3, 9-6-3-6 and 9-3-3-3-3-3 pixels.
@@ -26,12 +26,12 @@ constexpr std::array<DashPattern, 5> DASH_PATTERNS{{
 
 /// What a line drawn now looks like; none: it is not drawn.
 std::optional<LineStyle> CurrentLineStyle(const GraphicsSurface& surface) {
-    if (!surface.pPen) return LineStyle{.nPixel = ToPixel(RGB(0, 0, 0)), .nGapPixel = {}};
-    if (surface.pPen->m_style == PenStyle::None) return std::nullopt;
-    const DashPattern& dashes = DASH_PATTERNS[static_cast<std::size_t>(surface.pPen->m_style)];
-    LineStyle style{ToPixel(surface.pPen->m_color), dashes.nPattern, dashes.nLength, {}};
-    if (surface.backgroundMode == BackgroundMode::Opaque)
-        style.nGapPixel = ToPixel(surface.backgroundColor);
+    if (!surface.m_pPen) return LineStyle{.m_nPixel = ToPixel(RGB(0, 0, 0)), .m_nGapPixel = {}};
+    if (surface.m_pPen->m_style == PenStyle::None) return std::nullopt;
+    const DashPattern& dashes = DASH_PATTERNS[static_cast<std::size_t>(surface.m_pPen->m_style)];
+    LineStyle style{ToPixel(surface.m_pPen->m_color), dashes.m_nPattern, dashes.m_nLength, {}};
+    if (surface.m_backgroundMode == BackgroundMode::Opaque)
+        style.m_nGapPixel = ToPixel(surface.m_backgroundColor);
     return style;
 }
 
@@ -59,35 +59,39 @@ void CDC::CreateCompatibleDC(CDC*) { *m_pSurface = GraphicsSurface(); }
 
 void CDC::SelectBitmap(CBitmap* pBitmap) {
     CBitmap::Image* pImage = pBitmap ? pBitmap->GetImage() : nullptr;
-    m_pSurface->pImage = pImage ? &pImage->pixels : nullptr;
+    m_pSurface->m_pImage = pImage ? &pImage->m_pixels : nullptr;
     if (!pImage) return;
     // What will be drawn is pixels: a resource picture stops being a drawing of any size.
-    pImage->pDrawing.reset();
-    if (pImage->pixels.format() != QImage::Format_RGB32)
-        pImage->pixels.convertTo(QImage::Format_RGB32);
+    pImage->m_pDrawing.reset();
+    if (pImage->m_pixels.format() != QImage::Format_RGB32)
+        pImage->m_pixels.convertTo(QImage::Format_RGB32);
 }
 
-const CPen* CDC::SelectPen(const CPen* pPen) { return std::exchange(m_pSurface->pPen, pPen); }
+const CPen* CDC::SelectPen(const CPen* pPen) { return std::exchange(m_pSurface->m_pPen, pPen); }
 
-const CFont* CDC::SelectFont(const CFont* pFont) { return std::exchange(m_pSurface->pFont, pFont); }
+const CFont* CDC::SelectFont(const CFont* pFont) {
+    return std::exchange(m_pSurface->m_pFont, pFont);
+}
 
 void CDC::SelectClipRgn(const CRgn* pRgn) {
-    m_pSurface->clip = pRgn ? std::optional(pRgn->m_rect) : std::nullopt;
+    m_pSurface->m_clip = pRgn ? std::optional(pRgn->m_rect) : std::nullopt;
 }
 
 BackgroundMode CDC::SetBackgroundMode(BackgroundMode mode) {
-    return std::exchange(m_pSurface->backgroundMode, mode);
+    return std::exchange(m_pSurface->m_backgroundMode, mode);
 }
 
 COLORREF CDC::SetBackgroundColor(COLORREF color) {
-    return std::exchange(m_pSurface->backgroundColor, color);
+    return std::exchange(m_pSurface->m_backgroundColor, color);
 }
 
-COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(m_pSurface->textColor, color); }
+COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(m_pSurface->m_textColor, color); }
 
-TextAlign CDC::SetTextAlign(TextAlign align) { return std::exchange(m_pSurface->textAlign, align); }
+TextAlign CDC::SetTextAlign(TextAlign align) {
+    return std::exchange(m_pSurface->m_textAlign, align);
+}
 
-RasterOp CDC::SetRasterOp(RasterOp op) { return std::exchange(m_pSurface->rasterOp, op); }
+RasterOp CDC::SetRasterOp(RasterOp op) { return std::exchange(m_pSurface->m_rasterOp, op); }
 
 void CDC::LineTo(int x, int y) {
     const CPoint to{x, y};
@@ -116,7 +120,7 @@ void CDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
     area.NormalizeRect();
     if (area.IsEmpty()) return;
     const PixelView view = m_pSurface->View();
-    if (m_pSurface->rasterOp == RasterOp::Invert) {
+    if (m_pSurface->m_rasterOp == RasterOp::Invert) {
         InvertPixels(view, area);
         return;
     }
@@ -128,29 +132,29 @@ void CDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
                               {area.right - 1, area.bottom - 1},
                               {area.left, area.bottom - 1}};
     for (std::size_t k = 0; k < 4; ++k) DrawLine(view, corners[k], corners[(k + 1) % 4], *style);
-    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style->nPixel);
+    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style->m_nPixel);
 }
 
 void CDC::TextOut(int x, int y, const std::wstring& strText) {
     const PixelView view = m_pSurface->View();
-    if (view.clip.IsEmpty() || y >= view.clip.bottom) return;
-    const TextMask& mask = RenderText(m_pSurface->pFont, strText);
+    if (view.m_clip.IsEmpty() || y >= view.m_clip.bottom) return;
+    const TextMask& mask = RenderText(m_pSurface->m_pFont, strText);
     CPoint origin{x, y};
-    if (m_pSurface->textAlign == TextAlign::Right) origin.x -= mask.cell.cx;
-    if (m_pSurface->textAlign == TextAlign::Center) origin.x -= mask.cell.cx / 2;
-    if (m_pSurface->backgroundMode == BackgroundMode::Opaque)
-        FillPixels(view, {origin.x, origin.y, origin.x + mask.cell.cx, origin.y + mask.cell.cy},
-                   ToPixel(m_pSurface->backgroundColor));
-    BlendText(view, origin, mask, ToPixel(m_pSurface->textColor));
+    if (m_pSurface->m_textAlign == TextAlign::Right) origin.x -= mask.m_cell.cx;
+    if (m_pSurface->m_textAlign == TextAlign::Center) origin.x -= mask.m_cell.cx / 2;
+    if (m_pSurface->m_backgroundMode == BackgroundMode::Opaque)
+        FillPixels(view, {origin.x, origin.y, origin.x + mask.m_cell.cx, origin.y + mask.m_cell.cy},
+                   ToPixel(m_pSurface->m_backgroundColor));
+    BlendText(view, origin, mask, ToPixel(m_pSurface->m_textColor));
 }
 
 void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentered) {
-    const CRect clip = Intersect(rect, m_pSurface->View().clip);
+    const CRect clip = Intersect(rect, m_pSurface->View().m_clip);
     if (clip.IsEmpty()) return;
-    QPainter painter(m_pSurface->pImage);
+    QPainter painter(m_pSurface->m_pImage);
     painter.setClipRect(clip.left, clip.top, clip.Width(), clip.Height());
-    painter.setFont(ToQFont(m_pSurface->pFont ? *m_pSurface->pFont : DefaultFont()));
-    painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->textColor)));
+    painter.setFont(ToQFont(m_pSurface->m_pFont ? *m_pSurface->m_pFont : DefaultFont()));
+    painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->m_textColor)));
     painter.drawText(QRect(rect.left, rect.top, rect.Width(), rect.Height()),
                      (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
                          Qt::TextWordWrap,
@@ -158,23 +162,23 @@ void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentere
 }
 
 CSize CDC::GetTextExtent(const std::wstring& strText) const {
-    if (!m_pSurface->pImage) return {};
-    return RenderText(m_pSurface->pFont, strText).cell;
+    if (!m_pSurface->m_pImage) return {};
+    return RenderText(m_pSurface->m_pFont, strText).m_cell;
 }
 
 void CDC::CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource) {
     const PixelView target = m_pSurface->View();
-    const QImage* pImage = pSource ? pSource->m_pSurface->pImage : nullptr;
-    if (target.clip.IsEmpty() || !pImage || pImage->isNull()) return;
+    const QImage* pImage = pSource ? pSource->m_pSurface->m_pImage : nullptr;
+    if (target.m_clip.IsEmpty() || !pImage || pImage->isNull()) return;
 
     // Both rectangles in the target's coordinates.
     CRect available{0, 0, pImage->width(), pImage->height()};
     available.OffsetRect(x - xSource, y - ySource);
-    const CRect part = Intersect(Intersect({x, y, x + cx, y + cy}, available), target.clip);
+    const CRect part = Intersect(Intersect({x, y, x + cx, y + cy}, available), target.m_clip);
     if (part.IsEmpty()) return;
 
     // Within one image, rows are taken in the order in which none is overwritten before its turn.
-    const bool bUpwards = pSource->m_pSurface->pImage == m_pSurface->pImage && y > ySource;
+    const bool bUpwards = pSource->m_pSurface->m_pImage == m_pSurface->m_pImage && y > ySource;
     for (int nRow = 0; nRow < part.Height(); ++nRow) {
         const int yTarget = bUpwards ? part.bottom - 1 - nRow : part.top + nRow;
         const auto* pRow =
@@ -185,7 +189,7 @@ void CDC::CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int 
 }
 
 COLORREF CDC::GetPixel(int x, int y) const {
-    const QImage* pImage = m_pSurface->pImage;
+    const QImage* pImage = m_pSurface->m_pImage;
     if (!pImage || !pImage->valid(x, y)) return NO_COLOR;
     return ToColor(pImage->pixel(x, y));
 }

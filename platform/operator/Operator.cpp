@@ -79,8 +79,8 @@ void Perform(std::function<void()> action) {
 
 /// The widget at a window's point, its top-level window, and the point there.
 struct Target {
-    QWindow* pWindow = nullptr;
-    QPoint position;
+    QWindow* m_pWindow = nullptr;
+    QPoint m_position;
 };
 
 Target FindTarget(QWidget& widget, QPoint point) {
@@ -90,17 +90,17 @@ Target FindTarget(QWidget& widget, QPoint point) {
 
 Target FindTarget(WindowHandle hWnd, CPoint point) {
     NativeWindow* pNative = NativeWindow::Find(hWnd);
-    return pNative ? FindTarget(pNative->widget, QPoint(point.x, point.y)) : Target();
+    return pNative ? FindTarget(pNative->m_widget, QPoint(point.x, point.y)) : Target();
 }
 
 using MouseFunction = void (*)(QWindow*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int);
 
 void SendMouse(MouseFunction send, const Target& target, Qt::MouseButton button) {
-    if (target.pWindow) send(target.pWindow, button, {}, target.position, -1);
+    if (target.m_pWindow) send(target.m_pWindow, button, {}, target.m_position, -1);
 }
 
 void SendMove(const Target& target) {
-    if (target.pWindow) QTest::mouseMove(target.pWindow, target.position);
+    if (target.m_pWindow) QTest::mouseMove(target.m_pWindow, target.m_position);
 }
 
 /// Whether a finger reaches the widget.
@@ -129,7 +129,7 @@ bool TapWidget(const std::function<QWidget*()>& find) {
 std::function<QWidget*()> WidgetFinder(WindowHandle hWnd) {
     return [hWnd]() -> QWidget* {
         NativeWindow* pNative = NativeWindow::Find(hWnd);
-        return pNative ? &pNative->widget : nullptr;
+        return pNative ? &pNative->m_widget : nullptr;
     };
 }
 
@@ -192,34 +192,35 @@ bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
 namespace Operator {
 
 struct CScript::State {
-    std::thread thread;
-    QEventLoop loop;
-    std::atomic<bool> bEnded{false};
-    std::exception_ptr pException;
+    std::thread m_thread;
+    QEventLoop m_loop;
+    std::atomic<bool> m_bEnded{false};
+    std::exception_ptr m_pException;
 };
 
 CScript::CScript(std::function<void()> script) : m_pState(std::make_unique<State>()) {
-    m_pState->thread = std::thread([pState = m_pState.get(), script = std::move(script)] {
+    m_pState->m_thread = std::thread([pState = m_pState.get(), script = std::move(script)] {
         try {
             script();
         } catch (...) {
-            pState->pException = std::current_exception();
+            pState->m_pException = std::current_exception();
         }
-        pState->bEnded = true;
-        PostToUi([pState] { pState->loop.quit(); });
+        pState->m_bEnded = true;
+        PostToUi([pState] { pState->m_loop.quit(); });
     });
 }
 
 CScript::~CScript() {
-    if (!m_pState->bEnded) m_pState->loop.exec();
-    m_pState->thread.join();
+    if (!m_pState->m_bEnded) m_pState->m_loop.exec();
+    m_pState->m_thread.join();
     // The call that ends the loop may still be queued, and refers to the state.
     QCoreApplication::processEvents();
 }
 
 void CScript::Join() {
-    while (!m_pState->bEnded) m_pState->loop.exec();
-    if (m_pState->pException) std::rethrow_exception(std::exchange(m_pState->pException, nullptr));
+    while (!m_pState->m_bEnded) m_pState->m_loop.exec();
+    if (m_pState->m_pException)
+        std::rethrow_exception(std::exchange(m_pState->m_pException, nullptr));
 }
 
 void RunScript(const std::function<void()>& script) { CScript(script).Join(); }
@@ -265,7 +266,7 @@ bool Tap(const CWnd& dialog, int nID) {
     return TapWidget([hWnd = dialog.GetHandle(), nID]() -> QWidget* {
         NativeWindow* pNative = NativeWindow::Find(hWnd);
         NativeWindow* pControl = pNative ? pNative->Child(nID) : nullptr;
-        return pControl ? &pControl->widget : nullptr;
+        return pControl ? &pControl->m_widget : nullptr;
     });
 }
 
@@ -282,9 +283,9 @@ void Type(const std::wstring& strText) {
 
 void PressKey(Key key) {
     static const struct {
-        Key key;
-        Qt::Key code;
-        const char* pText;
+        Key m_key;
+        Qt::Key m_code;
+        const char* m_pText;
     } keys[] = {
         {Key::Enter, Qt::Key_Return, "\r"}, {Key::Escape, Qt::Key_Escape, "\x1b"},
         {Key::Tab, Qt::Key_Tab, "\t"},      {Key::Backspace, Qt::Key_Backspace, "\b"},
@@ -292,25 +293,25 @@ void PressKey(Key key) {
         {Key::Down, Qt::Key_Down, ""},
     };
     for (const auto& entry : keys)
-        if (entry.key == key)
-            Perform([&entry] { SendKey(entry.code, QString::fromLatin1(entry.pText)); });
+        if (entry.m_key == key)
+            Perform([&entry] { SendKey(entry.m_code, QString::fromLatin1(entry.m_pText)); });
 }
 
 void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {
     Perform([hWnd = wnd.GetHandle(), arrPaths] {
         NativeWindow* pNative = NativeWindow::Find(hWnd);
-        if (!pNative || !pNative->widget.acceptDrops()) return;
+        if (!pNative || !pNative->m_widget.acceptDrops()) return;
         QMimeData data;
         QList<QUrl> urls;
         for (const std::wstring& strPath : arrPaths)
             urls.append(QUrl::fromLocalFile(QString::fromStdWString(strPath)));
         data.setUrls(urls);
-        const QPoint middle = pNative->widget.rect().center();
+        const QPoint middle = pNative->m_widget.rect().center();
         QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&pNative->widget, &enter);
+        QApplication::sendEvent(&pNative->m_widget, &enter);
         if (!enter.isAccepted()) return;
         QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&pNative->widget, &drop);
+        QApplication::sendEvent(&pNative->m_widget, &drop);
     });
 }
 
@@ -332,9 +333,9 @@ std::wstring ModalText() {
         } else if (pModal) {
             for (QWidget* pChild : pModal->findChildren<QWidget*>()) {
                 auto* pStatic = dynamic_cast<StaticWidget*>(pChild);
-                if (!pStatic || pStatic->text.isEmpty() || !pStatic->isVisible()) continue;
+                if (!pStatic || pStatic->m_text.isEmpty() || !pStatic->isVisible()) continue;
                 if (!strText.empty()) strText += L'\n';
-                strText += pStatic->text.toStdWString();
+                strText += pStatic->m_text.toStdWString();
             }
         }
     });
@@ -345,7 +346,7 @@ CWnd* ModalWindow() {
     CWnd* pWnd = nullptr;
     Ask([&] {
         if (NativeWindow* pNative = NativeWindow::Of(QApplication::activeModalWidget()))
-            pWnd = pNative->pOwner;
+            pWnd = pNative->m_pOwner;
     });
     return pWnd;
 }
@@ -412,7 +413,7 @@ CBitmap TakePicture(const CWnd& wnd, double dScale) {
     CBitmap picture;
     Ask([&] {
         NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
-        if (pNative) picture = PictureOf(pNative->widget, dScale);
+        if (pNative) picture = PictureOf(pNative->m_widget, dScale);
     });
     return picture;
 }

@@ -12,7 +12,7 @@ class CPaintWatch::Filter : public QObject {
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override {
         if (pEvent->type() != QEvent::Paint) return false;
         const NativeWindow* pNative = NativeWindow::Of(qobject_cast<QWidget*>(pWatched));
-        if (!pNative || !pNative->bStale) return false;
+        if (!pNative || !pNative->m_bStale) return false;
         // The widget handles the event here, so that its end can be told.
         m_begun();
         pWatched->event(pEvent);
@@ -28,7 +28,7 @@ class CPaintWatch::Filter : public QObject {
 CPaintWatch::CPaintWatch(const CWnd& wnd, std::function<void()> begun, std::function<void()> done)
     : m_pFilter(std::make_unique<Filter>(std::move(begun), std::move(done))) {
     if (NativeWindow* pNative = NativeWindow::Of(wnd))
-        pNative->widget.installEventFilter(m_pFilter.get());
+        pNative->m_widget.installEventFilter(m_pFilter.get());
 }
 
 CPaintWatch::~CPaintWatch() = default;

@@ -21,7 +21,7 @@ QString KeyOf(std::wstring strSection, const std::wstring& strKey) {
 }  // namespace
 
 struct CSettings::Store {
-    QSettings settings;
+    QSettings m_settings;
 };
 
 CSettings::CSettings(const std::wstring& strProgram, const std::wstring& strFile)
@@ -32,12 +32,12 @@ CSettings::~CSettings() = default;
 int CSettings::GetInt(const std::wstring& strSection, const std::wstring& strKey,
                       int nDefault) const {
     bool bNumber = false;
-    const int nValue = m_pStore->settings.value(KeyOf(strSection, strKey)).toInt(&bNumber);
+    const int nValue = m_pStore->m_settings.value(KeyOf(strSection, strKey)).toInt(&bNumber);
     return bNumber ? nValue : nDefault;
 }
 
 bool CSettings::SetInt(const std::wstring& strSection, const std::wstring& strKey, int nValue) {
-    m_pStore->settings.setValue(KeyOf(strSection, strKey), nValue);
-    m_pStore->settings.sync();
-    return m_pStore->settings.status() == QSettings::NoError;
+    m_pStore->m_settings.setValue(KeyOf(strSection, strKey), nValue);
+    m_pStore->m_settings.sync();
+    return m_pStore->m_settings.status() == QSettings::NoError;
 }

@@ -8,10 +8,10 @@
 #include <thread>
 
 struct CThreadHandle::Thread {
-    std::thread thread;
-    mutable std::mutex mutex;
-    mutable std::condition_variable ended;
-    bool bEnded = false;
+    std::thread m_thread;
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_ended;
+    bool m_bEnded = false;
 };
 
 CThreadHandle::CThreadHandle() = default;
@@ -29,14 +29,14 @@ CThreadHandle::~CThreadHandle() { Close(); }
 
 bool CThreadHandle::Wait(unsigned nMilliseconds) const {
     if (!m_pThread) return true;
-    std::unique_lock lock(m_pThread->mutex);
-    return m_pThread->ended.wait_for(lock, std::chrono::milliseconds(nMilliseconds),
-                                     [this] { return m_pThread->bEnded; });
+    std::unique_lock lock(m_pThread->m_mutex);
+    return m_pThread->m_ended.wait_for(lock, std::chrono::milliseconds(nMilliseconds),
+                                       [this] { return m_pThread->m_bEnded; });
 }
 
 void CThreadHandle::Close() {
     if (!m_pThread) return;
-    m_pThread->thread.join();
+    m_pThread->m_thread.join();
     m_pThread.reset();
 }
 
@@ -44,12 +44,12 @@ CThreadHandle StartThread(std::function<void()> run) {
     CThreadHandle handle;
     handle.m_pThread = std::make_unique<CThreadHandle::Thread>();
     try {
-        handle.m_pThread->thread =
+        handle.m_pThread->m_thread =
             std::thread([pThread = handle.m_pThread.get(), run = std::move(run)] {
                 run();
-                const std::lock_guard lock(pThread->mutex);
-                pThread->bEnded = true;
-                pThread->ended.notify_all();
+                const std::lock_guard lock(pThread->m_mutex);
+                pThread->m_bEnded = true;
+                pThread->m_ended.notify_all();
             });
     } catch (const std::system_error&) {
         handle.m_pThread.reset();

@@ -47,8 +47,8 @@ void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 }  // namespace
 
 struct CWindowSystem::State {
-    State(int& argc, char** argv) : application(argc, argv) {}
-    QApplication application;
+    State(int& argc, char** argv) : m_application(argc, argv) {}
+    QApplication m_application;
 };
 
 CWindowSystem::CWindowSystem(int& argc, char** argv) {
@@ -91,7 +91,7 @@ bool CFrameWindow::Create(const std::wstring& strTitle) {
 
 bool CView::Create(CWnd* pParent) {
     NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr;
-    new DialogWidget(this, pNative ? &pNative->widget : nullptr, Qt::Widget);
+    new DialogWidget(this, pNative ? &pNative->m_widget : nullptr, Qt::Widget);
     return true;
 }
 

@@ -12,7 +12,7 @@ namespace {
 template <class Widget>
 Widget* WidgetOf(const CWnd& wnd) {
     NativeWindow* pNative = NativeWindow::Of(wnd);
-    return pNative ? dynamic_cast<Widget*>(&pNative->widget) : nullptr;
+    return pNative ? dynamic_cast<Widget*>(&pNative->m_widget) : nullptr;
 }
 
 bool ComesBefore(const std::wstring& strLeft, const std::wstring& strRight) {
@@ -43,8 +43,8 @@ int FindSortedPlace(int nCount, const std::wstring& strText, TextAt textAt) {
 
 void CStatic::SetCentered(bool bCentered) {
     if (auto* pWidget = WidgetOf<StaticWidget>(*this)) {
-        pWidget->bCentered = bCentered;
-        pWidget->native.MarkStale();
+        pWidget->m_bCentered = bCentered;
+        pWidget->m_native.MarkStale();
     }
 }
 
@@ -67,7 +67,7 @@ void CButton::SetTakesFocus(bool bTakesFocus) {
 
 void CStyledButton::SetImage(const CBitmap* pBitmap) {
     if (auto* pWidget = WidgetOf<ButtonWidget>(*this)) {
-        pWidget->picture = pBitmap ? *pBitmap : CBitmap();
+        pWidget->m_picture = pBitmap ? *pBitmap : CBitmap();
         pWidget->update();
     }
 }
@@ -104,7 +104,7 @@ int CListBox::AddString(const std::wstring& strText) {
     auto* pWidget = WidgetOf<ListWidget>(*this);
     if (!pWidget) return -1;
     const int nPlace =
-        pWidget->bSorted
+        pWidget->m_bSorted
             ? FindSortedPlace(pWidget->count(), strText, [this](int nRow) { return GetText(nRow); })
             : pWidget->count();
     const QSignalBlocker quiet(pWidget);
@@ -171,7 +171,7 @@ void CListBox::SetTopIndex(int nRow) {
 int CComboBox::AddString(const std::wstring& strText) {
     auto* pWidget = WidgetOf<ComboWidget>(*this);
     if (!pWidget) return -1;
-    const int nPlace = pWidget->bSorted
+    const int nPlace = pWidget->m_bSorted
                            ? FindSortedPlace(pWidget->count(), strText,
                                              [this](int nIndex) { return GetItemText(nIndex); })
                            : pWidget->count();

@@ -52,28 +52,29 @@ CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize) {
 bool CDialog::CreateFromTemplate(CWnd* pParent) {
     QWidget* pParentWidget = nullptr;
     if (NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr)
-        pParentWidget = &pNative->widget;
-    else if (!m_template.bChild)
+        pParentWidget = &pNative->m_widget;
+    else if (!m_template.m_bChild)
         pParentWidget = QApplication::activeModalWidget() ? QApplication::activeModalWidget()
                                                           : QApplication::activeWindow();
-    if (pParentWidget && !m_template.bChild) pParentWidget = pParentWidget->window();
+    if (pParentWidget && !m_template.m_bChild) pParentWidget = pParentWidget->window();
 
-    const Qt::WindowFlags flags =
-        m_template.bChild ? Qt::Widget : Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    const Qt::WindowFlags flags = m_template.m_bChild
+                                      ? Qt::Widget
+                                      : Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     auto* pWidget = new DialogWidget(this, pParentWidget, flags);
-    pWidget->setFont(TemplateFont(m_template.pFontFace, m_template.nPointSize));
-    pWidget->setWindowTitle(QString::fromWCharArray(m_template.pTitle));
-    pWidget->baseUnits = DialogBaseUnits(m_template.pFontFace, m_template.nPointSize);
-    const CRect client = MapDialogRect(pWidget->baseUnits, 0, 0, m_template.cx, m_template.cy);
+    pWidget->setFont(TemplateFont(m_template.m_pFontFace, m_template.m_nPointSize));
+    pWidget->setWindowTitle(QString::fromWCharArray(m_template.m_pTitle));
+    pWidget->m_baseUnits = DialogBaseUnits(m_template.m_pFontFace, m_template.m_nPointSize);
+    const CRect client = MapDialogRect(pWidget->m_baseUnits, 0, 0, m_template.cx, m_template.cy);
     pWidget->setFixedSize(client.Width(), client.Height());
-    for (const DialogItem& item : m_template.items) CreateControl(item, *pWidget);
+    for (const DialogItem& item : m_template.m_items) CreateControl(item, *pWidget);
     return true;
 }
 
 int CDialog::DoModal() {
     CreateFromTemplate(m_pParentWnd);
     const WindowHandle hWnd = GetHandle();
-    QWidget& widget = Native()->widget;
+    QWidget& widget = Native()->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
 
     QEventLoop loop;
@@ -112,7 +113,7 @@ bool CDialog::Create(CWnd* pParent) {
 
 bool CDialog::CreateModal(CWnd* pParent) {
     if (!Create(pParent)) return false;
-    QWidget& widget = Native()->widget;
+    QWidget& widget = Native()->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
     PlaceWindow(widget);
     widget.show();

@@ -31,21 +31,21 @@ enum ControlStyle : UINT {
 
 /// Position and size in dialog units.
 struct DialogItem {
-    int nID;
-    ControlKind kind;
-    const wchar_t* pText;
+    int m_nID;
+    ControlKind m_kind;
+    const wchar_t* m_pText;
     int x, y, cx, cy;
-    UINT nStyle = CS_NONE;
+    UINT m_nStyle = CS_NONE;
 };
 
 struct DialogTemplate {
-    int nID;
-    const wchar_t* pTitle;
+    int m_nID;
+    const wchar_t* m_pTitle;
     int cx, cy;  ///< client area in dialog units
-    const wchar_t* pFontFace;
-    int nPointSize;
-    std::span<const DialogItem> items;
-    bool bChild = false;  ///< a child of its parent window, without frame, hidden until shown
+    const wchar_t* m_pFontFace;
+    int m_nPointSize;
+    std::span<const DialogItem> m_items;
+    bool m_bChild = false;  ///< a child of its parent window, without frame, hidden until shown
 };
 
 /// Pixels per dialog unit of a font: a horizontal unit is a quarter of cx, a vertical one an eighth

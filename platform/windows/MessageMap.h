@@ -28,15 +28,15 @@ class CWnd;
 
 /// One line of a message map.
 struct MessageMapEntry {
-    UINT nMessage;
-    UINT nCode;  ///< WM_COMMAND: the notification code
-    UINT nID;    ///< WM_COMMAND: the control id
+    UINT m_nMessage;
+    UINT m_nCode;  ///< WM_COMMAND: the notification code
+    UINT m_nID;    ///< WM_COMMAND: the control id
     LRESULT (*m_pInvoke)(CWnd&, WPARAM, LPARAM);
 };
 
 struct MessageMap {
-    const MessageMap* pBaseMap;  ///< the base class's map; null at the root
-    std::span<const MessageMapEntry> entries;
+    const MessageMap* m_pBaseMap;  ///< the base class's map; null at the root
+    std::span<const MessageMapEntry> m_entries;
 };
 
 #define DECLARE_MESSAGE_MAP()                                                                      \

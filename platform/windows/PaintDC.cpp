@@ -9,13 +9,13 @@ namespace {
 /// was drawn yet); null: the control has no window.
 QImage* KeptPicture(const CWnd* pWnd) {
     NativeWindow* pNative = pWnd ? NativeWindow::Of(*pWnd) : nullptr;
-    return pNative ? &pNative->picture : nullptr;
+    return pNative ? &pNative->m_picture : nullptr;
 }
 
 QImage* FittedPicture(const CWnd* pWnd) {
     QImage* pPicture = KeptPicture(pWnd);
     if (!pPicture) return nullptr;
-    const QSize size = NativeWindow::Of(*pWnd)->widget.size();
+    const QSize size = NativeWindow::Of(*pWnd)->m_widget.size();
     if (pPicture->size() != size) *pPicture = QImage(size, QImage::Format_RGB32);
     return pPicture;
 }
@@ -29,5 +29,5 @@ CClientDC::CClientDC(CWnd* pWnd)
       m_hWnd(pWnd ? pWnd->GetHandle() : 0) {}
 
 CClientDC::~CClientDC() {
-    if (NativeWindow* pNative = NativeWindow::Find(m_hWnd)) pNative->widget.update();
+    if (NativeWindow* pNative = NativeWindow::Find(m_hWnd)) pNative->m_widget.update();
 }

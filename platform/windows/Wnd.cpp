@@ -13,7 +13,7 @@ CWnd::~CWnd() { CWnd::DestroyWindow(); }
 
 CWnd* CWnd::FromHandle(WindowHandle hWnd) {
     NativeWindow* pNative = NativeWindow::Find(hWnd);
-    return pNative ? pNative->pOwner : nullptr;
+    return pNative ? pNative->m_pOwner : nullptr;
 }
 
 LRESULT CWnd::SendMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
@@ -38,39 +38,39 @@ void CWnd::PostCall(std::function<void()> call) {
 }
 
 void CWnd::EnableWindow(bool bEnable) {
-    if (m_pNative) m_pNative->widget.setEnabled(bEnable);
+    if (m_pNative) m_pNative->m_widget.setEnabled(bEnable);
 }
 
-bool CWnd::IsWindowEnabled() const { return m_pNative && m_pNative->widget.isEnabled(); }
+bool CWnd::IsWindowEnabled() const { return m_pNative && m_pNative->m_widget.isEnabled(); }
 
 void CWnd::ShowWindow(bool bShow) {
     if (!m_pNative) return;
     // What a hidden window missed is drawn when it appears.
-    if (bShow && m_pNative->widget.isHidden()) m_pNative->MarkStale();
-    m_pNative->widget.setVisible(bShow);
+    if (bShow && m_pNative->m_widget.isHidden()) m_pNative->MarkStale();
+    m_pNative->m_widget.setVisible(bShow);
 }
 
-bool CWnd::IsWindowVisible() const { return m_pNative && m_pNative->widget.isVisible(); }
+bool CWnd::IsWindowVisible() const { return m_pNative && m_pNative->m_widget.isVisible(); }
 
 void CWnd::SetWindowText(const std::wstring& strText) {
-    if (m_pNative) SetWidgetText(m_pNative->widget, QString::fromStdWString(strText));
+    if (m_pNative) SetWidgetText(m_pNative->m_widget, QString::fromStdWString(strText));
 }
 
 std::wstring CWnd::GetWindowText() const {
-    return m_pNative ? GetWidgetText(m_pNative->widget).toStdWString() : std::wstring();
+    return m_pNative ? GetWidgetText(m_pNative->m_widget).toStdWString() : std::wstring();
 }
 
 void CWnd::SetFont(CFont* pFont, bool bRedraw) {
     if (!m_pNative || !pFont) return;
-    m_pNative->widget.setFont(ToQFont(*pFont));
+    m_pNative->m_widget.setFont(ToQFont(*pFont));
     if (bRedraw) m_pNative->MarkStale();
 }
 
 void CWnd::SetFocus() {
-    if (m_pNative) m_pNative->widget.setFocus();
+    if (m_pNative) m_pNative->m_widget.setFocus();
 }
 
-int CWnd::GetControlID() const { return m_pNative ? m_pNative->nID : 0; }
+int CWnd::GetControlID() const { return m_pNative ? m_pNative->m_nID : 0; }
 
 void CWnd::Invalidate(bool) {
     if (IsUiThread()) {
@@ -82,22 +82,22 @@ void CWnd::Invalidate(bool) {
     PostToUi([hWnd] {
         NativeWindow* pNative = NativeWindow::Find(hWnd);
         if (!pNative) return;
-        if (pNative->pOwner) pNative->pOwner->m_bPaintRequested = false;
+        if (pNative->m_pOwner) pNative->m_pOwner->m_bPaintRequested = false;
         pNative->MarkStale();
     });
 }
 
 void CWnd::UpdateWindow() {
-    if (m_pNative && m_pNative->bStale) m_pNative->widget.repaint();
+    if (m_pNative && m_pNative->m_bStale) m_pNative->m_widget.repaint();
 }
 
 void CWnd::DragAcceptFiles(bool bAccept) {
-    if (m_pNative) m_pNative->widget.setAcceptDrops(bAccept);
+    if (m_pNative) m_pNative->m_widget.setAcceptDrops(bAccept);
 }
 
 CRect CWnd::GetClientRect() const {
     if (!m_pNative) return {};
-    return {0, 0, m_pNative->widget.width(), m_pNative->widget.height()};
+    return {0, 0, m_pNative->m_widget.width(), m_pNative->m_widget.height()};
 }
 
 CRect CWnd::GetWindowRect() const {
@@ -110,7 +110,7 @@ CRect CWnd::GetWindowRect() const {
 
 void CWnd::ScreenToClient(CPoint& point) const {
     if (!m_pNative) return;
-    const QPoint mapped = m_pNative->widget.mapFromGlobal(QPoint(point.x, point.y));
+    const QPoint mapped = m_pNative->m_widget.mapFromGlobal(QPoint(point.x, point.y));
     point = {mapped.x(), mapped.y()};
 }
 
@@ -122,21 +122,22 @@ void CWnd::ScreenToClient(CRect& rect) const {
 
 void CWnd::ClientToScreen(CPoint& point) const {
     if (!m_pNative) return;
-    const QPoint mapped = m_pNative->widget.mapToGlobal(QPoint(point.x, point.y));
+    const QPoint mapped = m_pNative->m_widget.mapToGlobal(QPoint(point.x, point.y));
     point = {mapped.x(), mapped.y()};
 }
 
 void CWnd::MoveWindow(const CRect& rect) {
-    if (m_pNative) m_pNative->widget.setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
+    if (m_pNative)
+        m_pNative->m_widget.setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
 }
 
 void CWnd::SetWindowPosition(CPoint position) {
-    if (m_pNative) m_pNative->widget.move(position.x, position.y);
+    if (m_pNative) m_pNative->m_widget.move(position.x, position.y);
 }
 
 void CWnd::SetTopMost() {
     if (!m_pNative) return;
-    QWidget& widget = m_pNative->widget;
+    QWidget& widget = m_pNative->m_widget;
     const bool bVisible = widget.isVisible();
     widget.setWindowFlag(Qt::WindowStaysOnTopHint);
     if (bVisible) widget.show();
@@ -144,12 +145,12 @@ void CWnd::SetTopMost() {
 
 CWnd* CWnd::GetParent() const {
     NativeWindow* pParent = m_pNative ? m_pNative->Parent() : nullptr;
-    return pParent ? pParent->pOwner : nullptr;
+    return pParent ? pParent->m_pOwner : nullptr;
 }
 
 CWnd* CWnd::GetControl(int nID) const {
     NativeWindow* pChild = m_pNative ? m_pNative->Child(nID) : nullptr;
-    return pChild ? pChild->pOwner : nullptr;
+    return pChild ? pChild->m_pOwner : nullptr;
 }
 
 void CWnd::SetControlText(int nID, const std::wstring& strText) {
@@ -166,7 +167,7 @@ bool CWnd::AttachControl(int nID, CWnd* pParent) {
 bool CWnd::DestroyWindow() {
     if (!m_pNative) return false;
     NativeWindow* pNative = m_pNative;
-    const QPointer<QWidget> pWidget = &pNative->widget;
+    const QPointer<QWidget> pWidget = &pNative->m_widget;
     pNative->Dispatch(WM_DESTROY, 0, 0);
     if (!pWidget) return true;
     pNative->Retire();
@@ -179,9 +180,9 @@ bool CWnd::DestroyWindow() {
 LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
     const UINT nCode = nMessage == WM_COMMAND ? static_cast<UINT>(wParam >> 16) & 0xFFFFu : 0;
     const UINT nID = nMessage == WM_COMMAND ? static_cast<UINT>(wParam) & 0xFFFFu : 0;
-    for (const MessageMap* pMap = GetMessageMap(); pMap; pMap = pMap->pBaseMap)
-        for (const MessageMapEntry& entry : pMap->entries)
-            if (entry.nMessage == nMessage && entry.nCode == nCode && entry.nID == nID)
+    for (const MessageMap* pMap = GetMessageMap(); pMap; pMap = pMap->m_pBaseMap)
+        for (const MessageMapEntry& entry : pMap->m_entries)
+            if (entry.m_nMessage == nMessage && entry.m_nCode == nCode && entry.m_nID == nID)
                 return entry.m_pInvoke(*this, wParam, lParam);
     return DefWindowProc(nMessage, wParam, lParam);
 }
@@ -206,7 +207,9 @@ LRESULT CWnd::DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM) {
 
 LRESULT CWnd::Default() {
     const auto* pHandling = m_pNative ? m_pNative->m_pHandling : nullptr;
-    return pHandling ? DefWindowProc(pHandling->nMessage, pHandling->wParam, pHandling->lParam) : 0;
+    return pHandling
+               ? DefWindowProc(pHandling->m_nMessage, pHandling->m_wParam, pHandling->m_lParam)
+               : 0;
 }
 
 const MessageMap* CWnd::GetThisMessageMap() {

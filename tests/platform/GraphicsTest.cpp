@@ -19,29 +19,29 @@ using Pixels = std::set<std::pair<int, int>>;
 /// A memory context with a bitmap of its own, filled with the paper's colour.
 struct Sheet {
     Sheet(int nWidth, int nHeight) : cx(nWidth), cy(nHeight) {
-        bitmap.CreateBitmap(cx, cy);
-        dc.CreateCompatibleDC(nullptr);
-        dc.SelectBitmap(&bitmap);
-        dc.FillSolidRect({0, 0, cx, cy}, PAPER);
-        dc.SetBackgroundMode(BackgroundMode::Transparent);
-        dc.SelectPen(&pen);
+        m_bitmap.CreateBitmap(cx, cy);
+        m_dc.CreateCompatibleDC(nullptr);
+        m_dc.SelectBitmap(&m_bitmap);
+        m_dc.FillSolidRect({0, 0, cx, cy}, PAPER);
+        m_dc.SetBackgroundMode(BackgroundMode::Transparent);
+        m_dc.SelectPen(&m_pen);
     }
     Pixels Find(COLORREF color) const {
         Pixels found;
         for (int y = 0; y < cy; ++y)
             for (int x = 0; x < cx; ++x)
-                if (dc.GetPixel(x, y) == color) found.insert({x, y});
+                if (m_dc.GetPixel(x, y) == color) found.insert({x, y});
         return found;
     }
     void Line(CPoint from, CPoint to) {
-        dc.MoveTo(from.x, from.y);
-        dc.LineTo(to.x, to.y);
+        m_dc.MoveTo(from.x, from.y);
+        m_dc.LineTo(to.x, to.y);
     }
 
     int cx, cy;
-    CBitmap bitmap;
-    CDC dc;
-    CPen pen{PenStyle::Solid, INK};
+    CBitmap m_bitmap;
+    CDC m_dc;
+    CPen m_pen{PenStyle::Solid, INK};
 };
 
 /// Every pixel of a sheet that a line sets: at each step along it the nearest one across it, and of
@@ -90,7 +90,7 @@ TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
     for (const bool bClip : {false, true})
         for (const auto& [from, to] : lines) {
             Sheet sheet(20, 16);
-            if (bClip) sheet.dc.SelectClipRgn(&region);
+            if (bClip) sheet.m_dc.SelectClipRgn(&region);
             sheet.Line(from, to);
             Pixels expected = TraceLine(from, to, 20, 16);
             std::erase_if(expected, [&](const auto& pixel) {
@@ -104,13 +104,15 @@ TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
 std::string DrawRow(PenStyle style, BackgroundMode mode, int xFrom, int nLength) {
     Sheet sheet(nLength, 1);
     const CPen pen(style, INK);
-    sheet.dc.SelectPen(&pen);
-    sheet.dc.SetBackgroundMode(mode);
-    sheet.dc.SetBackgroundColor(RGB(1, 2, 3));
+    sheet.m_dc.SelectPen(&pen);
+    sheet.m_dc.SetBackgroundMode(mode);
+    sheet.m_dc.SetBackgroundColor(RGB(1, 2, 3));
     sheet.Line({xFrom, 0}, {nLength, 0});
     std::string row;
     for (int x = 0; x < nLength; ++x)
-        row += sheet.dc.GetPixel(x, 0) == INK ? '#' : sheet.dc.GetPixel(x, 0) == PAPER ? '.' : '=';
+        row += sheet.m_dc.GetPixel(x, 0) == INK     ? '#'
+               : sheet.m_dc.GetPixel(x, 0) == PAPER ? '.'
+                                                    : '=';
     return row;
 }
 
@@ -133,45 +135,45 @@ TEST(Line, HasItsPensPattern) {
 TEST(Rectangle, IsFilledOutlinedAndInverted) {
     Sheet sheet(10, 8);
     const CBrush brush(RGB(1, 2, 3));
-    sheet.dc.Rectangle({2, 1, 6, 5}, &brush);
+    sheet.m_dc.Rectangle({2, 1, 6, 5}, &brush);
     EXPECT_EQ(sheet.Find(INK).size(), 12u);
     EXPECT_EQ(sheet.Find(RGB(1, 2, 3)), (Pixels{{3, 2}, {4, 2}, {3, 3}, {4, 3}}));
-    EXPECT_EQ(sheet.dc.GetPixel(5, 4), INK);
+    EXPECT_EQ(sheet.m_dc.GetPixel(5, 4), INK);
 
-    sheet.dc.FillSolidRect({0, 0, 10, 8}, PAPER);
-    sheet.dc.SetRasterOp(RasterOp::Invert);
-    sheet.dc.Rectangle({7, 20, 2, -3}, nullptr);
+    sheet.m_dc.FillSolidRect({0, 0, 10, 8}, PAPER);
+    sheet.m_dc.SetRasterOp(RasterOp::Invert);
+    sheet.m_dc.Rectangle({7, 20, 2, -3}, nullptr);
     EXPECT_EQ(sheet.Find(RGB(245, 235, 225)).size(), 5u * 8u);
-    EXPECT_EQ(sheet.dc.GetPixel(7, 0), PAPER);
-    sheet.dc.Rectangle({2, -3, 7, 20}, nullptr);
+    EXPECT_EQ(sheet.m_dc.GetPixel(7, 0), PAPER);
+    sheet.m_dc.Rectangle({2, -3, 7, 20}, nullptr);
     EXPECT_EQ(sheet.Find(PAPER).size(), 80u);
 }
 
 TEST(Copy, TakesOnlyWhatBothSurfacesHave) {
     Sheet from(6, 6);
     for (int y = 0; y < 6; ++y)
-        for (int x = 0; x < 6; ++x) from.dc.FillSolidRect({x, y, x + 1, y + 1}, RGB(x, y, 0));
+        for (int x = 0; x < 6; ++x) from.m_dc.FillSolidRect({x, y, x + 1, y + 1}, RGB(x, y, 0));
     Sheet to(5, 5);
-    to.dc.CopyRect(-2, 3, 100, 100, &from.dc, 1, -1);
-    EXPECT_EQ(to.dc.GetPixel(0, 3), PAPER);  // from row -1
-    EXPECT_EQ(to.dc.GetPixel(0, 4), RGB(3, 0, 0));
-    EXPECT_EQ(to.dc.GetPixel(2, 4), RGB(5, 0, 0));
-    EXPECT_EQ(to.dc.GetPixel(3, 4), PAPER);
+    to.m_dc.CopyRect(-2, 3, 100, 100, &from.m_dc, 1, -1);
+    EXPECT_EQ(to.m_dc.GetPixel(0, 3), PAPER);  // from row -1
+    EXPECT_EQ(to.m_dc.GetPixel(0, 4), RGB(3, 0, 0));
+    EXPECT_EQ(to.m_dc.GetPixel(2, 4), RGB(5, 0, 0));
+    EXPECT_EQ(to.m_dc.GetPixel(3, 4), PAPER);
 
-    from.dc.CopyRect(1, 2, 4, 4, &from.dc, 0, 0);
-    EXPECT_EQ(from.dc.GetPixel(1, 2), RGB(0, 0, 0));
-    EXPECT_EQ(from.dc.GetPixel(4, 5), RGB(3, 3, 0));
+    from.m_dc.CopyRect(1, 2, 4, 4, &from.m_dc, 0, 0);
+    EXPECT_EQ(from.m_dc.GetPixel(1, 2), RGB(0, 0, 0));
+    EXPECT_EQ(from.m_dc.GetPixel(4, 5), RGB(3, 3, 0));
 }
 
 TEST(DrawnText, StandsWhereItsAlignmentSays) {
-    const int nWidth = Sheet(1, 1).dc.GetTextExtent(L"3000").cx;
+    const int nWidth = Sheet(1, 1).m_dc.GetTextExtent(L"3000").cx;
     for (const auto& [align, nLeft] :
          {std::pair{TextAlign::Left, 50}, std::pair{TextAlign::Right, 50 - nWidth},
           std::pair{TextAlign::Center, 50 - nWidth / 2}}) {
         Sheet sheet(100, 20);
-        sheet.dc.SetTextColor(INK);
-        sheet.dc.SetTextAlign(align);
-        sheet.dc.TextOut(50, 2, L"3000");
+        sheet.m_dc.SetTextColor(INK);
+        sheet.m_dc.SetTextAlign(align);
+        sheet.m_dc.TextOut(50, 2, L"3000");
         const Pixels ink = sheet.Find(INK);
         ASSERT_FALSE(ink.empty()) << "no pixel wholly in the text's colour";
         EXPECT_NEAR(ink.begin()->first, nLeft, 2) << static_cast<int>(align);
@@ -182,22 +184,22 @@ TEST(DrawnText, StandsWhereItsAlignmentSays) {
 TEST(DrawnText, HasItsFontsSize) {
     // A five-digit value of the default font fits into 40 pixels.
     Sheet sheet(60, 20);
-    const CSize size = sheet.dc.GetTextExtent(L"-32768");
+    const CSize size = sheet.m_dc.GetTextExtent(L"-32768");
     EXPECT_LE(size.cx, 40);
     EXPECT_GE(size.cx, 30);
     EXPECT_LE(size.cy, 14);
 
     // In the opaque mode it fills its cell.
-    sheet.dc.SetBackgroundMode(BackgroundMode::Opaque);
-    sheet.dc.SetBackgroundColor(RGB(255, 255, 255));
-    sheet.dc.TextOut(5, 3, L"8");
-    const CSize cell = sheet.dc.GetTextExtent(L"8");
+    sheet.m_dc.SetBackgroundMode(BackgroundMode::Opaque);
+    sheet.m_dc.SetBackgroundColor(RGB(255, 255, 255));
+    sheet.m_dc.TextOut(5, 3, L"8");
+    const CSize cell = sheet.m_dc.GetTextExtent(L"8");
     EXPECT_EQ(60u * 20u - sheet.Find(PAPER).size(), static_cast<std::size_t>(cell.cx * cell.cy));
 
     CFont large;
     large.CreatePixelFont(40, L"MS Shell Dlg", true);
-    EXPECT_EQ(sheet.dc.SelectFont(&large), nullptr);
-    EXPECT_GT(sheet.dc.GetTextExtent(L"8").cx, 3 * cell.cx);
+    EXPECT_EQ(sheet.m_dc.SelectFont(&large), nullptr);
+    EXPECT_GT(sheet.m_dc.GetTextExtent(L"8").cx, 3 * cell.cx);
     CFont points;
     points.CreatePointFont(120, L"Microsoft Sans Serif");
     EXPECT_EQ(points.m_nPixelHeight, 16);
@@ -205,14 +207,14 @@ TEST(DrawnText, HasItsFontsSize) {
 
 TEST(Bitmap, IsCopiedAndSavedOrReportsTheFile) {
     Sheet sheet(4, 4);
-    const CBitmap copy = sheet.bitmap;
-    sheet.dc.FillSolidRect({0, 0, 4, 4}, INK);
+    const CBitmap copy = sheet.m_bitmap;
+    sheet.m_dc.FillSolidRect({0, 0, 4, 4}, INK);
     EXPECT_EQ(copy.GetPixel(1, 1), PAPER);
-    EXPECT_EQ(sheet.bitmap.GetPixel(1, 1), INK);
+    EXPECT_EQ(sheet.m_bitmap.GetPixel(1, 1), INK);
     const TemporaryFolder folder;
-    sheet.bitmap.SavePng(folder.Path("a.png"));
+    sheet.m_bitmap.SavePng(folder.Path("a.png"));
     EXPECT_EQ(folder.Get("a.png").substr(0, 4), "\x89PNG");
-    EXPECT_THROW(sheet.bitmap.SavePng(folder.Path("none/a.png")), CFileException);
+    EXPECT_THROW(sheet.m_bitmap.SavePng(folder.Path("none/a.png")), CFileException);
 }
 
 TEST(Context, WithoutASurfaceDrawsNothing) {

@@ -13,7 +13,8 @@ namespace {
 class NaivePlot {
   public:
     explicit NaivePlot(const PlotSheet& painted)
-        : m_plot(painted.plot), m_curves(painted.spCurves->m_lstCurves[painted.plot.m_nChannel]),
+        : m_plot(painted.m_plot),
+          m_curves(painted.m_spCurves->m_lstCurves[painted.m_plot.m_nChannel]),
           m_nWidth(m_plot.m_nWidth), m_nHeight(m_plot.m_nHeight), m_sheet(m_nWidth, m_nHeight) {}
 
     /// @param nOffset, nMinY as the value axis has them
@@ -40,7 +41,7 @@ class NaivePlot {
                     hi = std::max<int>(hi, p[j]);
                     if (j + 1 < nLast) hi2 = std::max<int>(hi2, p[j + 1]);
                 }
-                m_sheet.dc.SelectClipRgn(&area);
+                m_sheet.m_dc.SelectClipRgn(&area);
                 const auto to = [&](int v) { Line(main, {x, yOf(v)}, MainColour(k)); };
                 if (lo >= nPrevious) {
                     to(hi), nPrevious = hi;
@@ -49,7 +50,7 @@ class NaivePlot {
                 } else {
                     to(lo), to(hi), nPrevious = hi;
                 }
-                m_sheet.dc.SelectClipRgn(nullptr);
+                m_sheet.m_dc.SelectClipRgn(nullptr);
                 if (m_plot.m_nDisplay == 2 && nFirst + 1 < nLast)
                     Line(second, {x, yOf(hi2)}, Slot(m_plot.m_pColours->m_acrGraphLine2, k));
             }
@@ -116,10 +117,10 @@ class NaivePlot {
     }
     void Line(CPoint& from, CPoint to, COLORREF color) {
         const CPen pen(PenStyle::Solid, color);
-        m_sheet.dc.SelectPen(&pen);
-        m_sheet.dc.MoveTo(from.x, from.y);
-        m_sheet.dc.LineTo(to.x, to.y);
-        m_sheet.dc.SelectPen(nullptr);
+        m_sheet.m_dc.SelectPen(&pen);
+        m_sheet.m_dc.MoveTo(from.x, from.y);
+        m_sheet.m_dc.LineTo(to.x, to.y);
+        m_sheet.m_dc.SelectPen(nullptr);
         from = to;
     }
 
@@ -132,20 +133,21 @@ class NaivePlot {
 
 /// The whole picture of the curves must be the naive one, for a fixed value axis of -5000 to 5000.
 void ExpectNaiveCurves(PlotSheet& sheet, const std::string& strCase) {
-    sheet.graph.m_bAutoZoom = 0;
+    sheet.m_graph.m_bAutoZoom = 0;
     sheet.Paint();
     NaivePlot naive(sheet);
-    naive.DrawCurves(0, sheet.plot.m_nZeroY + static_cast<int>(5000 * sheet.plot.m_dYScale));
+    naive.DrawCurves(0, sheet.m_plot.m_nZeroY + static_cast<int>(5000 * sheet.m_plot.m_dYScale));
     // The legend of several curves repeats their colours, right of everything compared here.
-    const int nRight = sheet.spCurves->m_lstCurves[0].size() > 1 ? sheet.plot.m_nWidth - 100 : 9999;
+    const int nRight =
+        sheet.m_spCurves->m_lstCurves[0].size() > 1 ? sheet.m_plot.m_nWidth - 100 : 9999;
     const auto left = [nRight](const Pixels& pixels) {
         Pixels part;
         for (const auto& pixel : pixels)
             if (pixel.first < nRight) part.insert(pixel);
         return part;
     };
-    std::set<COLORREF> colours{sheet.plot.m_pColours->m_acrGraphLine2[0]};
-    for (std::size_t k = 0; k < sheet.spCurves->m_lstCurves[0].size(); ++k)
+    std::set<COLORREF> colours{sheet.m_plot.m_pColours->m_acrGraphLine2[0]};
+    for (std::size_t k = 0; k < sheet.m_spCurves->m_lstCurves[0].size(); ++k)
         colours.insert(naive.MainColour(k));
     for (const COLORREF color : colours)
         EXPECT_EQ(left(sheet.Find(color)), left(naive.Find(color)))
@@ -165,8 +167,8 @@ TEST(Curves, AreDrawnAsAFullScanDrawsThem) {
         for (const int nDisplay : {0, 1, 2})
             for (const int nMode : {1, 3}) {
                 PlotSheet sheet;
-                sheet.plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
-                sheet.plot.m_nMode = static_cast<std::uint8_t>(nMode);
+                sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
+                sheet.m_plot.m_nMode = static_cast<std::uint8_t>(nMode);
                 sheet.Add(nCount, Wander(nCount));
                 ExpectNaiveCurves(sheet, std::to_string(nCount) + " values, display " +
                                              std::to_string(nDisplay) + ", mode " +
@@ -179,11 +181,11 @@ TEST(Curves, AreDrawnAsAFullScanDrawsThemInAZoomedView) {
     for (int n = 0; n < 30; ++n) {
         PlotSheet sheet(500 + n * 7, 300 + n);
         sheet.Add(30000, Wander(n));
-        sheet.plot.m_nDisplay = n % 3;
-        sheet.plot.m_nMode = n % 2 ? 1 : 3;
-        sheet.plot.m_bZoomed = 1;
-        sheet.plot.m_nViewStart = static_cast<int>(random() % 31000);
-        sheet.plot.m_nViewEnd = sheet.plot.m_nViewStart + 1 + static_cast<int>(random() % 9000);
+        sheet.m_plot.m_nDisplay = n % 3;
+        sheet.m_plot.m_nMode = n % 2 ? 1 : 3;
+        sheet.m_plot.m_bZoomed = 1;
+        sheet.m_plot.m_nViewStart = static_cast<int>(random() % 31000);
+        sheet.m_plot.m_nViewEnd = sheet.m_plot.m_nViewStart + 1 + static_cast<int>(random() % 9000);
         ExpectNaiveCurves(sheet, "zoom " + std::to_string(n));
     }
 }
@@ -222,11 +224,11 @@ TEST(InputTraces, AreDrawnAsRecordByRecord) {
             curve.AddPulse(static_cast<std::int32_t>(nAt), static_cast<std::uint8_t>(nState));
         }
         if (n % 2) {
-            sheet.plot.m_bZoomed = 1;
-            sheet.plot.m_nViewStart = 12345;
-            sheet.plot.m_nViewEnd = 12345 + 900 * n;
+            sheet.m_plot.m_bZoomed = 1;
+            sheet.m_plot.m_nViewStart = 12345;
+            sheet.m_plot.m_nViewEnd = 12345 + 900 * n;
         }
-        if (n > 18) sheet.plot.m_nSpanValues = 5000;  // most of it lies right of the plot
+        if (n > 18) sheet.m_plot.m_nSpanValues = 5000;  // most of it lies right of the plot
         sheet.Paint();
         NaivePlot naive(sheet);
         naive.DrawTraces(COLOURS);
@@ -238,14 +240,14 @@ TEST(InputTraces, AreDrawnAsRecordByRecord) {
 TEST(InputTraces, NeedARecordInView) {
     PlotSheet sheet;
     sheet.Add(1000, [](std::uint32_t) { return 0; }).AddPulse(400, 0xF);
-    sheet.plot.m_bZoomed = 1;
-    sheet.plot.m_nViewStart = 402;
+    sheet.m_plot.m_bZoomed = 1;
+    sheet.m_plot.m_nViewStart = 402;
     sheet.Paint();
     EXPECT_TRUE(sheet.Find(255).empty());
-    sheet.plot.m_nViewStart = 400;
+    sheet.m_plot.m_nViewStart = 400;
     sheet.Paint();
     EXPECT_TRUE(sheet.Find(255).empty());  // ends where it begins
-    sheet.plot.m_nViewStart = 200;
+    sheet.m_plot.m_nViewStart = 200;
     sheet.Paint();
     // A quarter of the 656 pixels, at the level of a set bit.
     EXPECT_EQ(sheet.CountInRow(343 - 40 - 13 - 2, 255), 164);

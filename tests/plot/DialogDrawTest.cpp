@@ -14,25 +14,25 @@ const DialogTemplate TEMPLATE{1, L"Plot", 200, 100, L"MS Shell Dlg", 8, ITEMS};
 
 struct Control : testing::Test {
     Control() {
-        sheet.Add(10000, [](std::uint32_t i) { return static_cast<int>(i % 700); });
-        dialog.Create(nullptr);
-        control.AttachControl(PLOT_ID, &dialog);
-        control.m_pPlot = &sheet.plot;
-        dialog.ShowWindow(true);
+        m_sheet.Add(10000, [](std::uint32_t i) { return static_cast<int>(i % 700); });
+        m_dialog.Create(nullptr);
+        m_control.AttachControl(PLOT_ID, &m_dialog);
+        m_control.m_pPlot = &m_sheet.m_plot;
+        m_dialog.ShowWindow(true);
         Operator::Wait(1);
     }
     void Repaint() {
-        control.Invalidate();
-        control.UpdateWindow();
+        m_control.Invalidate();
+        m_control.UpdateWindow();
     }
     /// The colours that differ from the plot painted without a band, as a range of x.
     std::pair<int, int> FindBand() {
-        const CBitmap shown = Operator::TakePicture(control);
-        PlotSheet plain(sheet.plot.m_nWidth, sheet.plot.m_nHeight);
-        sheet.plot.Paint(plain.dc);
+        const CBitmap shown = Operator::TakePicture(m_control);
+        PlotSheet plain(m_sheet.m_plot.m_nWidth, m_sheet.m_plot.m_nHeight);
+        m_sheet.m_plot.Paint(plain.m_dc);
         std::pair<int, int> band{-1, -1};
-        for (int x = 0; x < plain.plot.m_nWidth; ++x) {
-            const COLORREF crPlain = plain.dc.GetPixel(x, 5);
+        for (int x = 0; x < plain.m_plot.m_nWidth; ++x) {
+            const COLORREF crPlain = plain.m_dc.GetPixel(x, 5);
             if (shown.GetPixel(x, 5) == crPlain) continue;
             EXPECT_EQ(shown.GetPixel(x, 5), crPlain ^ 0xFFFFFFu) << x;
             if (band.first < 0) band.first = x;
@@ -41,52 +41,52 @@ struct Control : testing::Test {
         return band;
     }
 
-    PlotSheet sheet;
-    CDialog dialog{TEMPLATE};
-    CDialogDraw control;
+    PlotSheet m_sheet;
+    CDialog m_dialog{TEMPLATE};
+    CDialogDraw m_control;
 };
 
 constexpr std::pair<int, int> NO_BAND{-1, -1};
 
 TEST_F(Control, PaintsThePlotInItsOwnSize) {
-    EXPECT_EQ(sheet.plot.m_nWidth, 300);
-    EXPECT_EQ(sheet.plot.m_nHeight, 163);
-    EXPECT_EQ(sheet.plot.m_nBottom, 163);
+    EXPECT_EQ(m_sheet.m_plot.m_nWidth, 300);
+    EXPECT_EQ(m_sheet.m_plot.m_nHeight, 163);
+    EXPECT_EQ(m_sheet.m_plot.m_nBottom, 163);
     EXPECT_EQ(FindBand(), NO_BAND);
-    control.m_pPlot = nullptr;
+    m_control.m_pPlot = nullptr;
     Repaint();
-    EXPECT_EQ(Operator::TakePicture(control).GetPixel(5, 5), RGB(240, 240, 240));
+    EXPECT_EQ(Operator::TakePicture(m_control).GetPixel(5, 5), RGB(240, 240, 240));
 }
 
 TEST_F(Control, TheBandFollowsTheMouseAndSurvivesRepaints) {
-    sheet.plot.OnPlotClick({100, 50});
+    m_sheet.m_plot.OnPlotClick({100, 50});
     EXPECT_EQ(FindBand(), NO_BAND);
-    control.MoveZoomBand(180);
+    m_control.MoveZoomBand(180);
     // The press has moved the start of the view: compare with the picture painted since then.
     Repaint();
     EXPECT_EQ(FindBand(), (std::pair{100, 179}));
-    control.MoveZoomBand(140);
+    m_control.MoveZoomBand(140);
     EXPECT_EQ(FindBand(), (std::pair{100, 139}));
-    control.MoveZoomBand(60);
+    m_control.MoveZoomBand(60);
     EXPECT_EQ(FindBand(), (std::pair{60, 99}));
     Repaint();
     EXPECT_EQ(FindBand(), (std::pair{60, 99}));
-    control.MoveZoomBand(-500);
+    m_control.MoveZoomBand(-500);
     EXPECT_EQ(FindBand(), (std::pair{40, 99}));
-    control.MoveZoomBand(5000);
+    m_control.MoveZoomBand(5000);
     EXPECT_EQ(FindBand(), (std::pair{100, 299}));
 
-    control.EndZoomDrag(200);
-    EXPECT_EQ(sheet.plot.m_nDragBandX, 0);
-    EXPECT_EQ(sheet.plot.m_bZoomed, 1);
-    control.UpdateWindow();
+    m_control.EndZoomDrag(200);
+    EXPECT_EQ(m_sheet.m_plot.m_nDragBandX, 0);
+    EXPECT_EQ(m_sheet.m_plot.m_bZoomed, 1);
+    m_control.UpdateWindow();
     EXPECT_EQ(FindBand(), NO_BAND);
 }
 
 TEST_F(Control, WithoutADragTheMouseChangesNothing) {
-    control.MoveZoomBand(180);
-    control.EndZoomDrag(200);
-    EXPECT_EQ(sheet.plot.m_bZoomed, 0);
+    m_control.MoveZoomBand(180);
+    m_control.EndZoomDrag(200);
+    EXPECT_EQ(m_sheet.m_plot.m_bZoomed, 0);
     EXPECT_EQ(FindBand(), NO_BAND);
 }
 

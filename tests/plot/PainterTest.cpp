@@ -22,37 +22,37 @@ int Zero(std::uint32_t) { return 0; }
 
 TEST(Painter, WithoutCurvesDrawsBackgroundAndFrame) {
     PlotSheet sheet;
-    sheet.plot.m_dXScale = 7;
+    sheet.m_plot.m_dXScale = 7;
     sheet.Paint();
     EXPECT_EQ(sheet.Find(GREY).size(), 696u * 341u);
     EXPECT_EQ(sheet.Find(BLACK).size(), 2u * 698u + 2u * 341u);
-    EXPECT_EQ(sheet.plot.m_dXScale, 7);
-    EXPECT_EQ(sheet.plot.m_nLeftMargin, 0);
+    EXPECT_EQ(sheet.m_plot.m_dXScale, 7);
+    EXPECT_EQ(sheet.m_plot.m_nLeftMargin, 0);
 
-    sheet.plot.m_spCurves = nullptr;
+    sheet.m_plot.m_spCurves = nullptr;
     sheet.Paint();
     EXPECT_EQ(sheet.Find(GREY).size(), 696u * 341u);
 }
 
 TEST(Painter, LeavesTheScalesInThePlot) {
     PlotSheet sheet(842);
-    sheet.graph.m_bAutoZoom = 0;
+    sheet.m_graph.m_bAutoZoom = 0;
     sheet.Add(120000, Zero);
     sheet.Paint();
-    EXPECT_EQ(sheet.plot.m_dXScale, 800.0 / 120000);
-    EXPECT_EQ(sheet.plot.m_nValueSpan, 10000);
-    EXPECT_EQ(sheet.plot.m_dYScale, USABLE_HEIGHT / 10000.0);
-    EXPECT_NEAR(sheet.plot.m_nZeroY, BASELINE - USABLE_HEIGHT / 2, 1);
-    EXPECT_EQ(sheet.plot.m_nLeftMargin, 40);
+    EXPECT_EQ(sheet.m_plot.m_dXScale, 800.0 / 120000);
+    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 10000);
+    EXPECT_EQ(sheet.m_plot.m_dYScale, USABLE_HEIGHT / 10000.0);
+    EXPECT_NEAR(sheet.m_plot.m_nZeroY, BASELINE - USABLE_HEIGHT / 2, 1);
+    EXPECT_EQ(sheet.m_plot.m_nLeftMargin, 40);
 
-    sheet.plot.m_bZoomed = 1;
-    sheet.plot.m_nViewStart = 45000;
-    sheet.plot.m_nViewEnd = 90000;
-    sheet.graph.m_nRangeMin = 0;
+    sheet.m_plot.m_bZoomed = 1;
+    sheet.m_plot.m_nViewStart = 45000;
+    sheet.m_plot.m_nViewEnd = 90000;
+    sheet.m_graph.m_nRangeMin = 0;
     sheet.Paint();
-    EXPECT_EQ(sheet.plot.m_dXScale, 800.0 / 45000);
-    EXPECT_EQ(sheet.plot.m_nZeroY, BASELINE);
-    EXPECT_EQ(sheet.plot.m_nValueSpan, 5000);
+    EXPECT_EQ(sheet.m_plot.m_dXScale, 800.0 / 45000);
+    EXPECT_EQ(sheet.m_plot.m_nZeroY, BASELINE);
+    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 5000);
 }
 
 TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
@@ -65,42 +65,43 @@ TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
     EXPECT_TRUE(sheet.HasText(740, 313, L"2625", BLACK, TextAlign::Center));
     EXPECT_TRUE(sheet.HasText(840, 313, L"3000", BLACK, TextAlign::Right));
     for (int x = 40; x <= 840; x += 100)
-        for (int y = AXIS_Y + 1; y <= AXIS_Y + 10; ++y) EXPECT_EQ(sheet.dc.GetPixel(x, y), BLACK);
-    EXPECT_EQ(sheet.dc.GetPixel(140, AXIS_Y), GREY);
+        for (int y = AXIS_Y + 1; y <= AXIS_Y + 10; ++y) EXPECT_EQ(sheet.m_dc.GetPixel(x, y), BLACK);
+    EXPECT_EQ(sheet.m_dc.GetPixel(140, AXIS_Y), GREY);
 }
 
 TEST(Painter, LabelsTheTimeOfAViewAndOfOtherRates) {
     PlotSheet sheet;
     sheet.Add(120000, Zero);
-    sheet.plot.m_bZoomed = 1;
-    sheet.plot.m_nViewStart = 45000;
-    sheet.plot.m_nViewEnd = 90000;  // ticks every 5000: a leading 45 of hundreds, next multiple 50
+    sheet.m_plot.m_bZoomed = 1;
+    sheet.m_plot.m_nViewStart = 45000;
+    sheet.m_plot.m_nViewEnd =
+        90000;  // ticks every 5000: a leading 45 of hundreds, next multiple 50
     const int x = 40 + 656 / 9;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(40, 313, L"1125", BLACK));
     EXPECT_TRUE(sheet.HasText(x, 313, L"1250", BLACK, TextAlign::Center));
-    sheet.graph.m_nGraphRate = 20500;  // 20 whole values a millisecond
+    sheet.m_graph.m_nGraphRate = 20500;  // 20 whole values a millisecond
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(x, 313, L"2500", BLACK, TextAlign::Center));
-    sheet.graph.m_nGraphRate = 400;
+    sheet.m_graph.m_nGraphRate = 400;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(x, 313, L"125000", BLACK, TextAlign::Center));
-    sheet.graph.m_nGraphRate = 0;
+    sheet.m_graph.m_nGraphRate = 0;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TextAlign::Center));
 }
 
 TEST(Painter, DrawsTheValueGridWithItsLabels) {
     PlotSheet sheet;
-    sheet.graph.m_bAutoZoom = 0;
+    sheet.m_graph.m_bAutoZoom = 0;
     sheet.Add(100, [](std::uint32_t) { return 32000; });  // out of sight
     sheet.Paint();
     for (int j = 0; j <= 10; ++j) {
-        const int y = sheet.plot.m_nZeroY + 99 - static_cast<int>(j * 19.8);
+        const int y = sheet.m_plot.m_nZeroY + 99 - static_cast<int>(j * 19.8);
         const std::wstring strLabel = std::to_wstring(-5000 + j * 1000);
         EXPECT_EQ(sheet.CountInRow(y, YELLOW), 330) << y;  // of 658, three on and three off
-        EXPECT_EQ(sheet.dc.GetPixel(42, y), YELLOW);
-        EXPECT_EQ(sheet.dc.GetPixel(43, y), GREY);
+        EXPECT_EQ(sheet.m_dc.GetPixel(42, y), YELLOW);
+        EXPECT_EQ(sheet.m_dc.GetPixel(43, y), GREY);
         EXPECT_TRUE(sheet.HasText(0, y - 8, strLabel.c_str(), BLACK)) << j;
     }
     EXPECT_EQ(sheet.Find(YELLOW).size(), 11u * 330u);
@@ -117,10 +118,10 @@ TEST(Painter, DrawsTheInputBand) {
 }
 
 struct AutoZoomCase {
-    RTExtremes extremes;
-    int nDisplay;
-    int nSpan;
-    int nMin;
+    RTExtremes m_extremes;
+    int m_nDisplay;
+    int m_nSpan;
+    int m_nMin;
 };
 
 TEST(Painter, FollowsTheExtremesWithAutoZoom) {
@@ -137,17 +138,17 @@ TEST(Painter, FollowsTheExtremesWithAutoZoom) {
     };
     for (const AutoZoomCase& one : cases) {
         PlotSheet sheet(698, 700);
-        sheet.plot.m_nDisplay = static_cast<std::uint8_t>(one.nDisplay);
-        sheet.graph.m_nRangeMin = one.nMin < 0 ? -5000 : 0;  // keeps the zero line in sight
-        sheet.graph.m_nRangeMax = 5000;
-        sheet.Add(1000, Zero).SetExtremes(one.extremes);
+        sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(one.m_nDisplay);
+        sheet.m_graph.m_nRangeMin = one.m_nMin < 0 ? -5000 : 0;  // keeps the zero line in sight
+        sheet.m_graph.m_nRangeMax = 5000;
+        sheet.Add(1000, Zero).SetExtremes(one.m_extremes);
         sheet.Paint();
-        EXPECT_EQ(sheet.plot.m_nValueSpan, one.nSpan) << one.nMin;
+        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << one.m_nMin;
         // The lowest grid line lies |minimum| below the zero line, or on it.
-        const int nMinY =
-            sheet.plot.m_nZeroY + static_cast<int>(std::max(-one.nMin, 0) * sheet.plot.m_dYScale);
-        EXPECT_TRUE(sheet.HasText(0, nMinY - 8, std::to_wstring(one.nMin).c_str(), BLACK))
-            << one.nMin;
+        const int nMinY = sheet.m_plot.m_nZeroY +
+                          static_cast<int>(std::max(-one.m_nMin, 0) * sheet.m_plot.m_dYScale);
+        EXPECT_TRUE(sheet.HasText(0, nMinY - 8, std::to_wstring(one.m_nMin).c_str(), BLACK))
+            << one.m_nMin;
     }
 }
 
@@ -155,14 +156,14 @@ TEST(Painter, TakesTheExtremesOfAllCurves) {
     PlotSheet sheet;
     sheet.Add(1000, Zero).SetExtremes({500, 0, 0, 0});
     sheet.Add(1000, Zero).SetExtremes({100, -1000, 0, 0});
-    sheet.spCurves->m_lstCurves[0].push_back(nullptr);
+    sheet.m_spCurves->m_lstCurves[0].push_back(nullptr);
     sheet.Paint();
-    EXPECT_EQ(sheet.plot.m_nValueSpan, 600 + 1200);
+    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 600 + 1200);
 }
 
 TEST(Painter, DrawsAValueAtTheLowestOfTheAxis) {
     PlotSheet sheet;
-    sheet.graph = {0, 5000, 40000, 0};
+    sheet.m_graph = {0, 5000, 40000, 0};
     sheet.Add(1000, Zero);
     sheet.Paint();
     EXPECT_GE(sheet.CountInRow(BASELINE, RGB(0, 0, 255)), 640);
@@ -171,19 +172,19 @@ TEST(Painter, DrawsAValueAtTheLowestOfTheAxis) {
 TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
     PlotSheet sheet(842);
     auto& curve = sheet.Add(120000, Zero);
-    const auto& colours = *sheet.plot.m_pColours;
-    sheet.plot.m_pColours->m_crToolPulse = RGB(1, 0, 0);
-    sheet.plot.m_pColours->m_crStart = RGB(2, 0, 0);
-    sheet.plot.m_pColours->m_crEnd = RGB(3, 0, 0);
-    sheet.plot.m_pColours->m_crTimeMarker = RGB(4, 0, 0);
-    sheet.plot.m_nToolPulseMark = 15000;
-    sheet.plot.m_nStartMark = 36000;
-    sheet.plot.m_nEndMark = 75000;
-    sheet.plot.m_nMarkerA = 40000;
-    sheet.plot.m_nMarkerB = 44040;
+    const auto& colours = *sheet.m_plot.m_pColours;
+    sheet.m_plot.m_pColours->m_crToolPulse = RGB(1, 0, 0);
+    sheet.m_plot.m_pColours->m_crStart = RGB(2, 0, 0);
+    sheet.m_plot.m_pColours->m_crEnd = RGB(3, 0, 0);
+    sheet.m_plot.m_pColours->m_crTimeMarker = RGB(4, 0, 0);
+    sheet.m_plot.m_nToolPulseMark = 15000;
+    sheet.m_plot.m_nStartMark = 36000;
+    sheet.m_plot.m_nEndMark = 75000;
+    sheet.m_plot.m_nMarkerA = 40000;
+    sheet.m_plot.m_nMarkerB = 44040;
     curve.m_anMarkers[9] = 66000;
-    sheet.plot.m_nTriggerLevel = 1000;
-    sheet.graph.m_bAutoZoom = 0;
+    sheet.m_plot.m_nTriggerLevel = 1000;
+    sheet.m_graph.m_bAutoZoom = 0;
     sheet.Paint();
     // The trigger line crosses each of them but not the frame's row 0, where lines stop.
     EXPECT_EQ(sheet.CountInColumn(100, colours.m_crToolPulse), 341);
@@ -191,11 +192,11 @@ TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
     EXPECT_EQ(sheet.CountInColumn(500, colours.m_crEnd), 341);
     // Of 24 pixels 15, counted from y = 343 upwards, which itself lies below the picture.
     for (const int x : {40 + 266, 40 + 293, 40 + 440}) {
-        EXPECT_EQ(sheet.dc.GetPixel(x, 335), RGB(4, 0, 0)) << x;
-        EXPECT_NE(sheet.dc.GetPixel(x, 334), RGB(4, 0, 0)) << x;
+        EXPECT_EQ(sheet.m_dc.GetPixel(x, 335), RGB(4, 0, 0)) << x;
+        EXPECT_NE(sheet.m_dc.GetPixel(x, 334), RGB(4, 0, 0)) << x;
         EXPECT_NEAR(sheet.CountInColumn(x, RGB(4, 0, 0)), 343 * 15 / 24, 4) << x;
     }
-    const int y = sheet.plot.m_nZeroY - static_cast<int>(1000 * sheet.plot.m_dYScale);
+    const int y = sheet.m_plot.m_nZeroY - static_cast<int>(1000 * sheet.m_plot.m_dYScale);
     EXPECT_EQ(sheet.CountInRow(y, MAGENTA), 842 - 40);
     EXPECT_EQ(sheet.Find(MAGENTA).size(), 802u);
 
@@ -211,19 +212,19 @@ TEST(Painter, NamesSeveralCurvesInALegend) {
     sheet.Paint();
     EXPECT_FALSE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
     for (int k = 1; k < 23; ++k) sheet.Add(1000, [k](std::uint32_t) { return 10 * k; });
-    sheet.graph = {-5000, 30, 40000, 0};  // keeps the curves away from the legend
+    sheet.m_graph = {-5000, 30, 40000, 0};  // keeps the curves away from the legend
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
     EXPECT_TRUE(sheet.HasText(628, 130, L"Curve #2", RGB(0, 100, 0)));
     EXPECT_TRUE(sheet.HasText(628, 310, L"Curve #11", RGB(120, 120, 0)));
     EXPECT_TRUE(sheet.HasText(628, 510, L"Curve #21", RGB(35, 65, 98)));
-    for (int x = 598; x < 618; ++x) EXPECT_EQ(sheet.dc.GetPixel(x, 140), RGB(0, 100, 0));
-    EXPECT_NE(sheet.dc.GetPixel(618, 140), RGB(0, 100, 0));
+    for (int x = 598; x < 618; ++x) EXPECT_EQ(sheet.m_dc.GetPixel(x, 140), RGB(0, 100, 0));
+    EXPECT_NE(sheet.m_dc.GetPixel(618, 140), RGB(0, 100, 0));
 }
 
 TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
     PlotSheet sheet;
-    sheet.spCurves->AddCurve(0, 1000);
+    sheet.m_spCurves->AddCurve(0, 1000);
     sheet.Add(1000, Zero).AddPulse(1000, 0);
     sheet.Add(1000, Zero).AddPulse(1000, 0xF);
     sheet.Paint();
@@ -242,31 +243,31 @@ TEST(Painter, SurvivesImpossibleState) {
                 PlotSheet sheet(nOther == 0 ? 30 : 300, nOne == 0 ? 20 : 200);
                 sheet.Add(3000, [](std::uint32_t i) { return static_cast<int>(i); })
                     .AddPulse(nOne, 5);
-                sheet.spCurves->m_lstCurves[0][0]->AddPulse(nOther, 2);
-                sheet.plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
-                sheet.plot.m_nSpanValues = nOne;
-                sheet.plot.m_nViewStart = nOther;
-                sheet.plot.m_nViewEnd = nOne;
-                sheet.plot.m_nMarkerA = sheet.plot.m_nEndMark = nOne;
-                sheet.plot.m_nTriggerLevel = nOther;
-                sheet.graph = {nOther, nOne, 1, static_cast<std::uint8_t>(nOne == 2500)};
+                sheet.m_spCurves->m_lstCurves[0][0]->AddPulse(nOther, 2);
+                sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
+                sheet.m_plot.m_nSpanValues = nOne;
+                sheet.m_plot.m_nViewStart = nOther;
+                sheet.m_plot.m_nViewEnd = nOne;
+                sheet.m_plot.m_nMarkerA = sheet.m_plot.m_nEndMark = nOne;
+                sheet.m_plot.m_nTriggerLevel = nOther;
+                sheet.m_graph = {nOther, nOne, 1, static_cast<std::uint8_t>(nOne == 2500)};
                 for (const int bZoomed : {0, 1}) {
-                    sheet.plot.m_bZoomed = static_cast<std::uint8_t>(bZoomed);
+                    sheet.m_plot.m_bZoomed = static_cast<std::uint8_t>(bZoomed);
                     sheet.Paint();
-                    EXPECT_GE(sheet.plot.m_nValueSpan, 1);
+                    EXPECT_GE(sheet.m_plot.m_nValueSpan, 1);
                 }
             }
 }
 
 TEST(Painter, DrawsNothingOfTheTimeAxisWhileTheViewStartsBeyondItsEnd) {
     PlotSheet sheet;
-    sheet.plot.m_nDisplay = 1;
+    sheet.m_plot.m_nDisplay = 1;
     sheet.Add(1000, Zero).AddPulse(1000, 0);
-    sheet.plot.m_nViewStart = 1001;
+    sheet.m_plot.m_nViewStart = 1001;
     sheet.Paint();
-    EXPECT_TRUE(sheet.Find(sheet.plot.m_pColours->m_acrGraphLine2[0]).empty());
+    EXPECT_TRUE(sheet.Find(sheet.m_plot.m_pColours->m_acrGraphLine2[0]).empty());
     EXPECT_TRUE(sheet.Find(10040064).empty());
-    EXPECT_EQ(sheet.dc.GetPixel(40, AXIS_Y + 1), GREY);
+    EXPECT_EQ(sheet.m_dc.GetPixel(40, AXIS_Y + 1), GREY);
 }
 
 }  // namespace

@@ -15,76 +15,76 @@ using Pixels = std::set<std::pair<int, int>>;
 
 struct PlotSheet {
     explicit PlotSheet(int nWidth = 698, int nHeight = 343) {
-        spCurves = std::make_shared<CRTCurves>();
-        graph.m_nGraphRate = 40000;
-        plot.m_spCurves = spCurves;
-        plot.m_pGraph = &graph;
-        plot.m_nWidth = nWidth;
-        plot.m_nHeight = plot.m_nBottom = nHeight;
-        bitmap.CreateBitmap(nWidth, nHeight);
-        dc.CreateCompatibleDC(nullptr);
-        dc.SelectBitmap(&bitmap);
-        dc.FillSolidRect({0, 0, nWidth, nHeight}, RGB(240, 240, 240));
+        m_spCurves = std::make_shared<CRTCurves>();
+        m_graph.m_nGraphRate = 40000;
+        m_plot.m_spCurves = m_spCurves;
+        m_plot.m_pGraph = &m_graph;
+        m_plot.m_nWidth = nWidth;
+        m_plot.m_nHeight = m_plot.m_nBottom = nHeight;
+        m_bitmap.CreateBitmap(nWidth, nHeight);
+        m_dc.CreateCompatibleDC(nullptr);
+        m_dc.SelectBitmap(&m_bitmap);
+        m_dc.FillSolidRect({0, 0, nWidth, nHeight}, RGB(240, 240, 240));
     }
 
     /// Appends a finished curve with a value for each index, and shows all of it.
     RTCurveData& Add(std::uint32_t nCount, const std::function<int(std::uint32_t)>& valueAt) {
-        const auto spCurve = spCurves->AddCurve(plot.m_nChannel, nCount);
+        const auto spCurve = m_spCurves->AddCurve(m_plot.m_nChannel, nCount);
         const auto free = spCurve->GetFreeValues();
         for (std::uint32_t i = 0; i < nCount; ++i) free[i] = static_cast<std::int16_t>(valueAt(i));
         spCurve->PublishCount(nCount);
         spCurve->RecomputeExtremes();
-        plot.m_nSpanValues = static_cast<std::int32_t>(nCount);
-        plot.ZoomAll();
+        m_plot.m_nSpanValues = static_cast<std::int32_t>(nCount);
+        m_plot.ZoomAll();
         return *spCurve;
     }
 
-    void Paint() { plot.Paint(dc); }
+    void Paint() { m_plot.Paint(m_dc); }
 
     Pixels Find(COLORREF color) const {
         Pixels found;
-        for (int y = 0; y < plot.m_nHeight; ++y)
-            for (int x = 0; x < plot.m_nWidth; ++x)
-                if (dc.GetPixel(x, y) == color) found.insert({x, y});
+        for (int y = 0; y < m_plot.m_nHeight; ++y)
+            for (int x = 0; x < m_plot.m_nWidth; ++x)
+                if (m_dc.GetPixel(x, y) == color) found.insert({x, y});
         return found;
     }
     /// How many pixels of a column, or of a row, have a colour.
     int CountInColumn(int x, COLORREF color) const {
         int nCount = 0;
-        for (int y = 0; y < plot.m_nHeight; ++y) nCount += dc.GetPixel(x, y) == color;
+        for (int y = 0; y < m_plot.m_nHeight; ++y) nCount += m_dc.GetPixel(x, y) == color;
         return nCount;
     }
     int CountInRow(int y, COLORREF color) const {
         int nCount = 0;
-        for (int x = 0; x < plot.m_nWidth; ++x) nCount += dc.GetPixel(x, y) == color;
+        for (int x = 0; x < m_plot.m_nWidth; ++x) nCount += m_dc.GetPixel(x, y) == color;
         return nCount;
     }
     /// Whether a text stands at a point in a colour, its pixels all there.
     bool HasText(int x, int y, const wchar_t* pText, COLORREF color,
                  TextAlign align = TextAlign::Left) const {
         CBitmap stencil;
-        stencil.CreateBitmap(plot.m_nWidth, plot.m_nHeight);
+        stencil.CreateBitmap(m_plot.m_nWidth, m_plot.m_nHeight);
         CDC other;
         other.CreateCompatibleDC(nullptr);
         other.SelectBitmap(&stencil);
-        other.FillSolidRect({0, 0, plot.m_nWidth, plot.m_nHeight}, RGB(255, 255, 255));
+        other.FillSolidRect({0, 0, m_plot.m_nWidth, m_plot.m_nHeight}, RGB(255, 255, 255));
         other.SetBackgroundMode(BackgroundMode::Transparent);
         other.SetTextAlign(align);
         other.TextOut(x, y, pText);
         bool bFound = false;
-        for (int py = 0; py < plot.m_nHeight; ++py) {
-            for (int px = 0; px < plot.m_nWidth; ++px) {
+        for (int py = 0; py < m_plot.m_nHeight; ++py) {
+            for (int px = 0; px < m_plot.m_nWidth; ++px) {
                 if (other.GetPixel(px, py) != RGB(0, 0, 0)) continue;
-                if (dc.GetPixel(px, py) != color) return false;
+                if (m_dc.GetPixel(px, py) != color) return false;
                 bFound = true;
             }
         }
         return bFound;
     }
 
-    RTGraphSettings graph;
-    std::shared_ptr<CRTCurves> spCurves;
-    RTPlot plot;
-    CBitmap bitmap;
-    CDC dc;
+    RTGraphSettings m_graph;
+    std::shared_ptr<CRTCurves> m_spCurves;
+    RTPlot m_plot;
+    CBitmap m_bitmap;
+    CDC m_dc;
 };

@@ -13,8 +13,8 @@ const std::wstring COLOURS = L"RealTimeMonitor\\Colours";
 
 /// An application with a settings store of its own.
 struct Store {
-    TemporaryFolder folder;
-    CApplication app{L"plot test", folder.Path("settings.ini")};
+    TemporaryFolder m_folder;
+    CApplication m_app{L"plot test", m_folder.Path("settings.ini")};
 };
 
 TEST(PlotSettings, AnEmptyStoreGivesTheDefaults) {
@@ -61,12 +61,12 @@ TEST(PlotSettings, AllSlotsHaveColoursThatCanBeToldApart) {
 
 TEST(PlotSettings, ColoursComeFromTheirOwnSection) {
     Store store;
-    store.app.WriteProfileInt(COLOURS, L"CurveGridLines", 255);
-    store.app.WriteProfileInt(COLOURS, L"GraphLineColour3", 7);
-    store.app.WriteProfileInt(COLOURS, L"GraphLine2Colour9", 8);
-    store.app.WriteProfileInt(COLOURS, L"GraphLineColour10", 9);  // no such key
-    store.app.WriteProfileInt(FLAGS, L"Text", 255);
-    store.app.WriteProfileInt(FLAGS + L"\\Colours", L"Text", 255);
+    store.m_app.WriteProfileInt(COLOURS, L"CurveGridLines", 255);
+    store.m_app.WriteProfileInt(COLOURS, L"GraphLineColour3", 7);
+    store.m_app.WriteProfileInt(COLOURS, L"GraphLine2Colour9", 8);
+    store.m_app.WriteProfileInt(COLOURS, L"GraphLineColour10", 9);  // no such key
+    store.m_app.WriteProfileInt(FLAGS, L"Text", 255);
+    store.m_app.WriteProfileInt(FLAGS + L"\\Colours", L"Text", 255);
     const RTPlot plot;
     EXPECT_EQ(plot.m_pColours->m_crGridLines, RGB(255, 0, 0));
     EXPECT_EQ(plot.m_pColours->m_acrGraphLine[3], 7u);
@@ -78,18 +78,18 @@ TEST(PlotSettings, ColoursComeFromTheirOwnSection) {
 TEST(PlotSettings, FlagsAreReadAndWrittenBack) {
     Store store;
     { const RTPlot plot; }
-    EXPECT_EQ(store.app.GetProfileInt(FLAGS, L"SnapToTimeMarkers", 99), 0);
-    EXPECT_EQ(store.app.GetProfileInt(FLAGS, L"ShowAllCurvePulses", 99), 0);
+    EXPECT_EQ(store.m_app.GetProfileInt(FLAGS, L"SnapToTimeMarkers", 99), 0);
+    EXPECT_EQ(store.m_app.GetProfileInt(FLAGS, L"ShowAllCurvePulses", 99), 0);
 
-    store.app.WriteProfileInt(FLAGS, L"SnapToTimeMarkers", 7);
-    store.app.WriteProfileInt(FLAGS, L"ShowAllCurvePulses", 7);
+    store.m_app.WriteProfileInt(FLAGS, L"SnapToTimeMarkers", 7);
+    store.m_app.WriteProfileInt(FLAGS, L"ShowAllCurvePulses", 7);
     {
         const RTPlot plot;
         EXPECT_EQ(plot.m_bSnapToTimeMarkers, 7);
         EXPECT_EQ(plot.m_bShowAllCurvePulses, 1);
     }
-    EXPECT_EQ(store.app.GetProfileInt(FLAGS, L"SnapToTimeMarkers", 99), 7);
-    EXPECT_EQ(store.app.GetProfileInt(FLAGS, L"ShowAllCurvePulses", 99), 1);
+    EXPECT_EQ(store.m_app.GetProfileInt(FLAGS, L"SnapToTimeMarkers", 99), 7);
+    EXPECT_EQ(store.m_app.GetProfileInt(FLAGS, L"ShowAllCurvePulses", 99), 1);
 }
 
 }  // namespace

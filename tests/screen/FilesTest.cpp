@@ -17,7 +17,7 @@ constexpr int LIST_FILES = 1135;
 
 class FilesTest : public ::testing::Test {
   protected:
-    FilesTest() { SetProgramFolder(folder.Path("")); }
+    FilesTest() { SetProgramFolder(m_folder.Path("")); }
     ~FilesTest() override { SetProgramFolder(L""); }
 
     static std::string Example() {
@@ -66,7 +66,7 @@ class FilesTest : public ::testing::Test {
         return ToUtf8(strTitle);
     }
 
-    TemporaryFolder folder;
+    TemporaryFolder m_folder;
 };
 
 }  // namespace
@@ -76,12 +76,12 @@ TEST_F(FilesTest, SavesAndLoadsOnThePanel) {
     panel.Run([&] {
         CaptureExample(panel);
         SaveAs(panel, L"run1");
-        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+        EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
         SaveAs(panel, L"run1");
-        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+        EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
 
-        std::filesystem::create_directory(folder.GetPath() / "RealTimeFiles/folder.RT3");
-        folder.Put("RealTimeFiles/Apple.RT3", Example());
+        std::filesystem::create_directory(m_folder.GetPath() / "RealTimeFiles/folder.RT3");
+        m_folder.Put("RealTimeFiles/Apple.RT3", Example());
         panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
         ASSERT_TRUE(pList);
@@ -107,7 +107,7 @@ TEST_F(FilesTest, RefusesNamesThatLeaveTheStore) {
             EXPECT_EQ(Operator::ModalTitle(), L"Data Error") << pName;
             Operator::PressKey(Operator::Key::Escape);
         }
-        EXPECT_EQ(folder.CountEntries(), 1u);  // the folder of the language files
+        EXPECT_EQ(m_folder.CountEntries(), 1u);  // the folder of the language files
     });
 }
 
@@ -132,9 +132,9 @@ TEST_F(FilesTest, ReportsASaveThatFailsAndKeepsTheOldFile) {
         EXPECT_NE(strText.find(L"File too large"), std::wstring::npos);
         Operator::PressModalButton(L"OK");
 
-        EXPECT_EQ(folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
+        EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
         EXPECT_EQ(
-            std::distance(std::filesystem::directory_iterator(folder.GetPath() / "RealTimeFiles"),
+            std::distance(std::filesystem::directory_iterator(m_folder.GetPath() / "RealTimeFiles"),
                           std::filesystem::directory_iterator()),
             1);
         EXPECT_TRUE(panel.IsEnabled(IDC_START));
@@ -142,8 +142,8 @@ TEST_F(FilesTest, ReportsASaveThatFailsAndKeepsTheOldFile) {
 }
 
 TEST_F(FilesTest, ReportsALoadThatFails) {
-    std::filesystem::create_directory(folder.GetPath() / "RealTimeFiles");
-    folder.Put("RealTimeFiles/short.rt3", Example().substr(0, 106));
+    std::filesystem::create_directory(m_folder.GetPath() / "RealTimeFiles");
+    m_folder.Put("RealTimeFiles/short.rt3", Example().substr(0, 106));
     TestPanel panel(1);
     panel.Run([&] {
         CaptureExample(panel);
@@ -162,30 +162,30 @@ TEST_F(FilesTest, ReportsALoadThatFails) {
 }
 
 TEST_F(FilesTest, WorksWithFileDialogsOnADesktop) {
-    folder.Put("seen.RT3", Example());
+    m_folder.Put("seen.RT3", Example());
     TestPanel panel(1);
     panel.m_pSession->m_bDesktopMode = 1;
     panel.Run([&] {
         EXPECT_FALSE(panel.IsEnabled(IDC_START));
         panel.Tap(IDC_LOAD);
-        AnswerFileDialog(panel, folder.Path("seen.RT3"));
+        AnswerFileDialog(panel, m_folder.Path("seen.RT3"));
         EXPECT_EQ(Title(panel), "Real Time Mode - seen.RT3");
         EXPECT_EQ(panel.ValuesOf(0).size(), 4u);
 
         panel.Tap(IDC_SAVE);
-        AnswerFileDialog(panel, folder.Path("copy"));
-        EXPECT_EQ(folder.Get("copy.rt3"), Example());
+        AnswerFileDialog(panel, m_folder.Path("copy"));
+        EXPECT_EQ(m_folder.Get("copy.rt3"), Example());
 
         panel.TapBar(BAR_EXPORT);
-        AnswerFileDialog(panel, folder.Path("out"));
-        EXPECT_EQ(folder.Get("out.csv"), "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050");
+        AnswerFileDialog(panel, m_folder.Path("out"));
+        EXPECT_EQ(m_folder.Get("out.csv"), "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050");
 
         panel.TapBar(BAR_EXPORT);
         Operator::PressKey(Operator::Key::Escape);
-        EXPECT_EQ(folder.CountEntries(), 4u);  // those three and the language folder
+        EXPECT_EQ(m_folder.CountEntries(), 4u);  // those three and the language folder
 
-        folder.Put("dropped.rt3", Example());
-        Operator::DropFiles(*panel.m_pDialog, {folder.Path("dropped.rt3")});
+        m_folder.Put("dropped.rt3", Example());
+        Operator::DropFiles(*panel.m_pDialog, {m_folder.Path("dropped.rt3")});
         EXPECT_EQ(Title(panel), "Real Time Mode - dropped.rt3");
     });
 }

@@ -18,15 +18,15 @@ constexpr int SETTINGS_AUTO_ZOOM = 1222;
 /// stand for the capture and one pixel for exactly 150 values.
 class FingerTest : public ::testing::Test {
   protected:
-    FingerTest() { panel.m_pSession->m_nHostValueRate = 32800; }
+    FingerTest() { m_panel.m_pSession->m_nHostValueRate = 32800; }
 
-    RTPlot& Plot() { return panel.m_pSession->m_aPlots[0]; }
+    RTPlot& Plot() { return m_panel.m_pSession->m_aPlots[0]; }
 
     void Capture() {
-        panel.Tap(IDC_START);
-        panel.m_queue.push(MakeSamples(0, {1000, 5, 2000, 5, -200, 5}));
-        panel.m_queue.push(MakeIdleReport());
-        panel.Settle();
+        m_panel.Tap(IDC_START);
+        m_panel.m_queue.push(MakeSamples(0, {1000, 5, 2000, 5, -200, 5}));
+        m_panel.m_queue.push(MakeIdleReport());
+        m_panel.Settle();
         Operator::WaitUntil([this] { return Plot().m_dXScale > 0; }, 2000);
         ASSERT_DOUBLE_EQ(Plot().m_dXScale, 1.0 / 150);
     }
@@ -35,27 +35,27 @@ class FingerTest : public ::testing::Test {
     CPoint AtPlot(int x, int y) {
         CRect area;
         Operator::Ask([&] {
-            area = panel.m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
-            panel.m_pDialog->ScreenToClient(area);
+            area = m_panel.m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
+            m_panel.m_pDialog->ScreenToClient(area);
         });
         return {area.left + x, area.top + y};
     }
     void Drag(int xFrom, int xTo) {
-        Operator::Press(*panel.m_pDialog, AtPlot(xFrom, 100));
-        Operator::MoveTo(*panel.m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
-        Operator::MoveTo(*panel.m_pDialog, AtPlot(xTo, 120));
-        Operator::Release(*panel.m_pDialog, AtPlot(xTo, 120));
+        Operator::Press(*m_panel.m_pDialog, AtPlot(xFrom, 100));
+        Operator::MoveTo(*m_panel.m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
+        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(xTo, 120));
+        Operator::Release(*m_panel.m_pDialog, AtPlot(xTo, 120));
     }
     void TapPlot(int x, int y = 100) {
-        Operator::Press(*panel.m_pDialog, AtPlot(x, y));
-        Operator::Release(*panel.m_pDialog, AtPlot(x, y));
+        Operator::Press(*m_panel.m_pDialog, AtPlot(x, y));
+        Operator::Release(*m_panel.m_pDialog, AtPlot(x, y));
     }
     void ExpectView(int nStart, int nEnd) {
         EXPECT_EQ(Plot().m_nViewStart, nStart);
         EXPECT_EQ(Plot().m_nViewEnd, nEnd);
     }
     std::wstring BarText(int nID) {
-        CWnd* pControl = panel.BarControl(nID);
+        CWnd* pControl = m_panel.BarControl(nID);
         std::wstring strText = L"(none)";
         Operator::Ask([&] {
             if (pControl) strText = pControl->GetWindowText();
@@ -70,31 +70,31 @@ class FingerTest : public ::testing::Test {
     }
     /// Enters a number into an edit of the screen and returns what it then shows.
     std::wstring EnterInto(int nEdit, const std::wstring& strNumber) {
-        panel.Tap(nEdit);
-        EXPECT_NE(Operator::ModalWindow(), panel.m_pDialog.get());
+        m_panel.Tap(nEdit);
+        EXPECT_NE(Operator::ModalWindow(), m_panel.m_pDialog.get());
         Enter(strNumber);
-        return panel.TextOf(nEdit);
+        return m_panel.TextOf(nEdit);
     }
 
-    TestPanel panel{1, 1};
+    TestPanel m_panel{1, 1};
 };
 
 }  // namespace
 
 TEST_F(FingerTest, ZoomsToABandInBothDirections) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         Capture();
         Drag(340, 640);
         ExpectView(45000, 90000);
         EXPECT_EQ(Plot().m_bZoomed, 1);
 
-        panel.Tap(IDC_ZOOM_ALL);
+        m_panel.Tap(IDC_ZOOM_ALL);
         ExpectView(0, 98400);
         EXPECT_EQ(Plot().m_bZoomed, 0);
         Drag(640, 340);
         ExpectView(45000, 90000);
 
-        panel.Tap(IDC_ZOOM_ALL);
+        m_panel.Tap(IDC_ZOOM_ALL);
         TapPlot(340);  // pressed and released in the same hundred values
         ExpectView(0, 98400);
         Drag(340, 341);
@@ -103,9 +103,9 @@ TEST_F(FingerTest, ZoomsToABandInBothDirections) {
 }
 
 TEST_F(FingerTest, StartsTheViewOfTheSecondQuantityOddly) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         Capture();
-        CWnd* pList = panel.m_pDialog->GetControl(IDC_DISPLAY_LIST);
+        CWnd* pList = m_panel.m_pDialog->GetControl(IDC_DISPLAY_LIST);
         ASSERT_TRUE(Operator::Select(*pList, L"Position"));
         Drag(340, 640);
         ExpectView(45001, 90000);
@@ -113,24 +113,24 @@ TEST_F(FingerTest, StartsTheViewOfTheSecondQuantityOddly) {
 }
 
 TEST_F(FingerTest, LeavesNoBandBehind) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         Capture();
-        const CBitmap before = Operator::TakePicture(*panel.m_pDialog);
+        const CBitmap before = Operator::TakePicture(*m_panel.m_pDialog);
         const CPoint inBand = AtPlot(450, 60);
-        Operator::Press(*panel.m_pDialog, AtPlot(340, 100));
-        Operator::MoveTo(*panel.m_pDialog, AtPlot(500, 100));
-        EXPECT_NE(Operator::TakePicture(*panel.m_pDialog).GetPixel(inBand.x, inBand.y),
+        Operator::Press(*m_panel.m_pDialog, AtPlot(340, 100));
+        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(500, 100));
+        EXPECT_NE(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
                   before.GetPixel(inBand.x, inBand.y));
 
-        panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
-        panel.Settle();
-        Operator::MoveTo(*panel.m_pDialog, AtPlot(400, 100));
-        EXPECT_EQ(Operator::TakePicture(*panel.m_pDialog).GetPixel(inBand.x, inBand.y),
+        m_panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
+        m_panel.Settle();
+        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(400, 100));
+        EXPECT_EQ(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
                   before.GetPixel(inBand.x, inBand.y));
-        Operator::Release(*panel.m_pDialog, AtPlot(340, 100));
-        panel.Tap(IDC_ZOOM_ALL);
+        Operator::Release(*m_panel.m_pDialog, AtPlot(340, 100));
+        m_panel.Tap(IDC_ZOOM_ALL);
         Operator::Wait(20);
-        const CBitmap after = Operator::TakePicture(*panel.m_pDialog);
+        const CBitmap after = Operator::TakePicture(*m_panel.m_pDialog);
         const CPoint corner = AtPlot(41, 20), end = AtPlot(690, 200);
         for (int y = corner.y; y < end.y; ++y)
             for (int x = corner.x; x < end.x; ++x)
@@ -139,11 +139,11 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
 }
 
 TEST_F(FingerTest, MeasuresATimeDistance) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         Capture();
-        panel.TapBar(BAR_INFO_BUTTON);
+        m_panel.TapBar(BAR_INFO_BUTTON);
         EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
-        panel.TapBar(BAR_A);
+        m_panel.TapBar(BAR_A);
         TapPlot(40 + 120);  // 120 pixels: value 18000
         EXPECT_EQ(Plot().m_nMarkerA, 18000);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_MARKER_B);
@@ -152,24 +152,24 @@ TEST_F(FingerTest, MeasuresATimeDistance) {
         EXPECT_EQ(BarText(BAR_DISTANCE), L"675");
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
 
-        panel.TapBar(BAR_CLEAR_MARKERS);
+        m_panel.TapBar(BAR_CLEAR_MARKERS);
         EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
         EXPECT_EQ(Plot().m_nMarkerA, -1);
 
-        panel.TapBar(BAR_A);
-        panel.TapBar(BAR_B);
+        m_panel.TapBar(BAR_A);
+        m_panel.TapBar(BAR_B);
         TapPlot(200);
         EXPECT_EQ(Plot().m_nMarkerA, -1);
         EXPECT_NE(Plot().m_nMarkerB, -1);
-        panel.TapBar(BAR_BACK);
-        EXPECT_TRUE(panel.BarControl(BAR_INFO_BUTTON));
+        m_panel.TapBar(BAR_BACK);
+        EXPECT_TRUE(m_panel.BarControl(BAR_INFO_BUTTON));
     });
 }
 
 TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         Capture();
-        panel.Tap(IDC_SETTINGS);
+        m_panel.Tap(IDC_SETTINGS);
         CWnd* pSettings = Operator::ModalWindow();
         ASSERT_TRUE(pSettings);
         Operator::Tap(*pSettings, SETTINGS_AUTO_ZOOM);
@@ -178,16 +178,16 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         Operator::Tap(*pSettings, SETTINGS_UPPER);
         Enter(L"3960.9");
         Operator::Tap(*pSettings, IDOK);
-        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMin}, 0);
-        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMax}, 3960);
-        EXPECT_EQ(panel.m_pSession->m_graph.m_bAutoZoom, 0);
+        EXPECT_EQ(int{m_panel.m_pSession->m_graph.m_nRangeMin}, 0);
+        EXPECT_EQ(int{m_panel.m_pSession->m_graph.m_nRangeMax}, 3960);
+        EXPECT_EQ(m_panel.m_pSession->m_graph.m_bAutoZoom, 0);
 
         // 198 usable pixels for 3960 units; the zero line stands 218 pixels down.
         Operator::WaitUntil([this] { return Plot().m_nValueSpan == 3960; }, 2000);
         EXPECT_DOUBLE_EQ(Plot().m_dYScale, 0.05);
         EXPECT_EQ(Plot().m_nZeroY, 218);
-        panel.TapBar(BAR_INFO_BUTTON);
-        panel.TapBar(BAR_TRIGGER);
+        m_panel.TapBar(BAR_INFO_BUTTON);
+        m_panel.TapBar(BAR_TRIGGER);
         TapPlot(300, 218 - 50);
         EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
         EXPECT_EQ(BarText(BAR_PERCENT), L"20");
@@ -195,29 +195,29 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
 }
 
 TEST_F(FingerTest, ClampsAndFormatsEntries) {
-    panel.Run([&] {
+    m_panel.Run([&] {
         EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"75"), L"60");
         EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"0.4"), L"1");
         EXPECT_EQ(EnterInto(IDC_SAMPLE_TIME, L"12.6"), L"13");
         EXPECT_EQ(EnterInto(IDC_TRIGGER, L"99.95"), L"99.9");
         EXPECT_EQ(EnterInto(IDC_TRIGGER, L"12.34"), L"12.3");
 
-        panel.Tap(IDC_TRIGGER);
+        m_panel.Tap(IDC_TRIGGER);
         Operator::PressKey(Operator::Key::Escape);
-        EXPECT_EQ(panel.TextOf(IDC_TRIGGER), L"12.3");
-        EXPECT_EQ(Operator::ModalWindow(), panel.m_pDialog.get());
+        EXPECT_EQ(m_panel.TextOf(IDC_TRIGGER), L"12.3");
+        EXPECT_EQ(Operator::ModalWindow(), m_panel.m_pDialog.get());
 
-        panel.Tap(IDC_START);  // 13 s, 32800 values per second, 12.3 percent
-        EXPECT_EQ(panel.m_view.m_images.back().substr(3, 8),
+        m_panel.Tap(IDC_START);  // 13 s, 32800 values per second, 12.3 percent
+        EXPECT_EQ(m_panel.m_view.m_images.back().substr(3, 8),
                   std::string("\x02\xC8\x32\x00\x20\x80\x7B\x00", 8));
-        panel.m_queue.push(MakeIdleReport());
-        panel.Settle();
+        m_panel.m_queue.push(MakeIdleReport());
+        m_panel.Settle();
     });
 }
 
 TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
-    panel.Run([&] {
-        panel.Tap(IDC_SETTINGS);
+    m_panel.Run([&] {
+        m_panel.Tap(IDC_SETTINGS);
         CWnd* pSettings = Operator::ModalWindow();
         Operator::Tap(*pSettings, SETTINGS_LOWER);
         Enter(L"-20000.5");
@@ -228,33 +228,33 @@ TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
         ASSERT_TRUE(pBox);
         EXPECT_TRUE(Operator::Tap(*pBox, 3));
         EXPECT_FALSE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
-        EXPECT_EQ(int{panel.m_pSession->m_graph.m_nRangeMin}, -5000);
+        EXPECT_EQ(int{m_panel.m_pSession->m_graph.m_nRangeMin}, -5000);
         EXPECT_EQ(Operator::ModalWindow(), pSettings);
         Operator::PressKey(Operator::Key::Escape);
     });
 }
 
 TEST_F(FingerTest, EscapeAndEnterCloseTheScreen) {
-    panel.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Escape); });
-    EXPECT_FALSE(panel.m_pDialog->GetHandle());
+    m_panel.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Escape); });
+    EXPECT_FALSE(m_panel.m_pDialog->GetHandle());
     TestPanel second;
     second.RunUntilClosed([&] { Operator::PressKey(Operator::Key::Enter); });
     EXPECT_FALSE(second.m_pDialog->GetHandle());
 }
 
 TEST_F(FingerTest, EveryOtherButtonAndMessage) {
-    panel.Run([&] {
-        panel.TapBar(4);  // pass output
-        ASSERT_EQ(panel.m_view.m_images.size(), 1u);
-        EXPECT_EQ(panel.m_view.m_images[0].substr(0, 5), std::string("\x27\x01\x29\x03\x00", 5));
-        EXPECT_EQ(panel.m_view.m_images[0].size(), 44u);
-        EXPECT_FALSE(panel.TapBar(1203));  // the hidden Tools button
-        panel.TapBar(1047);                // nothing to export: no dialog
-        EXPECT_EQ(Operator::ModalWindow(), panel.m_pDialog.get());
+    m_panel.Run([&] {
+        m_panel.TapBar(4);  // pass output
+        ASSERT_EQ(m_panel.m_view.m_images.size(), 1u);
+        EXPECT_EQ(m_panel.m_view.m_images[0].substr(0, 5), std::string("\x27\x01\x29\x03\x00", 5));
+        EXPECT_EQ(m_panel.m_view.m_images[0].size(), 44u);
+        EXPECT_FALSE(m_panel.TapBar(1203));  // the hidden Tools button
+        m_panel.TapBar(1047);                // nothing to export: no dialog
+        EXPECT_EQ(Operator::ModalWindow(), m_panel.m_pDialog.get());
 
-        panel.m_pDialog->PostMessage(WM_RT_BARCOMMAND, 999);
-        panel.m_pDialog->PostMessage(WM_RT_SWITCHBAR, 999);
-        Operator::RightClick(*panel.m_pDialog, AtPlot(100, 100));
+        m_panel.m_pDialog->PostMessage(WM_RT_BARCOMMAND, 999);
+        m_panel.m_pDialog->PostMessage(WM_RT_SWITCHBAR, 999);
+        Operator::RightClick(*m_panel.m_pDialog, AtPlot(100, 100));
         TapPlot(100);  // a plot without curves
         EXPECT_EQ(Plot().m_bZoomDrag, 0);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);

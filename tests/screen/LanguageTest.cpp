@@ -51,10 +51,10 @@ TEST(ScreenLanguage, TakesItsTextsFromTheLanguageFile) {
 }
 
 struct DisplayListCase {
-    std::uint8_t nMode;
-    std::uint8_t nPositionInput;
-    std::uint32_t nRanges;
-    std::vector<std::wstring> texts;
+    std::uint8_t m_nMode;
+    std::uint8_t m_nPositionInput;
+    std::uint32_t m_nRanges;
+    std::vector<std::wstring> m_texts;
 };
 
 class DisplayListTest : public ::testing::TestWithParam<DisplayListCase> {};
@@ -62,14 +62,14 @@ class DisplayListTest : public ::testing::TestWithParam<DisplayListCase> {};
 TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
     struct Device final : IRTDevice {
         std::uint32_t ReadParameter(std::uint32_t nNumber) override {
-            ++nReads;
-            return nNumber == 50 ? nRanges : 0xFFFFFFFFu;
+            ++m_nReads;
+            return nNumber == 50 ? m_nRanges : 0xFFFFFFFFu;
         }
-        std::uint32_t nRanges = 0;
-        int nReads = 0;
+        std::uint32_t m_nRanges = 0;
+        int m_nReads = 0;
     } device;
-    device.nRanges = GetParam().nRanges;
-    TestPanel panel(GetParam().nMode, GetParam().nPositionInput);
+    device.m_nRanges = GetParam().m_nRanges;
+    TestPanel panel(GetParam().m_nMode, GetParam().m_nPositionInput);
     panel.m_pSession->m_pDevice = &device;
     panel.Run([&] {
         std::vector<std::wstring> texts;
@@ -77,10 +77,10 @@ TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
             auto* pList = static_cast<CComboBox*>(panel.m_pDialog->GetControl(IDC_DISPLAY_LIST));
             for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetItemText(i));
         });
-        EXPECT_EQ(texts, GetParam().texts);
+        EXPECT_EQ(texts, GetParam().m_texts);
         EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), texts[0]);
     });
-    EXPECT_EQ(device.nReads > 0, GetParam().nPositionInput == 2);
+    EXPECT_EQ(device.m_nReads > 0, GetParam().m_nPositionInput == 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -48,9 +48,9 @@ inline void Select(int nStart, int nEnd) {
 }
 
 struct Outcome {
-    int nResult;
-    std::wstring strText;
-    double dNumber;
+    int m_nResult;
+    std::wstring m_strText;
+    double m_dNumber;
 };
 
 /// Makes an entry's call while a script works its window, which is cancelled if it is still open
@@ -80,9 +80,9 @@ inline Outcome EnterText(const std::wstring& strInitial, const std::function<voi
     const std::wstring strTitle = L"Real Time file name";
     Outcome outcome{0, strInitial, 0.0};
     unsigned char flags[3] = {};
-    outcome.nResult =
+    outcome.m_nResult =
         WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", script, &strError, &strTitle,
-                                          &outcome.strText, &flags[0], &flags[1], &flags[2]);
+                                          &outcome.m_strText, &flags[0], &flags[1], &flags[2]);
     return outcome;
 }
 
@@ -91,8 +91,8 @@ inline Outcome EnterNumber(const std::wstring& strInitial, unsigned char nOption
     const std::wstring strTitle = L"Enter sample time (1-60 seconds)";
     Outcome outcome{0, L"untouched", -1.0};
     unsigned char nOption2 = 0;
-    outcome.nResult =
-        WorkEntry<decltype(ShowNumberPad)>("ShowNumberPad", script, strTitle, strInitial,
-                                           &outcome.strText, &outcome.dNumber, &nOption, &nOption2);
+    outcome.m_nResult = WorkEntry<decltype(ShowNumberPad)>("ShowNumberPad", script, strTitle,
+                                                           strInitial, &outcome.m_strText,
+                                                           &outcome.m_dNumber, &nOption, &nOption2);
     return outcome;
 }

@@ -19,8 +19,8 @@ TEST(Keyboard, TapsBuildAName) {
         Tap({L"c"});
         Tap({IDOK});
     });
-    EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.strText, L"Run_1 ä#&ABc");
+    EXPECT_EQ(outcome.m_nResult, 1);
+    EXPECT_EQ(outcome.m_strText, L"Run_1 ä#&ABc");
 }
 
 TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {
@@ -35,7 +35,7 @@ TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {
         Tap({L"x"});
         Tap({IDOK});
     });
-    EXPECT_EQ(outcome.strText, L"x");
+    EXPECT_EQ(outcome.m_strText, L"x");
 }
 
 TEST(Keyboard, CancelLeavesTheValueAlone) {
@@ -47,8 +47,8 @@ TEST(Keyboard, CancelLeavesTheValueAlone) {
             EXPECT_EQ(Entered(), L"run1z");
             cancel();
         });
-        EXPECT_EQ(outcome.nResult, 0);
-        EXPECT_EQ(outcome.strText, L"run1");
+        EXPECT_EQ(outcome.m_nResult, 0);
+        EXPECT_EQ(outcome.m_strText, L"run1");
     }
 }
 
@@ -67,8 +67,8 @@ TEST(Keyboard, TapsAndAPluggedInKeyboardWorkAtTheCaret) {
         Operator::Type(L".!");
         Operator::PressKey(Key::Enter);
     });
-    EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.strText, L"po 71xy.!");
+    EXPECT_EQ(outcome.m_nResult, 1);
+    EXPECT_EQ(outcome.m_strText, L"po 71xy.!");
 }
 
 /// Keys large enough for a thumb, nothing outside of the window or on top of something else.

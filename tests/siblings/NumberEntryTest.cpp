@@ -22,9 +22,9 @@ CNumberEntry Enter(const std::wstring& strInitial, const std::wstring& strKeys) 
 
 TEST(NumberEntry, KeysBuildTheText) {
     struct {
-        const wchar_t* pInitial;
-        const wchar_t* pKeys;
-        const wchar_t* pText;
+        const wchar_t* m_pInitial;
+        const wchar_t* m_pKeys;
+        const wchar_t* m_pText;
     } const cases[] = {{L"", L"12.6", L"12.6"},      {L"", L"007", L"7"},
                        {L"", L"000.5", L"0.5"},      {L"", L"1.2.3", L"1.23"},
                        {L"", L"--5", L"5"},          {L"", L"-05", L"-5"},
@@ -39,25 +39,25 @@ TEST(NumberEntry, KeysBuildTheText) {
                        {L"1234567890123", L"", L""}, {L"1.23456", L"", L"1.23456"},
                        {L"12\u0663", L"", L""}};
     for (const auto& c : cases)
-        EXPECT_EQ(Enter(c.pInitial, c.pKeys).GetText(), c.pText)
-            << testing::PrintToString(std::wstring(c.pInitial)) << " and keys "
-            << testing::PrintToString(std::wstring(c.pKeys));
+        EXPECT_EQ(Enter(c.m_pInitial, c.m_pKeys).GetText(), c.m_pText)
+            << testing::PrintToString(std::wstring(c.m_pInitial)) << " and keys "
+            << testing::PrintToString(std::wstring(c.m_pKeys));
 }
 
 TEST(NumberEntry, ValueIsWrittenOut) {
     struct {
-        const wchar_t* pKeys;
-        const wchar_t* pText;
-        double dNumber;
+        const wchar_t* m_pKeys;
+        const wchar_t* m_pText;
+        double m_dNumber;
     } const cases[] = {
         {L".5", L"0.5", 0.5},       {L".5-", L"-0.5", -0.5},           {L"7.", L"7", 7.0},
         {L"12.50", L"12.50", 12.5}, {L"70000.1", L"70000.1", 70000.1}, {L"0.00-", L"0.00", 0.0}};
     for (const auto& c : cases) {
-        const auto value = Enter(L"", c.pKeys).GetValue();
+        const auto value = Enter(L"", c.m_pKeys).GetValue();
         ASSERT_TRUE(value);
-        EXPECT_EQ(value->strText, c.pText);
-        EXPECT_EQ(value->dNumber, c.dNumber);
-        EXPECT_EQ(std::signbit(value->dNumber), c.dNumber < 0);
+        EXPECT_EQ(value->m_strText, c.m_pText);
+        EXPECT_EQ(value->m_dNumber, c.m_dNumber);
+        EXPECT_EQ(std::signbit(value->m_dNumber), c.m_dNumber < 0);
     }
     for (const wchar_t* pKeys : {L"", L"-", L".", L".-", L"-5<", L"3c"})
         EXPECT_FALSE(Enter(L"", pKeys).GetValue()) << testing::PrintToString(std::wstring(pKeys));

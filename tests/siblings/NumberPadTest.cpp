@@ -10,9 +10,9 @@ TEST(NumberPad, TapsBuildANumber) {
         EXPECT_EQ(Entered(), L"-12.6");
         Tap({CNumberPadWindow::ID_SIGN, IDOK});
     });
-    EXPECT_EQ(outcome.nResult, 1);
-    EXPECT_EQ(outcome.strText, L"12.6");
-    EXPECT_EQ(outcome.dNumber, 12.6);
+    EXPECT_EQ(outcome.m_nResult, 1);
+    EXPECT_EQ(outcome.m_strText, L"12.6");
+    EXPECT_EQ(outcome.m_dNumber, 12.6);
 }
 
 TEST(NumberPad, OnlyNumbersAreTypedWithTheDecimalsOfTheOption) {
@@ -21,7 +21,7 @@ TEST(NumberPad, OnlyNumbersAreTypedWithTheDecimalsOfTheOption) {
             Operator::Type(L"-1e2x,9512 -.");
             Operator::PressKey(Key::Enter);
         });
-        EXPECT_EQ(outcome.strText, pText);
+        EXPECT_EQ(outcome.m_strText, pText);
     }
 }
 
@@ -43,9 +43,9 @@ TEST(NumberPad, TheFirstKeyReplacesTheInitialNumberUnlessThatIsEdited) {
                 Tap({L"7"});
             Tap({IDOK});
         });
-        EXPECT_EQ(outcome.strText, pText);
+        EXPECT_EQ(outcome.m_strText, pText);
     }
-    EXPECT_EQ(EnterNumber(L"-5000", 1, [] { Tap({IDOK}); }).dNumber, -5000.0);
+    EXPECT_EQ(EnterNumber(L"-5000", 1, [] { Tap({IDOK}); }).m_dNumber, -5000.0);
 }
 
 TEST(NumberPad, EntryThatIsNoNumberIsRefused) {
@@ -61,9 +61,9 @@ TEST(NumberPad, EntryThatIsNoNumberIsRefused) {
         EXPECT_NE(Operator::ModalText(), strBefore);
         Tap({IDCANCEL});
     });
-    EXPECT_EQ(outcome.nResult, 0);
-    EXPECT_EQ(outcome.strText, L"untouched");
-    EXPECT_EQ(outcome.dNumber, -1.0);
+    EXPECT_EQ(outcome.m_nResult, 0);
+    EXPECT_EQ(outcome.m_strText, L"untouched");
+    EXPECT_EQ(outcome.m_dNumber, -1.0);
 }
 
 }  // namespace

@@ -12,9 +12,9 @@
 namespace {
 
 struct Result {
-    int nExitCode;
-    std::string strOut;
-    std::string strErr;
+    int m_nExitCode;
+    std::string m_strOut;
+    std::string m_strErr;
 };
 
 class Tool : public ::testing::Test {
@@ -47,56 +47,56 @@ bool Contains(const std::string& strText, const char* pPart) {
 
 TEST_F(Tool, SaysWhatACaptureHolds) {
     const Result result = Run("$RT3 info a.rt3");
-    EXPECT_EQ(result.nExitCode, 0);
-    EXPECT_EQ(result.strErr, "");
+    EXPECT_EQ(result.m_nExitCode, 0);
+    EXPECT_EQ(result.m_strErr, "");
     for (const char* pLine :
          {"version: screen 4, curves 14", "values per second: 40000", "4 of 4 values, 0.0001 s",
           "even indices: 100 to 300", "odd indices: -200 to -50", "pulse records: 1",
           "channel 2: no curves"})
-        EXPECT_TRUE(Contains(result.strOut, pLine)) << pLine;
+        EXPECT_TRUE(Contains(result.m_strOut, pLine)) << pLine;
 }
 
 TEST_F(Tool, SaysItAsJsonForEveryNameOnALineOfItsOwn) {
     std::filesystem::copy(m_folder.GetPath() / "a.rt3", m_folder.GetPath() / "q\"\xFF.rt3");
     const Result result = Run("$RT3 info --json a.rt3 q*.rt3 missing");
-    EXPECT_EQ(result.nExitCode, 1);
-    EXPECT_EQ(std::count(result.strOut.begin(), result.strOut.end(), '\n'), 3);
-    EXPECT_TRUE(Contains(result.strOut, R"({"file":"a.rt3","complete":true,"error":null,)"));
+    EXPECT_EQ(result.m_nExitCode, 1);
+    EXPECT_EQ(std::count(result.m_strOut.begin(), result.m_strOut.end(), '\n'), 3);
+    EXPECT_TRUE(Contains(result.m_strOut, R"({"file":"a.rt3","complete":true,"error":null,)"));
     EXPECT_TRUE(
-        Contains(result.strOut, R"("channels":[[{"values":4,"capacity":4,"seconds":1e-04)"));
-    EXPECT_TRUE(Contains(result.strOut, "\"file\":\"q\\\"\xEF\xBF\xBD.rt3\""));
+        Contains(result.m_strOut, R"("channels":[[{"values":4,"capacity":4,"seconds":1e-04)"));
+    EXPECT_TRUE(Contains(result.m_strOut, "\"file\":\"q\\\"\xEF\xBF\xBD.rt3\""));
     EXPECT_TRUE(
-        Contains(result.strOut, R"({"file":"missing","complete":false,"error":"missing: )"));
-    EXPECT_TRUE(Contains(result.strErr, "rt3: missing: No such file"));
+        Contains(result.m_strOut, R"({"file":"missing","complete":false,"error":"missing: )"));
+    EXPECT_TRUE(Contains(result.m_strErr, "rt3: missing: No such file"));
 }
 
 TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     const std::string strRows = "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050";
-    EXPECT_EQ(Run("$RT3 csv a.rt3").strOut, strRows);
-    EXPECT_EQ(Run("$RT3 csv - <a.rt3").strOut, strRows);
-    EXPECT_EQ(Run("cat a.rt3 | $RT3 csv -").strOut, strRows);
-    EXPECT_EQ(Run("$RT3 csv --channel=1 --curve 1 a.rt3 -o b.csv").strOut, "");
+    EXPECT_EQ(Run("$RT3 csv a.rt3").m_strOut, strRows);
+    EXPECT_EQ(Run("$RT3 csv - <a.rt3").m_strOut, strRows);
+    EXPECT_EQ(Run("cat a.rt3 | $RT3 csv -").m_strOut, strRows);
+    EXPECT_EQ(Run("$RT3 csv --channel=1 --curve 1 a.rt3 -o b.csv").m_strOut, "");
     EXPECT_EQ(m_folder.Get("b.csv"), strRows);
-    EXPECT_EQ(Run("$RT3 csv --time-column a.rt3").strOut,
+    EXPECT_EQ(Run("$RT3 csv --time-column a.rt3").m_strOut,
               "Time, Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
 
     const Result missing = Run("$RT3 csv a.rt3 --curve 2 -o c.csv");
-    EXPECT_EQ(missing.nExitCode, 1);
-    EXPECT_TRUE(Contains(missing.strErr, "a.rt3: Channel 1 has no curve 2"));
+    EXPECT_EQ(missing.m_nExitCode, 1);
+    EXPECT_TRUE(Contains(missing.m_strErr, "a.rt3: Channel 1 has no curve 2"));
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "c.csv"));
-    EXPECT_EQ(Run("$RT3 csv a.rt3 >/dev/full").nExitCode, 1);
+    EXPECT_EQ(Run("$RT3 csv a.rt3 >/dev/full").m_nExitCode, 1);
 }
 
 TEST_F(Tool, DrawsAChannelAsAPicture) {
     const Result result = Run("$RT3 plot a.rt3 -o a.png --size 321x123");
-    EXPECT_EQ(result.nExitCode, 0) << result.strErr;
-    EXPECT_EQ(result.strErr, "");
+    EXPECT_EQ(result.m_nExitCode, 0) << result.m_strErr;
+    EXPECT_EQ(result.m_strErr, "");
     const std::string strPng = m_folder.Get("a.png");
     ASSERT_GT(strPng.size(), 24u);
     EXPECT_EQ(strPng.substr(1, 3), "PNG");
     EXPECT_EQ(strPng.substr(16, 8), std::string("\0\0\1\x41\0\0\0\x7B", 8));
-    EXPECT_EQ(Run("$RT3 plot a.rt3 --size 321x123 -o -").strOut, strPng);
-    EXPECT_NE(Run("$RT3 plot a.rt3 --size 321x123 --display 1 -o -").strOut, strPng);
+    EXPECT_EQ(Run("$RT3 plot a.rt3 --size 321x123 -o -").m_strOut, strPng);
+    EXPECT_NE(Run("$RT3 plot a.rt3 --size 321x123 --display 1 -o -").m_strOut, strPng);
 }
 
 TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
@@ -108,12 +108,12 @@ TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
     current.Long(1).Values({3, -4}).Pulses({}).Longs(std::vector<int>(10, -1));
     current.Words({-4, -4, 3, 3}).Long(0).Long(0);
 
-    EXPECT_EQ(Run("$RT3 convert old.rt3 -o old.rt3").nExitCode, 0);
+    EXPECT_EQ(Run("$RT3 convert old.rt3 -o old.rt3").m_nExitCode, 0);
     EXPECT_EQ(m_folder.Get("old.rt3"), std::string(current.m_bytes.begin(), current.m_bytes.end()));
-    EXPECT_EQ(Run("cat a.rt3 | $RT3 convert - -o -").strOut, m_strExample);
+    EXPECT_EQ(Run("cat a.rt3 | $RT3 convert - -o -").m_strOut, m_strExample);
 
     std::filesystem::create_directory(m_folder.GetPath() / "new");
-    EXPECT_EQ(Run("$RT3 convert a.rt3 old.rt3 -o new").nExitCode, 0);
+    EXPECT_EQ(Run("$RT3 convert a.rt3 old.rt3 -o new").m_nExitCode, 0);
     EXPECT_EQ(m_folder.Get("new/a.rt3"), m_strExample);
     EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / "new/old.rt3"));
 }
@@ -121,18 +121,18 @@ TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
 TEST_F(Tool, SavesTheCompleteCurvesOfADamagedFileOnlyWhenAsked) {
     m_folder.Put("cut.rt3", m_strExample.substr(0, 108));
     const Result refused = Run("$RT3 convert cut.rt3 -o b.rt3");
-    EXPECT_EQ(refused.nExitCode, 1);
-    EXPECT_EQ(refused.strErr, "rt3: cut.rt3: The file ends too early.\n");
+    EXPECT_EQ(refused.m_nExitCode, 1);
+    EXPECT_EQ(refused.m_strErr, "rt3: cut.rt3: The file ends too early.\n");
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "b.rt3"));
 
-    EXPECT_EQ(Run("$RT3 convert --salvage cut.rt3 -o b.rt3").nExitCode, 0);
+    EXPECT_EQ(Run("$RT3 convert --salvage cut.rt3 -o b.rt3").m_nExitCode, 0);
     EXPECT_EQ(m_folder.Get("b.rt3"), m_strExample);
     const Result info = Run("$RT3 info cut.rt3");
-    EXPECT_EQ(info.nExitCode, 1);
-    EXPECT_TRUE(Contains(info.strOut, "4 of 4 values")) << "shows what could be read";
+    EXPECT_EQ(info.m_nExitCode, 1);
+    EXPECT_TRUE(Contains(info.m_strOut, "4 of 4 values")) << "shows what could be read";
 
     m_folder.Put("stump.rt3", m_strExample.substr(0, 50));
-    EXPECT_EQ(Run("$RT3 convert --salvage stump.rt3 -o c.rt3").nExitCode, 1);
+    EXPECT_EQ(Run("$RT3 convert --salvage stump.rt3 -o c.rt3").m_nExitCode, 1);
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "c.rt3"));
 }
 
@@ -145,26 +145,26 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
           "plot a.rt3 -o b.png --display 3", "plot a.rt3 -o a.rt3", "csv a.rt3 -o ./a.rt3",
           "convert a.rt3", "convert - -o .", "plot a.rt3 ../*/a.rt3 -o ."}) {
         const Result result = Run(std::string("$RT3 ") + pArguments);
-        EXPECT_EQ(result.nExitCode, 2) << pArguments;
-        EXPECT_TRUE(result.strErr.starts_with("rt3: ")) << pArguments;
-        EXPECT_EQ(result.strOut, "") << pArguments;
+        EXPECT_EQ(result.m_nExitCode, 2) << pArguments;
+        EXPECT_TRUE(result.m_strErr.starts_with("rt3: ")) << pArguments;
+        EXPECT_EQ(result.m_strOut, "") << pArguments;
     }
     EXPECT_EQ(m_folder.Get("a.rt3"), m_strExample);
     EXPECT_EQ(m_folder.CountEntries(), 1u);
 }
 
 TEST_F(Tool, HelpsForEveryCommand) {
-    EXPECT_TRUE(Contains(Run("$RT3 --help").strOut, "convert"));
+    EXPECT_TRUE(Contains(Run("$RT3 --help").m_strOut, "convert"));
     for (const char* pCommand : {"info", "csv", "plot", "convert"}) {
         const Result result = Run(std::string("$RT3 ") + pCommand + " --help");
-        EXPECT_EQ(result.nExitCode, 0);
-        EXPECT_TRUE(result.strOut.starts_with(std::string("usage: rt3 ") + pCommand)) << pCommand;
+        EXPECT_EQ(result.m_nExitCode, 0);
+        EXPECT_TRUE(result.m_strOut.starts_with(std::string("usage: rt3 ") + pCommand)) << pCommand;
     }
 }
 
 TEST_F(Tool, ReadsFilesWhoseNamesLookLikeOptions) {
     std::filesystem::copy(m_folder.GetPath() / "a.rt3", m_folder.GetPath() / "--help");
-    EXPECT_TRUE(Contains(Run("$RT3 info -- --help").strOut, "4 of 4 values"));
+    EXPECT_TRUE(Contains(Run("$RT3 info -- --help").m_strOut, "4 of 4 values"));
 }
 
 }  // namespace

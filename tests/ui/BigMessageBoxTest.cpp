@@ -27,11 +27,11 @@ bool StandsLeft(const std::wstring& strMessage) {
 
 TEST(BigMessageBox, EndsWithTheButtonOrKeyThatWasPressed) {
     const struct {
-        BYTE nButtons;
-        std::vector<int> shown;
-        int nButton;  ///< 0: a key
-        Key key;
-        int nResult;
+        BYTE m_nButtons;
+        std::vector<int> m_shown;
+        int m_nButton;  ///< 0: a key
+        Key m_key;
+        int m_nResult;
     } cases[] = {
         {BIGBTN_OK_CENTRE, {OK_CENTRE}, OK_CENTRE, {}, 1},
         {BIGBTN_OK_CENTRE, {OK_CENTRE}, 0, Key::Enter, 1},
@@ -41,21 +41,22 @@ TEST(BigMessageBox, EndsWithTheButtonOrKeyThatWasPressed) {
         {0, {}, 0, Key::Escape, 2},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.nButtons);
+        SCOPED_TRACE(c.m_nButtons);
         CBigMessageBox box;
-        box.m_nButtons = c.nButtons;
+        box.m_nButtons = c.m_nButtons;
         EXPECT_EQ(RunModal(box,
                            [&] {
                                for (const int nID : {OK, CANCEL, OK_CENTRE, NO})
                                    EXPECT_EQ(IsVisible(box, nID),
-                                             std::count(c.shown.begin(), c.shown.end(), nID) == 1);
-                               if (c.nButton)
-                                   EXPECT_TRUE(Operator::Tap(box, c.nButton));
+                                             std::count(c.m_shown.begin(), c.m_shown.end(), nID) ==
+                                                 1);
+                               if (c.m_nButton)
+                                   EXPECT_TRUE(Operator::Tap(box, c.m_nButton));
                                else
-                                   Operator::PressKey(c.key);
+                                   Operator::PressKey(c.m_key);
                                EXPECT_NE(Operator::ModalWindow(), &box);
                            }),
-                  c.nResult);
+                  c.m_nResult);
     }
     CBigMessageBox box;  // Enter does not acknowledge what no button acknowledges
     RunModal(box, [&] {

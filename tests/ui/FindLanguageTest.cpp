@@ -9,30 +9,30 @@ namespace {
 
 /// A disk of folders and files in memory.
 struct Disk {
-    std::wstring strExecutable{};
-    wchar_t chSeparator = L'\\';
-    std::optional<std::wstring> documents{};
-    std::set<std::wstring> folders{};
-    std::map<std::wstring, std::u16string> files{};
-    bool bWritable = true;
-    std::vector<std::wstring> created{};
+    std::wstring m_strExecutable{};
+    wchar_t m_chSeparator = L'\\';
+    std::optional<std::wstring> m_documents{};
+    std::set<std::wstring> m_folders{};
+    std::map<std::wstring, std::u16string> m_files{};
+    bool m_bWritable = true;
+    std::vector<std::wstring> m_created{};
 
     LanguageInfo Find() {
         return FindLanguage({
-            .strExecutable = strExecutable,
-            .chSeparator = chSeparator,
-            .findDocumentsFolder = [this] { return documents; },
-            .folderExists = [this](const std::wstring& str) { return folders.contains(str); },
-            .createFolder =
+            .m_strExecutable = m_strExecutable,
+            .m_chSeparator = m_chSeparator,
+            .m_findDocumentsFolder = [this] { return m_documents; },
+            .m_folderExists = [this](const std::wstring& str) { return m_folders.contains(str); },
+            .m_createFolder =
                 [this](const std::wstring& str) {
-                    created.push_back(str);
-                    return bWritable;
+                    m_created.push_back(str);
+                    return m_bWritable;
                 },
-            .fileExists = [this](const std::wstring& str) { return files.contains(str); },
-            .readFile =
+            .m_fileExists = [this](const std::wstring& str) { return m_files.contains(str); },
+            .m_readFile =
                 [this](const std::wstring& str) -> std::optional<std::vector<std::uint8_t>> {
-                if (!files.contains(str)) return std::nullopt;
-                const std::u16string& text = files[str];
+                if (!m_files.contains(str)) return std::nullopt;
+                const std::u16string& text = m_files[str];
                 const auto* pBytes = reinterpret_cast<const std::uint8_t*>(text.data());
                 return std::vector(pBytes, pBytes + 2 * text.size());
             },
@@ -42,10 +42,10 @@ struct Disk {
 
 /// A disk with a language in a lang folder, as far as a default.txt names it.
 Disk MakeDisk(const std::wstring& strFolder, const std::u16string& strDefault) {
-    return {.strExecutable = strFolder + L"panel.exe",
-            .folders = {strFolder + L"lang\\"},
-            .files = {{strFolder + L"lang\\default.txt", strDefault},
-                      {strFolder + L"lang\\German.txt", u""}}};
+    return {.m_strExecutable = strFolder + L"panel.exe",
+            .m_folders = {strFolder + L"lang\\"},
+            .m_files = {{strFolder + L"lang\\default.txt", strDefault},
+                        {strFolder + L"lang\\German.txt", u""}}};
 }
 
 using Folders = std::vector<std::wstring>;
@@ -63,44 +63,44 @@ TEST(FindLanguage, UsesTheLangFolderBesideTheProgram) {
         EXPECT_EQ(info.m_strLanguage, L"German");
         EXPECT_EQ(info.m_strLangFolder, strFolder + L"lang\\");
         EXPECT_EQ(info.m_strDefaultFolder, strFolder + L"lang\\");
-        EXPECT_EQ(disk.created, Folders());
+        EXPECT_EQ(disk.m_created, Folders());
     }
     // No more than 260 characters are looked at.
-    EXPECT_EQ(Disk{.strExecutable = strLong + L"bcdefghi\\panel.exe"}.Find().m_strLangFolder,
+    EXPECT_EQ(Disk{.m_strExecutable = strLong + L"bcdefghi\\panel.exe"}.Find().m_strLangFolder,
               strLong + L"lang\\");
 }
 
 TEST(FindLanguage, CreatesAMissingFolder) {
     Disk disk = MakeDisk(L"D:\\panel\\", u"German");
-    disk.folders.clear();
+    disk.m_folders.clear();
     EXPECT_EQ(disk.Find().m_strLanguage, L"German");
-    EXPECT_EQ(disk.created, Folders{L"D:\\panel\\lang\\"});
-    disk.bWritable = false;
+    EXPECT_EQ(disk.m_created, Folders{L"D:\\panel\\lang\\"});
+    disk.m_bWritable = false;
     EXPECT_EQ(disk.Find().m_strLanguage, L"English");
 }
 
 TEST(FindLanguage, OfAnInstalledProgramTakesTheChoiceFromTheDocuments) {
-    Disk disk{.strExecutable = L"C:\\Program Files (x86)\\Viewer\\viewer.exe",
-              .documents = L"D:\\Docs",
-              .folders = {L"C:\\Program Files (x86)\\Viewer\\"},
-              .files = {{L"D:\\Docs\\Strovane Log Viewer\\default.txt", u"French\nGerman"},
-                        {L"C:\\Program Files (x86)\\Viewer\\default.txt", u"French"},
-                        {L"C:\\Program Files (x86)\\Viewer\\French.txt", u""}}};
+    Disk disk{.m_strExecutable = L"C:\\Program Files (x86)\\Viewer\\viewer.exe",
+              .m_documents = L"D:\\Docs",
+              .m_folders = {L"C:\\Program Files (x86)\\Viewer\\"},
+              .m_files = {{L"D:\\Docs\\Strovane Log Viewer\\default.txt", u"French\nGerman"},
+                          {L"C:\\Program Files (x86)\\Viewer\\default.txt", u"French"},
+                          {L"C:\\Program Files (x86)\\Viewer\\French.txt", u""}}};
     const LanguageInfo info = disk.Find();
     EXPECT_EQ(info.m_strLanguage, L"French");
     EXPECT_EQ(info.m_strLangFolder, L"C:\\Program Files (x86)\\Viewer\\");
     EXPECT_EQ(info.m_strDefaultFolder, L"D:\\Docs\\Strovane Log Viewer\\");
-    EXPECT_EQ(disk.created, Folders{L"D:\\Docs\\Strovane Log Viewer\\"});
-    disk.bWritable = false;
+    EXPECT_EQ(disk.m_created, Folders{L"D:\\Docs\\Strovane Log Viewer\\"});
+    disk.m_bWritable = false;
     EXPECT_EQ(disk.Find().m_strLanguage, L"English");
-    disk.documents.reset();
+    disk.m_documents.reset();
     EXPECT_EQ(disk.Find().m_strDefaultFolder, L"C:\\Program Files (x86)\\Viewer\\");
     EXPECT_EQ(disk.Find().m_strLanguage, L"French");
 
-    const LanguageInfo other = Disk{.strExecutable = L"/mnt/Program Files/viewer",
-                                    .chSeparator = L'/',
-                                    .documents = L"/home/op/Documents",
-                                    .folders = {L"/mnt/Program Files/"}}
+    const LanguageInfo other = Disk{.m_strExecutable = L"/mnt/Program Files/viewer",
+                                    .m_chSeparator = L'/',
+                                    .m_documents = L"/home/op/Documents",
+                                    .m_folders = {L"/mnt/Program Files/"}}
                                    .Find();
     EXPECT_EQ(other.m_strLangFolder, L"/mnt/Program Files/");
     EXPECT_EQ(other.m_strDefaultFolder, L"/home/op/Documents/Strovane Log Viewer/");

@@ -17,7 +17,7 @@ std::vector<std::uint8_t> Bytes(std::u16string_view units) {
 /// "number=text" of a line, or "skipped".
 std::wstring Parse(std::u16string_view line) {
     const auto parsed = ParseLanguageLine(line);
-    return parsed ? std::to_wstring(parsed->nString) + L"=" + parsed->strText : L"skipped";
+    return parsed ? std::to_wstring(parsed->m_nString) + L"=" + parsed->m_strText : L"skipped";
 }
 
 }  // namespace

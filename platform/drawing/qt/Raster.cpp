@@ -10,25 +10,25 @@ using Wide = __int128;
 /// by floor((2 * k * across + bias) / (2 * n)) pixels after k steps: the distance rounded to the
 /// nearest pixel, and where two are equally near, to the upper or left one.
 struct LineSlope {
-    std::int64_t nSteps;
-    std::int64_t nAcross;
-    std::int64_t nBias;
+    std::int64_t m_nSteps;
+    std::int64_t m_nAcross;
+    std::int64_t m_nBias;
 
     /// The first step after which the line is nDistance pixels or more away; nSteps when none is.
     std::int64_t FindStep(std::int64_t nDistance) const {
         if (nDistance <= 0) return 0;
-        if (nDistance > nAcross) return nSteps;
+        if (nDistance > m_nAcross) return m_nSteps;
         // Twice a product of two numbers of 33 bits.
-        const Wide nNeeded = Wide{nSteps} * 2 * nDistance - nBias;
-        const Wide nPerStep = Wide{nAcross} * 2;
+        const Wide nNeeded = Wide{m_nSteps} * 2 * nDistance - m_nBias;
+        const Wide nPerStep = Wide{m_nAcross} * 2;
         return static_cast<std::int64_t>((nNeeded + nPerStep - 1) / nPerStep);
     }
 };
 
 /// Steps in one direction, and how many of them lead into and out of [nLow, nHigh).
 struct Interval {
-    std::int64_t nFirst;
-    std::int64_t nEnd;
+    std::int64_t m_nFirst;
+    std::int64_t m_nEnd;
 
     static Interval Of(std::int64_t nStart, bool bDown, std::int64_t nLow, std::int64_t nHigh) {
         if (bDown) return {nStart - nHigh + 1, nStart - nLow + 1};
@@ -39,27 +39,28 @@ struct Interval {
 }  // namespace
 
 void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& style) {
-    if (view.clip.IsEmpty()) return;
+    if (view.m_clip.IsEmpty()) return;
     const std::int64_t dx = std::int64_t{to.x} - from.x;
     const std::int64_t dy = std::int64_t{to.y} - from.y;
     const bool bSteep = std::abs(dy) > std::abs(dx);
 
     LineSlope slope;
-    slope.nSteps = std::max(std::abs(dx), std::abs(dy));
-    slope.nAcross = std::min(std::abs(dx), std::abs(dy));
-    slope.nBias = (bSteep ? dx : dy) < 0 ? slope.nSteps : slope.nSteps - 1;
+    slope.m_nSteps = std::max(std::abs(dx), std::abs(dy));
+    slope.m_nAcross = std::min(std::abs(dx), std::abs(dy));
+    slope.m_nBias = (bSteep ? dx : dy) < 0 ? slope.m_nSteps : slope.m_nSteps - 1;
 
-    const Interval alongX = Interval::Of(from.x, dx < 0, view.clip.left, view.clip.right);
-    const Interval alongY = Interval::Of(from.y, dy < 0, view.clip.top, view.clip.bottom);
+    const Interval alongX = Interval::Of(from.x, dx < 0, view.m_clip.left, view.m_clip.right);
+    const Interval alongY = Interval::Of(from.y, dy < 0, view.m_clip.top, view.m_clip.bottom);
     const Interval& along = bSteep ? alongY : alongX;
     const Interval& across = bSteep ? alongX : alongY;
     const std::int64_t nFirst =
-        std::max({std::int64_t{0}, along.nFirst, slope.FindStep(across.nFirst)});
-    const std::int64_t nEnd = std::min({slope.nSteps, along.nEnd, slope.FindStep(across.nEnd)});
+        std::max({std::int64_t{0}, along.m_nFirst, slope.FindStep(across.m_nFirst)});
+    const std::int64_t nEnd =
+        std::min({slope.m_nSteps, along.m_nEnd, slope.FindStep(across.m_nEnd)});
     if (nFirst >= nEnd) return;
 
-    const std::int64_t nWhole = 2 * slope.nSteps;
-    const Wide nProgress = Wide{slope.nAcross} * 2 * nFirst + slope.nBias;
+    const std::int64_t nWhole = 2 * slope.m_nSteps;
+    const Wide nProgress = Wide{slope.m_nAcross} * 2 * nFirst + slope.m_nBias;
     const std::int64_t nMoved = nFirst == 0 ? 0 : static_cast<std::int64_t>(nProgress / nWhole);
     auto nRest = static_cast<std::int64_t>(nProgress - Wide{nWhole} * nMoved);
 
@@ -68,7 +69,7 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
     std::uint32_t* p = view.At(static_cast<int>(from.x + (dx < 0 ? -nMovedX : nMovedX)),
                                static_cast<int>(from.y + (dy < 0 ? -nMovedY : nMovedY)));
     const std::ptrdiff_t nStepX = dx < 0 ? -1 : 1;
-    const std::ptrdiff_t nStepY = dy < 0 ? -view.nStride : view.nStride;
+    const std::ptrdiff_t nStepY = dy < 0 ? -view.m_nStride : view.m_nStride;
     const std::ptrdiff_t nStepAlong = bSteep ? nStepY : nStepX;
     const std::ptrdiff_t nStepAcross = bSteep ? nStepX : nStepY;
 
@@ -76,7 +77,7 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
         for (std::int64_t nStep = nFirst; nStep < nEnd; ++nStep) {
             setPixel();
             p += nStepAlong;
-            nRest += 2 * slope.nAcross;
+            nRest += 2 * slope.m_nAcross;
             if (nRest >= nWhole) {
                 nRest -= nWhole;
                 p += nStepAcross;
@@ -84,30 +85,31 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
         }
     };
     if (!style.IsSolid()) {
-        auto nPhase = static_cast<unsigned>(nFirst % style.nPatternLength);
+        auto nPhase = static_cast<unsigned>(nFirst % style.m_nPatternLength);
         walk([&] {
-            if (style.nPattern >> nPhase & 1u)
-                *p = style.nPixel;
-            else if (style.nGapPixel)
-                *p = *style.nGapPixel;
-            if (++nPhase == style.nPatternLength) nPhase = 0;
+            if (style.m_nPattern >> nPhase & 1u)
+                *p = style.m_nPixel;
+            else if (style.m_nGapPixel)
+                *p = *style.m_nGapPixel;
+            if (++nPhase == style.m_nPatternLength) nPhase = 0;
         });
-    } else if (slope.nAcross == 0) {
-        for (std::int64_t nStep = nFirst; nStep < nEnd; ++nStep, p += nStepAlong) *p = style.nPixel;
+    } else if (slope.m_nAcross == 0) {
+        for (std::int64_t nStep = nFirst; nStep < nEnd; ++nStep, p += nStepAlong)
+            *p = style.m_nPixel;
     } else {
-        walk([&] { *p = style.nPixel; });
+        walk([&] { *p = style.m_nPixel; });
     }
 }
 
 void FillPixels(const PixelView& view, const CRect& rect, std::uint32_t nPixel) {
-    const CRect part = Intersect(rect, view.clip);
+    const CRect part = Intersect(rect, view.m_clip);
     if (part.IsEmpty()) return;
     for (int y = part.top; y < part.bottom; ++y)
         std::fill_n(view.At(part.left, y), part.Width(), nPixel);
 }
 
 void InvertPixels(const PixelView& view, const CRect& rect) {
-    const CRect part = Intersect(rect, view.clip);
+    const CRect part = Intersect(rect, view.m_clip);
     if (part.IsEmpty()) return;
     for (int y = part.top; y < part.bottom; ++y) {
         std::uint32_t* p = view.At(part.left, y);

@@ -9,22 +9,22 @@
 
 /// Part of an image. Drawing changes nothing outside of the clipping rectangle.
 struct PixelView {
-    std::uint32_t* pPixels;  ///< the image's top-left pixel, 0xFFRRGGBB
-    std::ptrdiff_t nStride;  ///< pixels from a row to the next
-    CRect clip;              ///< within the image; empty: nothing can be drawn
+    std::uint32_t* m_pPixels;  ///< the image's top-left pixel, 0xFFRRGGBB
+    std::ptrdiff_t m_nStride;  ///< pixels from a row to the next
+    CRect m_clip;              ///< within the image; empty: nothing can be drawn
 
-    std::uint32_t* At(int x, int y) const { return pPixels + y * nStride + x; }
+    std::uint32_t* At(int x, int y) const { return m_pPixels + y * m_nStride + x; }
 };
 
 /// How the pixels along a line are set. Bit i of the pattern, counted from its lowest, stands for
 /// the i-th pixel; the pattern repeats.
 struct LineStyle {
-    std::uint32_t nPixel;
-    std::uint32_t nPattern = 1;
-    unsigned nPatternLength = 1;
-    std::optional<std::uint32_t> nGapPixel;  ///< none: gaps are left as they are
+    std::uint32_t m_nPixel;
+    std::uint32_t m_nPattern = 1;
+    unsigned m_nPatternLength = 1;
+    std::optional<std::uint32_t> m_nGapPixel;  ///< none: gaps are left as they are
 
-    bool IsSolid() const { return nPatternLength == 1; }
+    bool IsSolid() const { return m_nPatternLength == 1; }
 };
 
 /// Sets the pixels of the line from one point up to, but not including, the other. Any coordinates

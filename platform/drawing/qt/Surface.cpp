@@ -4,10 +4,10 @@
 #include <QSvgRenderer>
 
 PixelView GraphicsSurface::View() const {
-    if (!pImage || pImage->isNull()) return {nullptr, 0, {}};
-    CRect area{0, 0, pImage->width(), pImage->height()};
-    if (clip) area = Intersect(area, *clip);
-    return {reinterpret_cast<std::uint32_t*>(pImage->bits()), pImage->bytesPerLine() / 4, area};
+    if (!m_pImage || m_pImage->isNull()) return {nullptr, 0, {}};
+    CRect area{0, 0, m_pImage->width(), m_pImage->height()};
+    if (m_clip) area = Intersect(area, *m_clip);
+    return {reinterpret_cast<std::uint32_t*>(m_pImage->bits()), m_pImage->bytesPerLine() / 4, area};
 }
 
 QFont ToQFont(const CFont& font) {
@@ -25,24 +25,24 @@ QFont ToQFont(const CFont& font) {
 
 CBitmap ToBitmap(const QImage& image) {
     auto pImage = std::make_unique<CBitmap::Image>();
-    pImage->pixels = image.convertToFormat(QImage::Format_RGB32);
-    pImage->pixels.setDevicePixelRatio(1);
+    pImage->m_pixels = image.convertToFormat(QImage::Format_RGB32);
+    pImage->m_pixels.setDevicePixelRatio(1);
     return CBitmap(std::move(pImage));
 }
 
 void DrawBitmap(QPainter& painter, const CBitmap& bitmap, const QRectF& rect) {
     const CBitmap::Image* pImage = bitmap.GetImage();
     if (!pImage || rect.isEmpty()) return;
-    const QSizeF natural =
-        pImage->pDrawing ? pImage->pDrawing->viewBoxF().size() : QSizeF(pImage->pixels.size());
+    const QSizeF natural = pImage->m_pDrawing ? pImage->m_pDrawing->viewBoxF().size()
+                                              : QSizeF(pImage->m_pixels.size());
     QRectF fitted(QPointF(), natural.scaled(rect.size(), Qt::KeepAspectRatio));
     fitted.moveCenter(rect.center());
 
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    if (pImage->pDrawing)
-        pImage->pDrawing->render(&painter, fitted);
+    if (pImage->m_pDrawing)
+        pImage->m_pDrawing->render(&painter, fitted);
     else
-        painter.drawImage(fitted, pImage->pixels);
+        painter.drawImage(fitted, pImage->m_pixels);
     painter.restore();
 }

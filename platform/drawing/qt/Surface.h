@@ -18,27 +18,27 @@ class QSvgRenderer;
 
 /// The image that a device context draws on, and the state of the context.
 struct PLATFORM_API GraphicsSurface {
-    explicit GraphicsSurface(QImage* pTarget = nullptr) : pImage(pTarget) {}
+    explicit GraphicsSurface(QImage* pTarget = nullptr) : m_pImage(pTarget) {}
 
     /// The pixels, and the part of them that drawing may change. Takes a copy of an image that
     /// shares its pixels with another one.
     PixelView View() const;
 
-    QImage* pImage;  ///< 32-bit RGB; null: drawing does nothing
-    const CPen* pPen = nullptr;
-    const CFont* pFont = nullptr;
-    std::optional<CRect> clip;
-    BackgroundMode backgroundMode = BackgroundMode::Opaque;
-    COLORREF backgroundColor = RGB(255, 255, 255);
-    COLORREF textColor = RGB(0, 0, 0);
-    TextAlign textAlign = TextAlign::Left;
-    RasterOp rasterOp = RasterOp::Copy;
+    QImage* m_pImage;  ///< 32-bit RGB; null: drawing does nothing
+    const CPen* m_pPen = nullptr;
+    const CFont* m_pFont = nullptr;
+    std::optional<CRect> m_clip;
+    BackgroundMode m_backgroundMode = BackgroundMode::Opaque;
+    COLORREF m_backgroundColor = RGB(255, 255, 255);
+    COLORREF m_textColor = RGB(0, 0, 0);
+    TextAlign m_textAlign = TextAlign::Left;
+    RasterOp m_rasterOp = RasterOp::Copy;
 };
 
 struct CBitmap::Image {
-    QImage pixels;  ///< of a resource picture: at its natural size
+    QImage m_pixels;  ///< of a resource picture: at its natural size
     /// A resource picture's drawing; null when the pixels are all there is.
-    std::shared_ptr<QSvgRenderer> pDrawing;
+    std::shared_ptr<QSvgRenderer> m_pDrawing;
 };
 
 /// The font for a description: the face that stands in for it, sized in pixels.

@@ -19,21 +19,21 @@ constexpr int SMOOTH_FROM_HEIGHT = 18;
 
 /// The texts of one font. Holds no object of the window system: it may outlive that.
 struct FontTexts {
-    std::wstring strFace;
-    int nPixelHeight;
-    bool bBold;
-    std::unordered_map<std::wstring, TextMask> texts;
+    std::wstring m_strFace;
+    int m_nPixelHeight;
+    bool m_bBold;
+    std::unordered_map<std::wstring, TextMask> m_texts;
 };
 
 std::unordered_map<std::wstring, TextMask>& TextsOf(const CFont& font) {
     thread_local std::vector<FontTexts> fonts;
     for (FontTexts& kept : fonts)
-        if (kept.nPixelHeight == font.m_nPixelHeight && kept.bBold == font.m_bBold &&
-            kept.strFace == font.m_strFace)
-            return kept.texts;
+        if (kept.m_nPixelHeight == font.m_nPixelHeight && kept.m_bBold == font.m_bBold &&
+            kept.m_strFace == font.m_strFace)
+            return kept.m_texts;
     if (fonts.size() == MAX_KEPT_FONTS) fonts.clear();
     return fonts.emplace_back(FontTexts{font.m_strFace, font.m_nPixelHeight, font.m_bBold, {}})
-        .texts;
+        .m_texts;
 }
 
 TextMask Render(const CFont& font, const std::wstring& strText) {
@@ -43,12 +43,12 @@ TextMask Render(const CFont& font, const std::wstring& strText) {
     if (font.m_nPixelHeight < SMOOTH_FROM_HEIGHT) qtFont.setStyleStrategy(QFont::NoAntialias);
     const QFontMetrics metrics(qtFont);
     const QString text = QString::fromStdWString(strText);
-    mask.cell = {metrics.horizontalAdvance(text), metrics.height()};
+    mask.m_cell = {metrics.horizontalAdvance(text), metrics.height()};
     if (text.isEmpty()) return mask;
 
     // A glyph may lean out of its cell on either side by part of its height.
     const int nMargin = metrics.height() / 2;
-    QImage image(mask.cell.cx + 2 * nMargin, mask.cell.cy, QImage::Format_ARGB32_Premultiplied);
+    QImage image(mask.m_cell.cx + 2 * nMargin, mask.m_cell.cy, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull()) return mask;
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -57,12 +57,12 @@ TextMask Render(const CFont& font, const std::wstring& strText) {
     painter.drawText(nMargin, metrics.ascent(), text);
     painter.end();
 
-    mask.ink = {-nMargin, 0, image.width() - nMargin, image.height()};
-    mask.coverage.reserve(static_cast<std::size_t>(image.width()) * image.height());
+    mask.m_ink = {-nMargin, 0, image.width() - nMargin, image.height()};
+    mask.m_coverage.reserve(static_cast<std::size_t>(image.width()) * image.height());
     for (int y = 0; y < image.height(); ++y) {
         const auto* pRow = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (int x = 0; x < image.width(); ++x)
-            mask.coverage.push_back(static_cast<std::uint8_t>(qAlpha(pRow[x])));
+            mask.m_coverage.push_back(static_cast<std::uint8_t>(qAlpha(pRow[x])));
     }
     return mask;
 }
@@ -103,12 +103,12 @@ const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
 }
 
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel) {
-    CRect ink = mask.ink;
+    CRect ink = mask.m_ink;
     ink.OffsetRect(origin.x, origin.y);
-    const CRect part = Intersect(ink, view.clip);
+    const CRect part = Intersect(ink, view.m_clip);
     if (part.IsEmpty()) return;
     for (int y = part.top; y < part.bottom; ++y) {
-        const std::uint8_t* pCoverage = mask.coverage.data() +
+        const std::uint8_t* pCoverage = mask.m_coverage.data() +
                                         static_cast<std::ptrdiff_t>(y - ink.top) * ink.Width() +
                                         (part.left - ink.left);
         std::uint32_t* p = view.At(part.left, y);

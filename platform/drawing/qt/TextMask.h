@@ -11,9 +11,9 @@
 /// How much each pixel of a text is covered, and where the text stands. Positions are relative to
 /// the top-left corner of the text's cell.
 struct TextMask {
-    CSize cell;                          ///< advance width and line height
-    CRect ink;                           ///< where the mask lies; may reach out of the cell
-    std::vector<std::uint8_t> coverage;  ///< row by row; 255: wholly covered
+    CSize m_cell;                          ///< advance width and line height
+    CRect m_ink;                           ///< where the mask lies; may reach out of the cell
+    std::vector<std::uint8_t> m_coverage;  ///< row by row; 255: wholly covered
 };
 
 /// What text is drawn in when no font is selected. A value of five digits and a sign is narrower

@@ -29,24 +29,24 @@ std::unordered_map<const QWidget*, NativeWindow*>& WidgetTable() {
 
 NativeWindow::NativeWindow(QWidget& nativeWidget, int nControlID, CWnd* pNewOwner,
                            std::unique_ptr<CWnd> pNewStandIn)
-    : widget(nativeWidget), hWnd(NextHandle()), nID(nControlID), pOwner(nullptr),
+    : m_widget(nativeWidget), m_hWnd(NextHandle()), m_nID(nControlID), m_pOwner(nullptr),
       m_pStandIn(std::move(pNewStandIn)) {
-    WindowTable()[hWnd] = this;
-    WidgetTable()[&widget] = this;
+    WindowTable()[m_hWnd] = this;
+    WidgetTable()[&m_widget] = this;
     Attach(pNewOwner ? pNewOwner : m_pStandIn.get());
 }
 
 NativeWindow::~NativeWindow() {
-    WidgetTable().erase(&widget);
-    WindowTable().erase(hWnd);
+    WidgetTable().erase(&m_widget);
+    WindowTable().erase(m_hWnd);
     Attach(nullptr);
 }
 
 void NativeWindow::Retire() {
-    for (QObject* pChild : widget.children())
+    for (QObject* pChild : m_widget.children())
         if (NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild))) pNative->Retire();
-    WidgetTable().erase(&widget);
-    WindowTable().erase(hWnd);
+    WidgetTable().erase(&m_widget);
+    WindowTable().erase(m_hWnd);
     Attach(nullptr);
 }
 
@@ -61,77 +61,77 @@ NativeWindow* NativeWindow::Of(const QWidget* pWidget) {
 }
 
 void NativeWindow::Attach(CWnd* pNewOwner) {
-    if (pOwner) {
-        pOwner->m_hWnd.store(0, std::memory_order_release);
-        pOwner->m_pNative = nullptr;
+    if (m_pOwner) {
+        m_pOwner->m_hWnd.store(0, std::memory_order_release);
+        m_pOwner->m_pNative = nullptr;
     }
-    pOwner = pNewOwner;
-    if (pOwner) {
-        pOwner->m_pNative = this;
-        pOwner->m_bPaintRequested = false;
-        pOwner->m_hWnd.store(hWnd, std::memory_order_release);
+    m_pOwner = pNewOwner;
+    if (m_pOwner) {
+        m_pOwner->m_pNative = this;
+        m_pOwner->m_bPaintRequested = false;
+        m_pOwner->m_hWnd.store(m_hWnd, std::memory_order_release);
     }
 }
 
 LRESULT NativeWindow::Dispatch(UINT nMessage, WPARAM wParam, LPARAM lParam,
                                const std::function<LRESULT()>& runDefault) {
-    if (!pOwner) return runDefault ? runDefault() : 0;
+    if (!m_pOwner) return runDefault ? runDefault() : 0;
 
-    const WindowHandle hSelf = hWnd;
+    const WindowHandle hSelf = m_hWnd;
     Handling handling{nMessage, &runDefault, wParam, lParam, m_pHandling};
     m_pHandling = &handling;
     LRESULT nResult = 0;
     try {
-        nResult = pOwner->WindowProc(nMessage, wParam, lParam);
+        nResult = m_pOwner->WindowProc(nMessage, wParam, lParam);
     } catch (...) {
         ReportCurrentException();
     }
-    if (Find(hSelf)) m_pHandling = handling.pOuter;
+    if (Find(hSelf)) m_pHandling = handling.m_pOuter;
     return nResult;
 }
 
 bool NativeWindow::RunDefault(UINT nMessage, LRESULT* pResult) {
-    if (!m_pHandling || m_pHandling->nMessage != nMessage || !*m_pHandling->pRunDefault)
+    if (!m_pHandling || m_pHandling->m_nMessage != nMessage || !*m_pHandling->m_pRunDefault)
         return false;
-    *pResult = (*m_pHandling->pRunDefault)();
+    *pResult = (*m_pHandling->m_pRunDefault)();
     return true;
 }
 
 void NativeWindow::Notify(UINT nCode) {
     if (NativeWindow* pParent = Parent())
-        pParent->Dispatch(WM_COMMAND, CommandParam(static_cast<UINT>(nID), nCode),
-                          static_cast<LPARAM>(hWnd));
+        pParent->Dispatch(WM_COMMAND, CommandParam(static_cast<UINT>(m_nID), nCode),
+                          static_cast<LPARAM>(m_hWnd));
 }
 
 void NativeWindow::MarkStale() {
-    bStale = true;
-    widget.update();
+    m_bStale = true;
+    m_widget.update();
 }
 
 void NativeWindow::PaintWidget(const std::function<void()>& paintDefault) {
     bool bDefault = false;
-    if (bStale || picture.isNull()) {
-        bStale = false;
+    if (m_bStale || m_picture.isNull()) {
+        m_bStale = false;
         Dispatch(WM_PAINT, 0, 0, [&] {
             bDefault = true;
-            picture = QImage();
+            m_picture = QImage();
             paintDefault();
-            bStale = true;
+            m_bStale = true;
             return 0;
         });
     }
-    const bool bOwnPicture = !bDefault && !picture.isNull();
+    const bool bOwnPicture = !bDefault && !m_picture.isNull();
     // A picture covers what is below it, which then need not be painted.
-    widget.setAttribute(Qt::WA_OpaquePaintEvent, bOwnPicture);
-    if (bOwnPicture) QPainter(&widget).drawImage(0, 0, picture);
+    m_widget.setAttribute(Qt::WA_OpaquePaintEvent, bOwnPicture);
+    if (bOwnPicture) QPainter(&m_widget).drawImage(0, 0, m_picture);
 }
 
-NativeWindow* NativeWindow::Parent() const { return Of(widget.parentWidget()); }
+NativeWindow* NativeWindow::Parent() const { return Of(m_widget.parentWidget()); }
 
 NativeWindow* NativeWindow::Child(int nControlID) const {
-    for (QObject* pChild : widget.children()) {
+    for (QObject* pChild : m_widget.children()) {
         NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild));
-        if (pNative && pNative->nID == nControlID) return pNative;
+        if (pNative && pNative->m_nID == nControlID) return pNative;
     }
     return nullptr;
 }

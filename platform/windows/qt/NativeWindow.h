@@ -52,20 +52,20 @@ struct PLATFORM_API NativeWindow {
     NativeWindow* Parent() const;
     NativeWindow* Child(int nControlID) const;
 
-    QWidget& widget;
-    const WindowHandle hWnd;
-    const int nID;
-    CWnd* pOwner;
-    QImage picture;      ///< what the owner has drawn last; null before that
-    bool bStale = true;  ///< the picture is to be drawn anew
+    QWidget& m_widget;
+    const WindowHandle m_hWnd;
+    const int m_nID;
+    CWnd* m_pOwner;
+    QImage m_picture;      ///< what the owner has drawn last; null before that
+    bool m_bStale = true;  ///< the picture is to be drawn anew
 
   private:
     struct Handling {
-        UINT nMessage;
-        const std::function<LRESULT()>* pRunDefault;
-        WPARAM wParam;
-        LPARAM lParam;
-        Handling* pOuter;
+        UINT m_nMessage;
+        const std::function<LRESULT()>* m_pRunDefault;
+        WPARAM m_wParam;
+        LPARAM m_lParam;
+        Handling* m_pOuter;
     };
     friend class CWnd;
 

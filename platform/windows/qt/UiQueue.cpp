@@ -18,10 +18,10 @@ class Waker : public QObject {
 /// The queue is ours, not the event loop's, so that what the caller wrote before is visible to the
 /// call by way of an ordinary mutex; an event only says that there is something to take.
 struct UiQueue {
-    std::mutex mutex;
-    std::deque<std::function<void()>> calls;
-    std::unique_ptr<Waker> pWaker;
-    std::thread::id uiThread;
+    std::mutex m_mutex;
+    std::deque<std::function<void()>> m_calls;
+    std::unique_ptr<Waker> m_pWaker;
+    std::thread::id m_uiThread;
 };
 
 UiQueue& Queue() {
@@ -32,10 +32,10 @@ UiQueue& Queue() {
 void Waker::customEvent(QEvent*) {
     std::function<void()> call;
     {
-        const std::lock_guard lock(Queue().mutex);
-        if (Queue().calls.empty()) return;
-        call = std::move(Queue().calls.front());
-        Queue().calls.pop_front();
+        const std::lock_guard lock(Queue().m_mutex);
+        if (Queue().m_calls.empty()) return;
+        call = std::move(Queue().m_calls.front());
+        Queue().m_calls.pop_front();
     }
     call();
 }
@@ -43,27 +43,27 @@ void Waker::customEvent(QEvent*) {
 }  // namespace
 
 void OpenUiQueue() {
-    const std::lock_guard lock(Queue().mutex);
-    Queue().uiThread = std::this_thread::get_id();
-    Queue().pWaker = std::make_unique<Waker>();
+    const std::lock_guard lock(Queue().m_mutex);
+    Queue().m_uiThread = std::this_thread::get_id();
+    Queue().m_pWaker = std::make_unique<Waker>();
 }
 
 void CloseUiQueue() {
     std::deque<std::function<void()>> dropped;
     std::unique_ptr<Waker> pWaker;
-    const std::lock_guard lock(Queue().mutex);
-    dropped.swap(Queue().calls);
-    pWaker.swap(Queue().pWaker);
+    const std::lock_guard lock(Queue().m_mutex);
+    dropped.swap(Queue().m_calls);
+    pWaker.swap(Queue().m_pWaker);
 }
 
 bool IsUiThread() {
-    const std::lock_guard lock(Queue().mutex);
-    return std::this_thread::get_id() == Queue().uiThread;
+    const std::lock_guard lock(Queue().m_mutex);
+    return std::this_thread::get_id() == Queue().m_uiThread;
 }
 
 void PostToUi(std::function<void()> call) {
-    const std::lock_guard lock(Queue().mutex);
-    if (!Queue().pWaker) return;
-    Queue().calls.push_back(std::move(call));
-    QCoreApplication::postEvent(Queue().pWaker.get(), new QEvent(QEvent::User));
+    const std::lock_guard lock(Queue().m_mutex);
+    if (!Queue().m_pWaker) return;
+    Queue().m_calls.push_back(std::move(call));
+    QCoreApplication::postEvent(Queue().m_pWaker.get(), new QEvent(QEvent::User));
 }

@@ -34,13 +34,13 @@ bool DialogWidget::event(QEvent* pEvent) {
 }
 
 void DialogWidget::paintEvent(QPaintEvent*) {
-    if (!native.pOwner) return;
-    if (native.bStale || native.picture.size() != size()) {
-        native.bStale = false;
-        CPaintDC dc(native.pOwner);
-        native.Dispatch(WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc), 0);
+    if (!m_native.m_pOwner) return;
+    if (m_native.m_bStale || m_native.m_picture.size() != size()) {
+        m_native.m_bStale = false;
+        CPaintDC dc(m_native.m_pOwner);
+        m_native.Dispatch(WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc), 0);
     }
-    QPainter(this).drawImage(0, 0, native.picture);
+    QPainter(this).drawImage(0, 0, m_native.m_picture);
 }
 
 void DialogWidget::keyPressEvent(QKeyEvent* pEvent) {
@@ -50,7 +50,7 @@ void DialogWidget::keyPressEvent(QKeyEvent* pEvent) {
     }
     switch (pEvent->key()) {
     case Qt::Key_Escape:
-        native.Dispatch(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED), 0);
+        m_native.Dispatch(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED), 0);
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -72,14 +72,14 @@ void DialogWidget::PressEnter() {
             return;
         }
     }
-    NativeWindow* pOk = native.Child(IDOK);
-    if (pOk && !pOk->widget.isEnabled()) return;
-    native.Dispatch(WM_COMMAND, CommandParam(IDOK, BN_CLICKED), 0);
+    NativeWindow* pOk = m_native.Child(IDOK);
+    if (pOk && !pOk->m_widget.isEnabled()) return;
+    m_native.Dispatch(WM_COMMAND, CommandParam(IDOK, BN_CLICKED), 0);
 }
 
 void DialogWidget::closeEvent(QCloseEvent* pEvent) {
     pEvent->ignore();  // the handler decides
-    native.Dispatch(WM_CLOSE, 0, 0);
+    m_native.Dispatch(WM_CLOSE, 0, 0);
 }
 
 void DialogWidget::dragEnterEvent(QDragEnterEvent* pEvent) {
@@ -91,7 +91,7 @@ void DialogWidget::dropEvent(QDropEvent* pEvent) {
     for (const QUrl& url : pEvent->mimeData()->urls())
         if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdWString());
     pEvent->acceptProposedAction();
-    if (!paths.empty()) native.Dispatch(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&paths));
+    if (!paths.empty()) m_native.Dispatch(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&paths));
 }
 
 StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
@@ -100,7 +100,7 @@ StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPa
 }
 
 void StaticWidget::paintEvent(QPaintEvent*) {
-    native.PaintWidget([this] { PaintText(); });
+    m_native.PaintWidget([this] { PaintText(); });
 }
 
 void StaticWidget::PaintText() {
@@ -111,10 +111,10 @@ void StaticWidget::PaintText() {
     dc.SelectBitmap(&scratch);
     dc.SetTextColor(RGB(0, 0, 0));
     const CBrush* pBrush = nullptr;
-    if (NativeWindow* pParent = native.Parent())
+    if (NativeWindow* pParent = m_native.Parent())
         pBrush = reinterpret_cast<const CBrush*>(
             pParent->Dispatch(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(&dc),
-                              reinterpret_cast<LPARAM>(native.pOwner)));
+                              reinterpret_cast<LPARAM>(m_native.m_pOwner)));
 
     QPainter painter(this);
     if (pBrush) painter.fillRect(rect(), ToQColor(pBrush->m_color));
@@ -122,19 +122,19 @@ void StaticWidget::PaintText() {
     if (!isEnabled()) color = palette().color(QPalette::Disabled, QPalette::WindowText);
     painter.setPen(color);
     painter.drawText(rect(),
-                     (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
+                     (m_bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
                          Qt::TextWordWrap | Qt::TextExpandTabs,
-                     text);
+                     m_text);
 }
 
 ButtonWidget::ButtonWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
     : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
-    connect(this, &QPushButton::clicked, this, [this] { native.Notify(BN_CLICKED); });
+    connect(this, &QPushButton::clicked, this, [this] { m_native.Notify(BN_CLICKED); });
 }
 
 void ButtonWidget::paintEvent(QPaintEvent*) {
     bool bDefault = false;
-    native.PaintWidget([&] { bDefault = true; });
+    m_native.PaintWidget([&] { bDefault = true; });
     if (!bDefault) return;
 
     QStylePainter painter(this);
@@ -145,9 +145,9 @@ void ButtonWidget::paintEvent(QPaintEvent*) {
 
     QRect inside = rect().adjusted(3, 2, -3, -2);
     if (isDown()) inside.translate(1, 1);
-    if (picture) {
+    if (m_picture) {
         if (!isEnabled()) painter.setOpacity(0.35);
-        DrawBitmap(painter, picture, inside);
+        DrawBitmap(painter, m_picture, inside);
     } else {
         const int nFlags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextWordWrap;
         style()->drawItemText(&painter, inside, nFlags, palette(), isEnabled(), text(),
@@ -164,13 +164,13 @@ void ButtonWidget::paintEvent(QPaintEvent*) {
 EditWidget::EditWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
     : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
     setTextMargins(0, 0, 0, 0);
-    connect(this, &QLineEdit::textEdited, this, [this] { native.Notify(EN_CHANGE); });
+    connect(this, &QLineEdit::textEdited, this, [this] { m_native.Notify(EN_CHANGE); });
 }
 
 ComboWidget::ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
     : MessageWidget(nID, nullptr, std::move(pStandIn), pParent) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    connect(this, &QComboBox::activated, this, [this] { native.Notify(CBN_SELCHANGE); });
+    connect(this, &QComboBox::activated, this, [this] { m_native.Notify(CBN_SELCHANGE); });
 }
 
 void ComboWidget::changeEvent(QEvent* pEvent) {
@@ -205,70 +205,70 @@ ListWidget::ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListWidget::itemSelectionChanged, this,
-            [this] { native.Notify(LBN_SELCHANGE); });
+            [this] { m_native.Notify(LBN_SELCHANGE); });
 }
 
 void ListWidget::mouseDoubleClickEvent(QMouseEvent* pEvent) {
     MessageWidget::mouseDoubleClickEvent(pEvent);
-    native.Notify(LBN_DBLCLK);
+    m_native.Notify(LBN_DBLCLK);
 }
 
 void CreateControl(const DialogItem& item, DialogWidget& dialog) {
     QWidget* pWidget = nullptr;
-    const QString text = QString::fromWCharArray(item.pText ? item.pText : L"");
-    switch (item.kind) {
+    const QString text = QString::fromWCharArray(item.m_pText ? item.m_pText : L"");
+    switch (item.m_kind) {
     case ControlKind::Static:
     case ControlKind::StaticFrame: {
-        auto* pStatic = new StaticWidget(item.nID, std::make_unique<CStatic>(), &dialog);
-        pStatic->text = text;
-        pStatic->bCentered = (item.nStyle & CS_CENTER) != 0;
+        auto* pStatic = new StaticWidget(item.m_nID, std::make_unique<CStatic>(), &dialog);
+        pStatic->m_text = text;
+        pStatic->m_bCentered = (item.m_nStyle & CS_CENTER) != 0;
         pWidget = pStatic;
         break;
     }
     case ControlKind::PushButton:
     case ControlKind::StyledButton: {
         std::unique_ptr<CWnd> pStandIn;
-        if (item.kind == ControlKind::StyledButton)
+        if (item.m_kind == ControlKind::StyledButton)
             pStandIn = std::make_unique<CStyledButton>();
         else
             pStandIn = std::make_unique<CButton>();
-        auto* pButton = new ButtonWidget(item.nID, std::move(pStandIn), &dialog);
+        auto* pButton = new ButtonWidget(item.m_nID, std::move(pStandIn), &dialog);
         pButton->setText(text);
-        pButton->setCheckable((item.nStyle & CS_CHECKABLE) != 0);
-        pButton->setDefault((item.nStyle & CS_DEFAULT) != 0);
+        pButton->setCheckable((item.m_nStyle & CS_CHECKABLE) != 0);
+        pButton->setDefault((item.m_nStyle & CS_DEFAULT) != 0);
         pWidget = pButton;
         break;
     }
     case ControlKind::Edit: {
-        auto* pEdit = new EditWidget(item.nID, std::make_unique<CEdit>(), &dialog);
+        auto* pEdit = new EditWidget(item.m_nID, std::make_unique<CEdit>(), &dialog);
         pEdit->setText(text);
-        pEdit->setReadOnly((item.nStyle & CS_READONLY) != 0);
-        if (item.nStyle & CS_READONLY) pEdit->setFocusPolicy(Qt::NoFocus);
+        pEdit->setReadOnly((item.m_nStyle & CS_READONLY) != 0);
+        if (item.m_nStyle & CS_READONLY) pEdit->setFocusPolicy(Qt::NoFocus);
         pWidget = pEdit;
         break;
     }
     case ControlKind::DropDownList: {
-        auto* pCombo = new ComboWidget(item.nID, std::make_unique<CComboBox>(), &dialog);
-        pCombo->bSorted = (item.nStyle & CS_SORT) != 0;
+        auto* pCombo = new ComboWidget(item.m_nID, std::make_unique<CComboBox>(), &dialog);
+        pCombo->m_bSorted = (item.m_nStyle & CS_SORT) != 0;
         pWidget = pCombo;
         break;
     }
     case ControlKind::ListBox: {
-        auto* pList = new ListWidget(item.nID, std::make_unique<CListBox>(), &dialog);
-        pList->bSorted = (item.nStyle & CS_SORT) != 0;
+        auto* pList = new ListWidget(item.m_nID, std::make_unique<CListBox>(), &dialog);
+        pList->m_bSorted = (item.m_nStyle & CS_SORT) != 0;
         pWidget = pList;
         break;
     }
     }
-    const CRect rect = MapDialogRect(dialog.baseUnits, item.x, item.y, item.cx, item.cy);
+    const CRect rect = MapDialogRect(dialog.m_baseUnits, item.x, item.y, item.cx, item.cy);
     pWidget->setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
-    if (item.kind == ControlKind::DropDownList)
+    if (item.m_kind == ControlKind::DropDownList)
         pWidget->resize(rect.Width(), pWidget->fontMetrics().height() + 8);
-    pWidget->setVisible((item.nStyle & CS_HIDDEN) == 0);
+    pWidget->setVisible((item.m_nStyle & CS_HIDDEN) == 0);
 }
 
 QString GetWidgetText(const QWidget& widget) {
-    if (auto* pStatic = dynamic_cast<const StaticWidget*>(&widget)) return pStatic->text;
+    if (auto* pStatic = dynamic_cast<const StaticWidget*>(&widget)) return pStatic->m_text;
     if (auto* pButton = qobject_cast<const QPushButton*>(&widget)) return pButton->text();
     if (auto* pEdit = qobject_cast<const QLineEdit*>(&widget)) return pEdit->text();
     if (auto* pCombo = qobject_cast<const QComboBox*>(&widget)) return pCombo->currentText();
@@ -277,8 +277,8 @@ QString GetWidgetText(const QWidget& widget) {
 
 void SetWidgetText(QWidget& widget, const QString& text) {
     if (auto* pStatic = dynamic_cast<StaticWidget*>(&widget)) {
-        pStatic->text = text;
-        pStatic->native.MarkStale();
+        pStatic->m_text = text;
+        pStatic->m_native.MarkStale();
     } else if (auto* pButton = qobject_cast<QPushButton*>(&widget)) {
         pButton->setText(text);
     } else if (auto* pEdit = qobject_cast<QLineEdit*>(&widget)) {

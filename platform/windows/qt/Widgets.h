@@ -20,9 +20,9 @@ class MessageWidget : public Base {
     template <class... Arguments>
     MessageWidget(int nID, CWnd* pOwner, std::unique_ptr<CWnd> pStandIn, Arguments&&... arguments)
         : Base(std::forward<Arguments>(arguments)...),
-          native(*this, nID, pOwner, std::move(pStandIn)) {}
+          m_native(*this, nID, pOwner, std::move(pStandIn)) {}
 
-    NativeWindow native;
+    NativeWindow m_native;
 
   protected:
     bool event(QEvent* pEvent) override {
@@ -53,7 +53,7 @@ class MessageWidget : public Base {
         const QPoint position = pMouse->position().toPoint();
         const WPARAM nButtons = pMouse->buttons() & Qt::LeftButton ? 1 : 0;
         bool bTaken = true;
-        native.Dispatch(nMessage, nButtons, PointParam({position.x(), position.y()}), [&] {
+        m_native.Dispatch(nMessage, nButtons, PointParam({position.x(), position.y()}), [&] {
             bTaken = Base::event(pEvent);
             return 0;
         });
@@ -68,7 +68,7 @@ class DialogWidget : public MessageWidget<QWidget> {
         : MessageWidget(0, pOwner, nullptr, pParent, flags) {}
 
     /// The size of a dialog unit, for the controls inside.
-    CSize baseUnits{6, 13};
+    CSize m_baseUnits{6, 13};
 
   protected:
     bool event(QEvent* pEvent) override;
@@ -86,8 +86,8 @@ class PLATFORM_API StaticWidget : public MessageWidget<QWidget> {
   public:
     StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
-    QString text;
-    bool bCentered = false;
+    QString m_text;
+    bool m_bCentered = false;
 
   protected:
     void paintEvent(QPaintEvent*) override;
@@ -101,7 +101,7 @@ class ButtonWidget : public MessageWidget<QPushButton> {
   public:
     ButtonWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
-    CBitmap picture;
+    CBitmap m_picture;
 
   protected:
     void paintEvent(QPaintEvent*) override;
@@ -121,7 +121,7 @@ class ComboWidget : public MessageWidget<QComboBox> {
   public:
     ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
-    bool bSorted = false;
+    bool m_bSorted = false;
 
   protected:
     void changeEvent(QEvent* pEvent) override;
@@ -132,7 +132,7 @@ class ListWidget : public MessageWidget<QListWidget> {
   public:
     ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
-    bool bSorted = false;
+    bool m_bSorted = false;
 
   protected:
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
