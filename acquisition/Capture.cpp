@@ -30,14 +30,6 @@ std::shared_ptr<CRTCurves> MakeEmptySet() {
     }
 }
 
-std::shared_ptr<RTCurveData> MakeCurve(std::uint32_t nCapacity) {
-    try {
-        return std::make_shared<RTCurveData>(nCapacity);
-    } catch (const std::bad_alloc&) {
-        throw CMemoryException();
-    }
-}
-
 /// Makes the next push_back unable to fail.
 void MakeRoom(RTCurveList& lstCurves) {
     try {
@@ -57,8 +49,8 @@ struct RTCapture::CurvePlan {
     friend bool operator==(const CurvePlan&, const CurvePlan&) = default;
 };
 
-/// A set and new curves on their way in. Installing swaps them for the old ones, which are freed
-/// with this record, after the lock is left.
+/// A set with a new curve for each channel in use, on its way in. Installing swaps curves and set
+/// for the old ones, which are freed with this record, after the lock is left.
 struct RTCapture::NewCurves {
     std::shared_ptr<CRTCurves> m_spSet;
     CurvePlan m_plan{};
@@ -70,14 +62,13 @@ RTCapture::CurvePlan RTCapture::MakePlan(std::uint16_t nValueRate) const {
     return {GetSampleSeconds() * nValueRate, CountUsed(m_session)};
 }
 
-/// Makes curves and an empty set with room for them. The lock is not held.
+/// The lock is not held.
 RTCapture::NewCurves RTCapture::MakeCurves(const CurvePlan& plan) {
     NewCurves curves{.m_spSet = MakeEmptySet(), .m_plan = plan};
-    for (std::size_t k = 0; k < plan.m_nChannels; ++k) {
-        MakeRoom(curves.m_spSet->m_lstCurves[k]);
+    for (std::size_t k = 0; k < plan.m_nChannels; ++k)
         // A negative capacity is a size that no memory can have.
-        curves.m_aspCurves[k] = MakeCurve(static_cast<std::uint32_t>(plan.m_nCapacity));
-    }
+        curves.m_aspCurves[k] =
+            curves.m_spSet->AddCurve(k, static_cast<std::uint32_t>(plan.m_nCapacity));
     return curves;
 }
 
@@ -104,15 +95,29 @@ void RTCapture::ShareSet(NewCurves& curves) {
     m_session.m_spCurves.swap(curves.m_spSet);
 }
 
-/// Appends the new curves to the set in hand and makes them the current ones. The lock is held.
-void RTCapture::BeginCurves(NewCurves& curves) {
+/// Appends the new curves to the set in hand. The lock is held.
+void RTCapture::AppendToSet(const NewCurves& curves) {
     auto& lstChannels = m_session.m_spCurves->m_lstCurves;
     for (std::size_t k = 0; k < curves.m_plan.m_nChannels; ++k) MakeRoom(lstChannels[k]);
-    for (std::size_t k = 0; k < curves.m_plan.m_nChannels; ++k) {
-        m_session.m_aPlots[k].m_nSpanValues = curves.m_plan.m_nCapacity;
+    for (std::size_t k = 0; k < curves.m_plan.m_nChannels; ++k)
         lstChannels[k].push_back(curves.m_aspCurves[k]);
-        m_aspCurrentCurve[k].swap(curves.m_aspCurves[k]);
-    }
+}
+
+/// Makes a channel's new curve, which the set in hand holds, the one that is filled. The lock is
+/// held.
+void RTCapture::BeginCurve(std::size_t nChannel, NewCurves& curves) {
+    m_session.m_aPlots[nChannel].m_nSpanValues = curves.m_plan.m_nCapacity;
+    m_aspCurrentCurve[nChannel].swap(curves.m_aspCurves[nChannel]);
+}
+
+/// Puts the new curves in hand, in their own set or at the end of the one in hand. The lock is
+/// held.
+void RTCapture::BeginCurves(NewCurves& curves, bool bNewSet) {
+    if (bNewSet)
+        ShareSet(curves);
+    else
+        AppendToSet(curves);
+    for (std::size_t k = 0; k < curves.m_plan.m_nChannels; ++k) BeginCurve(k, curves);
 }
 
 /// Leaves the channels without a curve. The lock is held.
@@ -146,8 +151,7 @@ RTCaptureParameters RTCapture::Start(std::uint16_t nTriggerTenths, std::uint8_t 
     NewCurves curves = MakeCurves(MakePlan(nValueRate));
     const Guard guard(m_session.m_lock);
     const bool bContinuous = m_bContinuous;
-    if (bContinuous) ShareSet(curves);
-    BeginCurves(curves);
+    BeginCurves(curves, bContinuous);
     if (bContinuous) m_bContinuousRunning = true;
     m_bIdle = false;
     m_session.m_nValueRate = nValueRate;
@@ -236,10 +240,7 @@ std::optional<std::size_t> RTCapture::FinishCapture() {
 }
 
 void RTCapture::BeginAnnouncedCurve() {
-    InstallNewCurves([this](NewCurves& curves) {
-        ShareSet(curves);
-        BeginCurves(curves);
-    });
+    InstallNewCurves([this](NewCurves& curves) { BeginCurves(curves, true); });
 }
 
 std::optional<std::size_t> RTCapture::CaptureStarted(bool bContinuous) {
@@ -247,8 +248,7 @@ std::optional<std::size_t> RTCapture::CaptureStarted(bool bContinuous) {
     InstallNewCurves([&](NewCurves& curves) {
         const bool bFirst = m_aspCurrentCurve[0] == nullptr;
         const bool bNewSet = bFirst && bContinuous;
-        if (bNewSet) ShareSet(curves);
-        BeginCurves(curves);
+        BeginCurves(curves, bNewSet);
         if (bFirst) m_bContinuous = bContinuous;
         if (bNewSet) {
             m_bContinuousRunning = true;

@@ -127,7 +127,9 @@ class RTCapture {
     template <class Install>
     void InstallNewCurves(Install install);
     void ShareSet(NewCurves& curves);
-    void BeginCurves(NewCurves& curves);
+    void AppendToSet(const NewCurves& curves);
+    void BeginCurve(std::size_t nChannel, NewCurves& curves);
+    void BeginCurves(NewCurves& curves, bool bNewSet);
     void DropCurrentCurves(NewCurves& curves);
 
     CRealTimeData& m_session;

@@ -1,7 +1,6 @@
 #include "acquisition/ValueCopy.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 namespace {
@@ -74,14 +73,6 @@ void CopyThreeChannels(const std::uint8_t* pSource, const RTValueTargets& target
     }
 }
 
-/// Unused where the machine has its low bytes first, too.
-[[maybe_unused]] void SwapBytes(Target target) {
-    for (std::int16_t& nValue : target) {
-        const auto n = static_cast<std::uint16_t>(nValue);
-        nValue = static_cast<std::int16_t>(static_cast<std::uint16_t>((n << 8) | (n >> 8)));
-    }
-}
-
 }  // namespace
 
 void CopyValues(const std::uint8_t* pSource, ValueLayout layout, const RTValueTargets& targets) {
@@ -93,8 +84,5 @@ void CopyValues(const std::uint8_t* pSource, ValueLayout layout, const RTValueTa
     } else {
         CopyUnits<std::uint16_t, 2>(targets[0].data(), pSource, targets[0].size());
         CopyUnits<std::uint16_t, 2>(targets[1].data(), pSource + VALUE_SIZE, targets[1].size());
-    }
-    if constexpr (std::endian::native == std::endian::big) {
-        for (const Target target : targets) SwapBytes(target);
     }
 }

@@ -99,7 +99,7 @@ void PrintCsv(const std::wstring& strPath, const RTCurveData& curve) {
     std::fclose(pFile);
 }
 
-void MeasureCaptures(CTable& table, const TemporaryFolder& folder, const RTCaptureFile& capture) {
+void MeasureCaptures(CTable& table, const TemporaryFolder& folder, RTCaptureFile& capture) {
     const std::wstring strOurs = folder.Path("ours.rt3");
     const std::wstring strPlain = folder.Path("plain");
     SaveCapture(strOurs, capture);

@@ -18,43 +18,16 @@ struct Extremes {
     Lanes m_largest;
 };
 
-Lanes LoadLanes(const void* pFrom) {
-    Lanes lanes;
-    std::memcpy(&lanes, pFrom, sizeof lanes);
-    return lanes;
-}
-
-/// Values that stay where they are.
-struct ValuesInPlace {
-    const std::int16_t* m_pValues;
-
-    Lanes Load(std::size_t nFrom) const { return LoadLanes(m_pValues + nFrom); }
-    ValuesInPlace At(std::size_t nBlock) const { return {m_pValues + nBlock * RT_BLOCK_VALUES}; }
-};
-
-/// Values that are copied when they are loaded.
-struct CopiedValues {
-    const std::uint8_t* m_pBytes;
-    std::int16_t* m_pTarget;
-
-    Lanes Load(std::size_t nFrom) const {
-        const Lanes lanes = LoadLanes(m_pBytes + nFrom * sizeof(std::int16_t));
-        std::memcpy(m_pTarget + nFrom, &lanes, sizeof lanes);
-        return lanes;
-    }
-    CopiedValues At(std::size_t nBlock) const {
-        const std::size_t nFrom = nBlock * RT_BLOCK_VALUES;
-        return {m_pBytes + nFrom * sizeof(std::int16_t), m_pTarget + nFrom};
-    }
-};
-
 /// A block folded over the lanes of one register.
-template <class Values>
-Extremes FoldBlock(Values values) {
-    const Lanes first = values.Load(0);
-    Extremes extremes{first, first};
+Extremes FoldBlock(const std::int16_t* pValues) {
+    const auto load = [pValues](std::size_t nFrom) {
+        Lanes lanes;
+        std::memcpy(&lanes, pValues + nFrom, sizeof lanes);
+        return lanes;
+    };
+    Extremes extremes{load(0), load(0)};
     for (std::size_t nFrom = LANE_COUNT; nFrom < RT_BLOCK_VALUES; nFrom += LANE_COUNT) {
-        const Lanes lanes = values.Load(nFrom);
+        const Lanes lanes = load(nFrom);
         extremes.m_smallest = Smaller(extremes.m_smallest, lanes);
         extremes.m_largest = Larger(extremes.m_largest, lanes);
     }
@@ -96,37 +69,26 @@ void StoreSummaries(Lanes lanes, RTBlockSummary* pSummaries) {
     std::memcpy(static_cast<void*>(pSummaries), &lanes, COUNT * sizeof(RTBlockSummary));
 }
 
+}  // namespace
+
 /// Blocks four at a time, whose lanes are folded together, and the rest one by one.
-template <class Values>
-void Summarise(Values values, std::size_t nBlocks, RTBlockSummary* pSummaries) {
+void SummariseBlocks(const std::int16_t* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries) {
+    const auto fold = [pValues](std::size_t nBlock) {
+        return FoldBlock(pValues + nBlock * RT_BLOCK_VALUES);
+    };
     std::size_t nBlock = 0;
     for (; nBlock + 4 <= nBlocks; nBlock += 4) {
-        const Extremes front =
-            FoldHalves(FoldBlock(values.At(nBlock)), FoldBlock(values.At(nBlock + 1)));
-        const Extremes back =
-            FoldHalves(FoldBlock(values.At(nBlock + 2)), FoldBlock(values.At(nBlock + 3)));
-        const auto [smallest, largest] = FoldPairs(front, back);
+        const auto [smallest, largest] = FoldPairs(FoldHalves(fold(nBlock), fold(nBlock + 1)),
+                                                   FoldHalves(fold(nBlock + 2), fold(nBlock + 3)));
         StoreSummaries<2>(__builtin_shufflevector(smallest, largest, 0, 8, 1, 9, 2, 10, 3, 11),
                           pSummaries + nBlock);
         StoreSummaries<2>(__builtin_shufflevector(smallest, largest, 4, 12, 5, 13, 6, 14, 7, 15),
                           pSummaries + nBlock + 2);
     }
     for (; nBlock < nBlocks; ++nBlock) {
-        const Extremes block = FoldBlock(values.At(nBlock));
-        const Extremes half = FoldHalves(block, block);
+        const Extremes half = FoldHalves(fold(nBlock), fold(nBlock));
         const auto [smallest, largest] = FoldPairs(half, half);
         StoreSummaries<1>(__builtin_shufflevector(smallest, largest, 0, 8, 1, 9, 2, 10, 3, 11),
                           pSummaries + nBlock);
     }
-}
-
-}  // namespace
-
-void SummariseBlocks(const std::int16_t* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries) {
-    Summarise(ValuesInPlace{pValues}, nBlocks, pSummaries);
-}
-
-void CopyBlocks(const std::uint8_t* pBytes, std::size_t nBlocks, std::int16_t* pTarget,
-                RTBlockSummary* pSummaries) {
-    Summarise(CopiedValues{pBytes, pTarget}, nBlocks, pSummaries);
 }

@@ -27,8 +27,3 @@ using RTBlockSummary = std::array<RTMinMax, 2>;
 
 /// Summarises nBlocks blocks in a row.
 void SummariseBlocks(const std::int16_t* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries);
-
-/// Copies nBlocks blocks in a row, of values as they stand in memory, and summarises them on the
-/// way.
-void CopyBlocks(const std::uint8_t* pBytes, std::size_t nBlocks, std::int16_t* pTarget,
-                RTBlockSummary* pSummaries);

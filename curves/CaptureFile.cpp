@@ -1,26 +1,34 @@
 #include "curves/CaptureFile.h"
 
-#include "curves/CurveSetRecord.h"
 #include "platform/system/Archive.h"
 #include "platform/system/ReplaceFile.h"
 
-void ReadCapture(CFile& file, RTCaptureFile& capture, IRTProgress* pProgress) {
-    CArchive ar(&file, CArchive::load);
-    capture.m_screen = ReadScreenRecord(ar);
-    ReadPlotRecord(ar, capture.m_plots);
-    ReadCurveSet(ar, capture.m_curves, pProgress);
+void RTCaptureFile::Serialize(CArchive& ar) {
+    if (ar.IsStoring()) {
+        ar.SetTotalLength(SCREEN_RECORD_LENGTH + PLOT_RECORD_LENGTH + m_curves.GetRecordLength());
+        WriteScreenRecord(ar, m_screen);
+        WritePlotRecord(ar, m_plots);
+    } else {
+        ReadScreenRecord(ar, m_screen);
+        ReadPlotRecord(ar, m_plots);
+    }
+    m_curves.Serialize(ar);
 }
 
-void WriteCapture(CFile& file, const RTCaptureFile& capture, IRTProgress* pProgress) {
+void ReadCapture(CFile& file, CObject& capture, IProgress* pProgress) {
+    CArchive ar(&file, CArchive::load);
+    ar.SetProgress(pProgress);
+    capture.Serialize(ar);
+}
+
+void WriteCapture(CFile& file, CObject& capture, IProgress* pProgress) {
     CArchive ar(&file, CArchive::store);
-    WriteScreenRecord(ar, capture.m_screen);
-    WritePlotRecord(ar, capture.m_plots);
-    WriteCurveSet(ar, capture.m_curves.m_lstCurves, pProgress);
+    ar.SetProgress(pProgress);
+    capture.Serialize(ar);
     ar.Close();
 }
 
-void SaveCapture(const std::wstring& strPath, const RTCaptureFile& capture,
-                 IRTProgress* pProgress) {
+void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress) {
     CReplaceFile file(strPath);
     WriteCapture(file, capture, pProgress);
     file.Commit();

@@ -1,4 +1,4 @@
-// A whole .rt3 file: what a save writes and a load reads, without a screen.
+// A whole .rt3 file: the one way in which captures are saved and loaded.
 #pragma once
 
 #include <string>
@@ -7,24 +7,32 @@
 #include "curves/RTCurves.h"
 
 class CFile;
-class IRTProgress;
+class IProgress;
 
-struct RTCaptureFile {
+/// What stands in a capture file, without a screen.
+struct RTCaptureFile : CObject {
+    /// Stores the three records in their current versions, or loads those of any version. At an
+    /// exception the capture holds what was read before it: fields and spans one by one, curves as
+    /// far as they are complete; what was not read stays as it was.
+    /// @throws CFileException, CArchiveException, CMemoryException, CUserException
+    void Serialize(CArchive& ar) override;
+
     RTScreenRecord m_screen;
     RTPlotRecord m_plots;
     CRTCurves m_curves;
 };
 
-/// Reads the three records from where a file stands. At an exception the capture holds what was
-/// read completely.
-/// @throws CFileException, CArchiveException, CMemoryException, CUserException
-void ReadCapture(CFile& file, RTCaptureFile& capture, IRTProgress* pProgress = nullptr);
+// A capture is what its Serialize stores and loads: an RTCaptureFile, or the screen with the
+// capture that it has in hand.
 
-/// Writes the three records in their current versions.
-/// @throws CFileException, CUserException
-void WriteCapture(CFile& file, const RTCaptureFile& capture, IRTProgress* pProgress = nullptr);
+/// Loads from where a file stands.
+/// @throws CFileException, CArchiveException, CMemoryException, CUserException
+void ReadCapture(CFile& file, CObject& capture, IProgress* pProgress = nullptr);
+
+/// Stores to where a file stands; does not close it.
+/// @throws CFileException, CMemoryException, CUserException
+void WriteCapture(CFile& file, CObject& capture, IProgress* pProgress = nullptr);
 
 /// Writes a capture to a path as a whole: at any exception an older file of that path is untouched.
-/// @throws CFileException, CUserException
-void SaveCapture(const std::wstring& strPath, const RTCaptureFile& capture,
-                 IRTProgress* pProgress = nullptr);
+/// @throws CFileException, CMemoryException, CUserException
+void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress = nullptr);

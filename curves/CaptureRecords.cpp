@@ -2,23 +2,33 @@
 
 #include "platform/system/Archive.h"
 
-void WriteScreenRecord(CArchive& ar, const RTScreenRecord& record) {
-    ar << RTScreenRecord::CURRENT_VERSION << record.m_nMode << record.m_nPositionInput
-       << record.m_nValueRate << record.m_nAuxRate;
+namespace {
+
+std::uint8_t ReadByte(CArchive& ar) {
+    std::uint8_t by = 0;
+    ar >> by;
+    return by;
 }
 
-RTScreenRecord ReadScreenRecord(CArchive& ar) {
-    RTScreenRecord record;
+}  // namespace
+
+void WriteScreenRecord(CArchive& ar, const RTScreenRecord& record) {
+    ar << RTScreenRecord::CURRENT_VERSION << record.m_nMode.value_or(0)
+       << record.m_nPositionInput.value_or(0) << record.m_nValueRate << record.m_nAuxRate;
+}
+
+void ReadScreenRecord(CArchive& ar, RTScreenRecord& record) {
+    record.m_nMode = record.m_nPositionInput = std::nullopt;
     ar >> record.m_nVersion;
-    if (record.m_nVersion >= 2) ar >> record.m_nMode;
-    if (record.m_nVersion >= 3) ar >> record.m_nPositionInput;
+    if (record.m_nVersion >= 2) record.m_nMode = ReadByte(ar);
+    if (record.m_nVersion >= 3) record.m_nPositionInput = ReadByte(ar);
     if (record.m_nVersion >= 4) {
         ar >> record.m_nValueRate >> record.m_nAuxRate;
-    } else if (record.m_nPositionInput >= 2) {
-        record.m_nValueRate = 32000;
-        record.m_nAuxRate = 16000;
+    } else {
+        const bool bAnalogue = record.m_nPositionInput.value_or(0) >= 2;
+        record.m_nValueRate = bAnalogue ? 32000 : 40000;
+        record.m_nAuxRate = bAnalogue ? 16000 : 20000;
     }
-    return record;
 }
 
 void WritePlotRecord(CArchive& ar, const RTPlotRecord& record) {
@@ -28,11 +38,10 @@ void WritePlotRecord(CArchive& ar, const RTPlotRecord& record) {
 
 void ReadPlotRecord(CArchive& ar, RTPlotRecord& record) {
     record.m_nPlots = 0;
-    BYTE nPlots = 0;
-    ar >> nPlots;
+    const std::uint8_t nPlots = ReadByte(ar);
     if (nPlots > record.m_anSpans.size())
-        ar.RefuseContents(L"The file tells of " + std::to_wstring(nPlots) +
-                          L" plots; there are at most 3.");
+        ar.RefuseContents(L"The file lists " + std::to_wstring(nPlots) +
+                          L" plots; a capture has at most 3.");
     while (record.m_nPlots < nPlots) {
         ar >> record.m_anSpans[record.m_nPlots];
         ++record.m_nPlots;

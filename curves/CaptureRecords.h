@@ -3,19 +3,21 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "curves/RTCurves.h"
 
-/// The screen record. Fields that an older version did not hold have the values given here, and the
-/// rates those of the instrument that the file's second input tells of.
+/// The screen record. What is none, an older file did not hold.
 struct RTScreenRecord {
     static constexpr std::int32_t CURRENT_VERSION = 4;
 
     std::int32_t m_nVersion = CURRENT_VERSION;  ///< of the file; always written as the current one
-    std::uint8_t m_nMode = 0;                   ///< instrument mode; from version 2
-    std::uint8_t m_nPositionInput = 0;          ///< kind of second input; from version 3
-    std::uint16_t m_nValueRate = 40000;         ///< values per second and channel; from version 4
-    std::uint16_t m_nAuxRate = 20000;           ///< from version 4
+    std::optional<std::uint8_t> m_nMode;        ///< instrument mode; written as 0 when none
+    std::optional<std::uint8_t> m_nPositionInput;  ///< kind of second input; written as 0 when none
+    /// Values per second and channel, and the second rate. Those of an older file are the
+    /// instrument's that its second input tells of.
+    std::uint16_t m_nValueRate = 40000;
+    std::uint16_t m_nAuxRate = 20000;
 };
 
 /// The plot record: the span of values of each plot, that is the capacity of the newest curve
@@ -25,9 +27,16 @@ struct RTPlotRecord {
     std::array<std::int32_t, CRTCurves::CHANNEL_COUNT> m_anSpans{1, 1, 1};
 };
 
+/// Lengths in bytes of the records as they are written.
+constexpr std::uint64_t SCREEN_RECORD_LENGTH = 10;
+constexpr std::uint64_t PLOT_RECORD_LENGTH = 13;
+
 /// @throws CFileException, CArchiveException
 void WriteScreenRecord(CArchive& ar, const RTScreenRecord& record);
-RTScreenRecord ReadScreenRecord(CArchive& ar);
+
+/// At an exception the fields read before it are there, and the others as they were.
+/// @throws CFileException, CArchiveException
+void ReadScreenRecord(CArchive& ar, RTScreenRecord& record);
 
 /// Always writes three spans.
 /// @throws CFileException, CArchiveException

@@ -5,9 +5,9 @@
 #include <charconv>
 #include <cstring>
 
-#include "curves/Progress.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/Paths.h"
+#include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
 
 namespace {
@@ -84,9 +84,8 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
 }  // namespace
 
 void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
-                   IRTProgress* pProgress) {
+                   IProgress* pProgress) {
     const std::uint32_t nRows = curve.GetCount() / 2;
-    RTProgressCounter progress(pProgress, nRows);
     file.WriteString(options.m_bTimeColumn ? "Time, Force, Distance" : "Force, Distance");
 
     std::uint32_t nRow = 0;
@@ -104,12 +103,13 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
             pTo = AppendThousandths(pTo, pValue[1]);
         }
         file.ReleaseBuffer(pTo);
-        if (nRow % ROWS_PER_REPORT == 0) progress.Add(ROWS_PER_REPORT);
+        if (pProgress && nRow % ROWS_PER_REPORT == 0 && !pProgress->Advance(nRow, nRows))
+            throw CUserException();
     }
 }
 
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
-                    const RTCsvOptions& options, IRTProgress* pProgress) {
+                    const RTCsvOptions& options, IProgress* pProgress) {
     CTextFile file(strPath, CFile::modeWrite | CFile::modeCreate);
     try {
         WriteCurveCsv(file, curve, options, pProgress);

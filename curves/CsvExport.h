@@ -7,7 +7,7 @@
 #include "curves/RTCurveData.h"
 
 class CTextFile;
-class IRTProgress;
+class IProgress;
 
 /// What a person may ask for beyond what the screen exports.
 struct RTCsvOptions {
@@ -20,10 +20,10 @@ struct RTCsvOptions {
 /// being filled is taken once.
 /// @throws CFileException, CUserException
 void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options = {},
-                   IRTProgress* pProgress = nullptr);
+                   IProgress* pProgress = nullptr);
 
 /// Creates the file, or replaces an existing one. At a failure the file keeps the lines written
 /// before it; stopped by the person, it is removed.
 /// @throws CFileException, CUserException
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
-                    const RTCsvOptions& options = {}, IRTProgress* pProgress = nullptr);
+                    const RTCsvOptions& options = {}, IProgress* pProgress = nullptr);

@@ -1,10 +1,10 @@
-#include "curves/CurveSetRecord.h"
-
+// The curve set record of an .rt3 file.
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <string>
 
-#include "curves/Progress.h"
+#include "curves/RTCurves.h"
 #include "platform/system/Archive.h"
 
 namespace {
@@ -18,28 +18,12 @@ constexpr BYTE FIRST_WITH_EXTREMES = 14;
 constexpr std::uint64_t CURVE_RECORD_LENGTH = 62;  ///< without values and pulses
 constexpr std::uint64_t PULSE_LENGTH = 5;
 
-/// Many, since the system moves long pieces faster; few enough to stop between them without a wait.
+/// Read, and then summarised, while they are at hand still.
 constexpr std::size_t VALUES_PER_PART = 2 * 1024 * 1024;
 constexpr std::size_t PULSES_PER_PART = 4096;
 using PulsePart = std::array<std::uint8_t, PULSES_PER_PART * PULSE_LENGTH>;
 
-RTExtremes FindExtremes(const RTCurveData& curve, std::uint32_t nCount) {
-    const RTMinMax even = curve.FindMinMax(0, nCount);
-    const RTMinMax odd = curve.FindMinMax(1, nCount);
-    return {even.m_nMax, even.m_nMin, odd.m_nMax, odd.m_nMin};
-}
-
-void WriteValues(CArchive& ar, const RTCurveData& curve, std::uint32_t nCount,
-                 RTProgressCounter& progress) {
-    for (std::size_t nFirst = 0; nFirst < nCount; nFirst += VALUES_PER_PART) {
-        const std::size_t nValues = std::min<std::size_t>(VALUES_PER_PART, nCount - nFirst);
-        ar.Write(curve.GetValues() + nFirst, nValues * sizeof(std::int16_t));
-        progress.Add(nValues * sizeof(std::int16_t));
-    }
-}
-
-void WritePulses(CArchive& ar, const RTPulseList& pulses, std::size_t nCount,
-                 RTProgressCounter& progress) {
+void WritePulses(CArchive& ar, const RTPulseList& pulses, std::size_t nCount) {
     PulsePart part;
     for (std::size_t nFirst = 0; nFirst < nCount; nFirst += PULSES_PER_PART) {
         const std::size_t nPulses = std::min(PULSES_PER_PART, nCount - nFirst);
@@ -51,47 +35,43 @@ void WritePulses(CArchive& ar, const RTPulseList& pulses, std::size_t nCount,
             pTo += PULSE_LENGTH;
         }
         ar.Write(part.data(), nPulses * PULSE_LENGTH);
-        progress.Add(nPulses * PULSE_LENGTH);
     }
 }
 
-void WriteCurve(CArchive& ar, RTCurveData& curve, bool bRecompute, RTProgressCounter& progress) {
+void WriteCurve(CArchive& ar, RTCurveData& curve, bool bRecompute) {
     // The writer of a curve counts values before the pulse that stands behind them: taken in the
     // reverse order, no pulse lies behind the last value.
     const std::size_t nPulses = curve.GetPulses().GetCount();
     const std::uint32_t nCount = curve.GetCount();
-    if (bRecompute) curve.SetExtremes(FindExtremes(curve, nCount));
+    if (bRecompute) curve.SetExtremes(curve.FindExtremes(nCount));
     const RTExtremes extremes = curve.GetExtremes();
 
     ar << curve.m_wReserved << nCount << curve.GetCapacity();
-    WriteValues(ar, curve, nCount, progress);
+    ar.Write(curve.GetValues(), nCount * sizeof(std::int16_t));
     ar << static_cast<std::int32_t>(nPulses);
-    WritePulses(ar, curve.GetPulses(), nPulses, progress);
+    WritePulses(ar, curve.GetPulses(), nPulses);
     for (const std::int32_t nMarker : curve.m_anMarkers) ar << nMarker;
     ar << extremes.m_nMaxOdd << extremes.m_nMinOdd << extremes.m_nMaxEven << extremes.m_nMinEven;
-    progress.Add(CURVE_RECORD_LENGTH);
 }
 
 /// @throws CArchiveException when so many bytes cannot follow
 void EnsureFits(const CArchive& ar, std::uint64_t nLength, const std::wstring& strWhat) {
     const std::uint64_t nLeft = ar.GetBytesLeft();
     if (nLength > nLeft)
-        ar.ReportEarlyEnd(L"A curve should have " + strWhat + L", but the file ends " +
-                          std::to_wstring(nLeft) + L" bytes on.");
+        ar.ReportEarlyEnd(L"A curve is said to have " + strWhat + L", but only " +
+                          std::to_wstring(nLeft) + L" bytes follow.");
 }
 
-void ReadValues(CArchive& ar, RTCurveData& curve, std::uint32_t nCount,
-                RTProgressCounter& progress) {
+void ReadValues(CArchive& ar, RTCurveData& curve, std::uint32_t nCount) {
     while (curve.GetCount() < nCount) {
         const auto nValues = static_cast<std::uint32_t>(
             std::min<std::size_t>(VALUES_PER_PART, nCount - curve.GetCount()));
         ar.EnsureRead(curve.GetFreeValues().data(), nValues * sizeof(std::int16_t));
         curve.PublishCount(curve.GetCount() + nValues);
-        progress.Add(nValues * sizeof(std::int16_t));
     }
 }
 
-void ReadPulses(CArchive& ar, RTCurveData& curve, RTProgressCounter& progress) {
+void ReadPulses(CArchive& ar, RTCurveData& curve) {
     std::int32_t nCount = 0;
     ar >> nCount;
     if (nCount <= 0) return;
@@ -109,7 +89,6 @@ void ReadPulses(CArchive& ar, RTCurveData& curve, RTProgressCounter& progress) {
             curve.AddPulse(nPosition, pFrom[4]);
         }
         nLeft -= nPulses;
-        progress.Add(nPulses * PULSE_LENGTH);
     }
 }
 
@@ -120,7 +99,7 @@ void ClearZeroPairs(std::array<std::int32_t, RTCurveData::MARKER_COUNT>& anMarke
             anMarkers[nSlot] = anMarkers[nSlot + 1] = -1;
 }
 
-std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion, RTProgressCounter& progress) {
+std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion) {
     WORD wReserved = 0;
     DWORD nCount = 0;
     DWORD nCapacity = 0;
@@ -131,8 +110,8 @@ std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion, RTProgressC
 
     const auto pCurve = std::make_shared<RTCurveData>(nCount, nCapacity);
     pCurve->m_wReserved = wReserved;
-    ReadValues(ar, *pCurve, nCount, progress);
-    ReadPulses(ar, *pCurve, progress);
+    ReadValues(ar, *pCurve, nCount);
+    ReadPulses(ar, *pCurve);
     if (byVersion >= FIRST_WITH_MARKERS) {
         for (std::int32_t& nMarker : pCurve->m_anMarkers) ar >> nMarker;
         if (byVersion < FIRST_WITH_MARKERS_AS_STORED) ClearZeroPairs(pCurve->m_anMarkers);
@@ -148,11 +127,42 @@ std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion, RTProgressC
     return pCurve;
 }
 
+void WriteSet(CArchive& ar, const CRTCurves& set) {
+    ar << CRTCurves::CURRENT_VERSION << static_cast<BYTE>(set.m_lstCurves.size());
+    bool bRecompute = false;
+    for (const RTCurveList& list : set.m_lstCurves) {
+        ar << static_cast<std::int32_t>(list.size());
+        if (!list.empty() && list.front()->GetExtremes() == RTExtremes{}) bRecompute = true;
+        for (const auto& pCurve : list) WriteCurve(ar, *pCurve, bRecompute);
+    }
+}
+
+void ReadSet(CArchive& ar, CRTCurves& set) {
+    BYTE nChannels = 0;
+    ar >> nChannels;
+    set.m_byVersion = 0;
+    if (nChannels > LAST_UNVERSIONED_COUNT) {
+        set.m_byVersion = nChannels;
+        ar >> nChannels;
+    }
+    if (nChannels > set.m_lstCurves.size())
+        ar.RefuseContents(L"The file lists " + std::to_wstring(nChannels) +
+                          L" channels; a capture has at most 3.");
+    for (std::size_t nChannel = 0; nChannel < nChannels; ++nChannel) {
+        std::int32_t nCurves = 0;
+        ar >> nCurves;
+        // The number of curves is not checked against the file: nothing is taken for it, and the
+        // curves in front of an early end are kept.
+        for (; nCurves > 0; --nCurves)
+            set.m_lstCurves[nChannel].push_back(ReadCurve(ar, set.m_byVersion));
+    }
+}
+
 }  // namespace
 
-std::uint64_t GetCurveSetLength(const RTCurveLists& lists) {
+std::uint64_t CRTCurves::GetRecordLength() const {
     std::uint64_t nLength = 2;
-    for (const RTCurveList& list : lists) {
+    for (const RTCurveList& list : m_lstCurves) {
         nLength += sizeof(std::int32_t);
         for (const auto& pCurve : list)
             nLength += CURVE_RECORD_LENGTH +
@@ -162,48 +172,13 @@ std::uint64_t GetCurveSetLength(const RTCurveLists& lists) {
     return nLength;
 }
 
-void WriteCurveSet(CArchive& ar, const RTCurveLists& lists, IRTProgress* pProgress) {
-    RTProgressCounter progress(pProgress, GetCurveSetLength(lists));
-    ar << CRTCurves::CURRENT_VERSION << static_cast<BYTE>(lists.size());
-    bool bRecompute = false;
-    for (const RTCurveList& list : lists) {
-        ar << static_cast<std::int32_t>(list.size());
-        if (!list.empty() && list.front()->GetExtremes() == RTExtremes{}) bRecompute = true;
-        for (const auto& pCurve : list) WriteCurve(ar, *pCurve, bRecompute, progress);
-    }
-}
-
-void ReadCurveSet(CArchive& ar, CRTCurves& set, IRTProgress* pProgress) {
-    RTProgressCounter progress(pProgress, ar.GetBytesLeft());
-    BYTE nChannels = 0;
-    ar >> nChannels;
-    set.m_byVersion = 0;
-    if (nChannels > LAST_UNVERSIONED_COUNT) {
-        set.m_byVersion = nChannels;
-        ar >> nChannels;
-    }
-    if (nChannels > set.m_lstCurves.size())
-        ar.RefuseContents(L"The file tells of " + std::to_wstring(nChannels) +
-                          L" channels; there are at most 3.");
+void CRTCurves::Serialize(CArchive& ar) {
     try {
-        for (std::size_t nChannel = 0; nChannel < nChannels; ++nChannel) {
-            std::int32_t nCurves = 0;
-            ar >> nCurves;
-            // The number of curves is not checked against the file: nothing is taken for it, and
-            // the curves in front of an early end are kept.
-            for (; nCurves > 0; --nCurves) {
-                set.m_lstCurves[nChannel].push_back(ReadCurve(ar, set.m_byVersion, progress));
-                progress.Add(CURVE_RECORD_LENGTH);
-            }
-        }
+        if (ar.IsStoring())
+            WriteSet(ar, *this);
+        else
+            ReadSet(ar, *this);
     } catch (const std::bad_alloc&) {
         throw CMemoryException();
     }
-}
-
-void CRTCurves::Serialize(CArchive& ar) {
-    if (ar.IsStoring())
-        WriteCurveSet(ar, m_lstCurves);
-    else
-        ReadCurveSet(ar, *this);
 }

@@ -73,16 +73,25 @@ class RTCurveData {
     /// scan of them gives; a range without such a value gives INT16_MAX and INT16_MIN. nLast must
     /// not exceed a count that GetCount has given. Reads one number for 2048 values of a long
     /// range.
-    RTMinMax FindMinMax(std::uint32_t nFirst, std::uint32_t nLast) const;
+    RTMinMax FindMinMax(std::uint32_t nFirst, std::uint32_t nLast) const {
+        return m_summary.Find(m_pValues.get(), nFirst, nLast);
+    }
+
+    /// The extremes of the first nCount values; of a parity without values the maximum is -32768
+    /// and the minimum 32767. nCount as nLast above.
+    RTExtremes FindExtremes(std::uint32_t nCount) const {
+        const RTMinMax even = FindMinMax(0, nCount);
+        const RTMinMax odd = FindMinMax(1, nCount);
+        return {even.m_nMax, even.m_nMin, odd.m_nMax, odd.m_nMin};
+    }
 
     RTExtremes GetExtremes() const { return m_extremes.load(std::memory_order_acquire); }
     void SetExtremes(const RTExtremes& extremes) {
         m_extremes.store(extremes, std::memory_order_release);
     }
 
-    /// Sets the extremes from the values stored so far; of a parity without values the maximum
-    /// becomes -32768 and the minimum 32767.
-    void RecomputeExtremes();
+    /// Sets the extremes from the values stored so far.
+    void RecomputeExtremes() { SetExtremes(FindExtremes(GetCount())); }
 
     /// Appends the state of the digital lines. The writer's thread only.
     /// @throws CMemoryException

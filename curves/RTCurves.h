@@ -33,10 +33,22 @@ class CRTCurves : public CObject {
         return m_lstCurves[nChannel].empty() ? nullptr : m_lstCurves[nChannel].front();
     }
 
-    /// Stores or loads the curve set record of an .rt3 file. Loading appends to the lists; at an
-    /// exception the curves read completely stay.
-    /// @throws CArchiveException, CFileException, CMemoryException
+    /// Stores the curve set record of an .rt3 file in its current version, or loads one of any
+    /// version.
+    ///
+    /// Stored, each curve is written as far as its count and its pulse count had come when its turn
+    /// began, so a capture may go on meanwhile; the lists themselves must not change (store a copy
+    /// of the set in hand). From the first list whose first curve has extremes of all 0 on, the
+    /// extremes of every curve are computed anew, written, and kept in the curve.
+    ///
+    /// Loaded curves are appended to the lists; at an exception those read completely stay. Memory
+    /// is taken only for what the rest of the file can hold: a longer value or pulse count is
+    /// reported as a file that ends too early, before any of it is read.
+    /// @throws CArchiveException, CFileException, CMemoryException, CUserException
     void Serialize(CArchive& ar) override;
+
+    /// The length in bytes of the record that is stored.
+    std::uint64_t GetRecordLength() const;
 
     std::array<RTCurveList, CHANNEL_COUNT> m_lstCurves;
     /// Format version: of the file for a loaded set, 0 for files from before versioning.

@@ -26,29 +26,3 @@ void RTPulseList::Append(RTPulse pulse) {
     m_nRuns.store(nRuns + 1, std::memory_order_release);
     m_nCount.store(nCount + 1, std::memory_order_release);
 }
-
-std::size_t RTPulseList::FindRun(std::size_t nRuns, std::size_t nIndex) const {
-    if (RunAt(nRuns - 1).m_nFirst <= nIndex) return nRuns - 1;
-    std::size_t nFirst = 0;
-    std::size_t nLast = nRuns - 1;  // begins behind the record
-    while (nLast - nFirst > 1) {
-        const std::size_t nMiddle = nFirst + (nLast - nFirst) / 2;
-        (RunAt(nMiddle).m_nFirst <= nIndex ? nFirst : nLast) = nMiddle;
-    }
-    return nFirst;
-}
-
-std::size_t RTPulseList::FindPosition(std::size_t nCount, std::int64_t nPosition) const {
-    std::size_t nFirst = 0;
-    std::size_t nLength = nCount;
-    while (nLength > 0) {
-        const std::size_t nHalf = nLength / 2;
-        if (At(nFirst + nHalf).m_nPosition < nPosition) {
-            nFirst += nHalf + 1;
-            nLength -= nHalf + 1;
-        } else {
-            nLength = nHalf;
-        }
-    }
-    return nFirst;
-}

@@ -56,7 +56,9 @@ class RTPulseList {
 
     /// The first index below nCount whose position is nPosition or more, or nCount: a binary
     /// search.
-    std::size_t FindPosition(std::size_t nCount, std::int64_t nPosition) const;
+    std::size_t FindPosition(std::size_t nCount, std::int64_t nPosition) const {
+        return FindFirst(0, nCount, [&](std::size_t n) { return At(n).m_nPosition >= nPosition; });
+    }
 
   private:
     static constexpr std::size_t FIRST_CHUNK_LENGTH = 64;
@@ -89,7 +91,23 @@ class RTPulseList {
         return m_apChunks[place.m_nChunk][place.m_nOffset];
     }
     /// The run, below nRuns, that a record belongs to.
-    std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const;
+    std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const {
+        if (RunAt(nRuns - 1).m_nFirst <= nIndex) return nRuns - 1;
+        return FindFirst(1, nRuns, [&](std::size_t n) { return RunAt(n).m_nFirst > nIndex; }) - 1;
+    }
+    /// The first number from nFirst up to nEnd for which a condition holds that, once true, stays
+    /// so; nEnd when it never does.
+    template <class Condition>
+    static std::size_t FindFirst(std::size_t nFirst, std::size_t nEnd, Condition holds) {
+        while (nFirst < nEnd) {
+            const std::size_t nMiddle = nFirst + (nEnd - nFirst) / 2;
+            if (holds(nMiddle))
+                nEnd = nMiddle;
+            else
+                nFirst = nMiddle + 1;
+        }
+        return nFirst;
+    }
 
     std::atomic<std::size_t> m_nCount{0};  ///< records
     std::atomic<std::size_t> m_nRuns{0};   ///< what they are kept as

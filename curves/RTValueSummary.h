@@ -25,20 +25,41 @@ class RTValueSummary {
     /// Fills the blocks that the first nCount values have completed. The writer's thread only.
     void Extend(const std::int16_t* pValues, std::size_t nCount);
 
-    /// Copies nValues values, as they stand in memory, behind the nCount values of an array that
-    /// the summary has been extended over, and extends it over them. The writer's thread only.
-    void Append(std::int16_t* pValues, std::size_t nCount, const std::uint8_t* pBytes,
-                std::size_t nValues);
-
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast; the neutral range
     /// when there is no such value.
-    RTMinMax Find(const std::int16_t* pValues, std::size_t nFirst, std::size_t nLast) const;
+    RTMinMax Find(const std::int16_t* pValues, std::size_t nFirst, std::size_t nLast) const {
+        RTMinMax range;
+        const auto includeValues = [&](std::size_t nFrom, std::size_t nTo) {
+            for (; nFrom < nTo; nFrom += 2) range.Include(pValues[nFrom]);
+        };
+        const std::size_t nParity = nFirst % 2;
+        const auto includeAll = [&](const RTBlockSummary* pBlocks, std::size_t nFrom,
+                                    std::size_t nTo) {
+            for (; nFrom < nTo; ++nFrom) range.Include(pBlocks[nFrom][nParity]);
+        };
+        const std::size_t nBlock = (nFirst + RT_BLOCK_VALUES - 1) / RT_BLOCK_VALUES;
+        const std::size_t nLastBlock = nLast / RT_BLOCK_VALUES;
+        if (nBlock >= nLastBlock) {
+            includeValues(nFirst, nLast);
+            return range;
+        }
+        includeValues(nFirst, nBlock * RT_BLOCK_VALUES);
+        includeValues(nLastBlock * RT_BLOCK_VALUES + nParity, nLast);
 
-    /// Bytes taken on behalf of a value array of nLength values.
-    static std::size_t GetMemorySize(std::size_t nLength);
+        const std::size_t nGroup = (nBlock + GROUP_BLOCKS - 1) / GROUP_BLOCKS;
+        const std::size_t nLastGroup = nLastBlock / GROUP_BLOCKS;
+        if (nGroup >= nLastGroup) {
+            includeAll(m_pBlocks.get(), nBlock, nLastBlock);
+            return range;
+        }
+        includeAll(m_pBlocks.get(), nBlock, nGroup * GROUP_BLOCKS);
+        includeAll(m_pGroups.get(), nGroup, nLastGroup);
+        includeAll(m_pBlocks.get(), nLastGroup * GROUP_BLOCKS, nLastBlock);
+        return range;
+    }
 
   private:
-    void CompleteBlocks(std::size_t nBlocks);
+    static constexpr std::size_t GROUP_BLOCKS = 16;
 
     std::unique_ptr<RTBlockSummary[]> m_pBlocks;
     std::unique_ptr<RTBlockSummary[]> m_pGroups;

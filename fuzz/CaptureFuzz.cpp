@@ -13,7 +13,7 @@ void Check(bool bHolds) {
     if (!bHolds) std::abort();
 }
 
-std::vector<std::uint8_t> Write(const RTCaptureFile& capture) {
+std::vector<std::uint8_t> Write(RTCaptureFile& capture) {
     CMemFile file(L"written");
     WriteCapture(file, capture);
     return file.GetContents();

@@ -2,12 +2,14 @@
 
 #include <filesystem>
 
-#include "host/CaptureFileHead.h"
+#include "curves/CaptureRecords.h"
 #include "host/Demo.h"
 #include "host/PressInstrument.h"
 #include "host/SimulatedPress.h"
 #include "platform/operator/Operator.h"
+#include "platform/system/Archive.h"
 #include "platform/system/DynamicLibrary.h"
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
@@ -27,6 +29,20 @@ constexpr std::uint16_t SELF_START_MILLISECONDS = 3000;
 /// A path from the command line as the system takes it.
 std::wstring MakeAbsolute(const std::string& strPath) {
     return strPath.empty() ? std::wstring() : FromUtf8(std::filesystem::absolute(strPath).native());
+}
+
+/// What a file says about the instrument that made it. Of one that cannot be read, or ends before
+/// it says so, nothing is known: the screen tells the operator when it opens the file.
+RTScreenRecord ReadScreenRecordOf(const std::wstring& strPath) {
+    RTScreenRecord record;
+    try {
+        CFile file(strPath, CFile::modeRead);
+        CArchive ar(&file, CArchive::load);
+        ReadScreenRecord(ar, record);
+    } catch (const CException&) {
+        // What was read before the fault stands.
+    }
+    return record;
 }
 
 std::string DescribeReplay(const Options& options, const Recording& recording) {
@@ -126,9 +142,9 @@ void CPanel::FillSession(CRealTimeData& session) {
     session.m_nHostAuxRate = m_options.m_nAuxRate;
     if (m_options.m_strCaptureFile.empty()) return;
     // The viewer shows the channels and quantities of the file that it opens with.
-    const CaptureFileHead head = ReadCaptureFileHead(MakeAbsolute(m_options.m_strCaptureFile));
-    session.m_nMode = head.m_nMode.value_or(session.m_nMode);
-    session.m_nPositionInput = head.m_nPositionInput.value_or(session.m_nPositionInput);
+    const auto record = ReadScreenRecordOf(MakeAbsolute(m_options.m_strCaptureFile));
+    session.m_nMode = record.m_nMode.value_or(session.m_nMode);
+    session.m_nPositionInput = record.m_nPositionInput.value_or(session.m_nPositionInput);
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {

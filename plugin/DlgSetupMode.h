@@ -15,7 +15,7 @@
 
 class CDlgBarInfo;
 class CDlgBarMainMenu;
-class IRTProgress;
+struct RTCaptureFile;
 
 /// The screen object that GetDialog makes. The host owns it, fills the CRealTimeData part, calls
 /// Run once and deletes it. The reader thread lives only inside Run and sees the screen only
@@ -27,9 +27,8 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
 
     void Run() override;
 
-    /// Stores or loads a capture file: the screen's record, the plots' record, the curve set.
-    /// Loading fills the empty set in hand, with what was read completely also at an exception, and
-    /// refills the display list.
+    /// Stores or loads the capture in hand as RTCaptureFile does. Loading replaces the set in hand,
+    /// with what was read also at an exception, and refills the display list.
     void Serialize(CArchive& ar) override;
 
   protected:
@@ -88,11 +87,11 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     void OnLoad();
     void OnDropFiles(const std::vector<std::wstring>& arrPaths);
     LRESULT OnExportCsv(WPARAM wParam, LPARAM lParam);
-    class WorkInProgress;
-    void SaveCapture(const std::wstring& strPath);
+    RTCaptureFile DescribeCapture();
     void StoreCapture(CArchive& ar);
-    void LoadCaptureRecords(CArchive& ar);
-    void LoadCapture(const std::wstring& strPath, const std::wstring& strShownName);
+    void LoadCapture(CArchive& ar);
+    void SaveTo(const std::wstring& strPath);
+    void LoadFrom(const std::wstring& strPath, const std::wstring& strShownName);
 
     std::size_t CurrentIndex() const { return m_capture.GetCurrentPlot(); }
     RTPlot& CurrentPlot() { return m_aPlots[CurrentIndex()]; }
@@ -110,7 +109,6 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     CEditClick m_editSampleTime;
     CEditClick m_editTrigger;
     CPacketReader m_reader;
-    IRTProgress* m_pProgress = nullptr;  ///< told of storing and loading, while that goes on
 
     /// A request to show the idle state is on its way; further ones are the same.
     std::atomic<bool> m_bIdleQueued{false};

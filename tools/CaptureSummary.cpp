@@ -9,19 +9,6 @@
 
 namespace {
 
-constexpr std::int32_t FIRST_WITH_MODE = 2;
-constexpr std::int32_t FIRST_WITH_SECOND_INPUT = 3;
-
-std::optional<unsigned> FindMode(const RTScreenRecord& screen) {
-    if (screen.m_nVersion < FIRST_WITH_MODE) return std::nullopt;
-    return screen.m_nMode;
-}
-
-std::optional<unsigned> FindSecondInput(const RTScreenRecord& screen) {
-    if (screen.m_nVersion < FIRST_WITH_SECOND_INPUT) return std::nullopt;
-    return screen.m_nPositionInput;
-}
-
 /// Seconds from the first value to the end of the last; unknown without a rate.
 std::optional<double> FindDuration(const RTCurveData& curve, std::uint16_t nValueRate) {
     if (nValueRate == 0) return std::nullopt;
@@ -95,14 +82,14 @@ std::string ToJson(const RTCurveData& curve, std::uint16_t nValueRate) {
 }  // namespace
 
 std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& capture) {
-    const auto describe = [](const std::optional<unsigned>& value) {
+    const auto describe = [](const std::optional<std::uint8_t>& value) {
         return value ? std::to_string(*value) : std::string("not stored");
     };
     const RTScreenRecord& screen = capture.m_screen;
     std::string strText =
         ToUtf8(strPath) + "\n  version: screen " + std::to_string(screen.m_nVersion) + ", curves " +
-        std::to_string(capture.m_curves.m_byVersion) + "\n  mode: " + describe(FindMode(screen)) +
-        "\n  second input: " + describe(FindSecondInput(screen)) +
+        std::to_string(capture.m_curves.m_byVersion) + "\n  mode: " + describe(screen.m_nMode) +
+        "\n  second input: " + describe(screen.m_nPositionInput) +
         "\n  values per second: " + std::to_string(screen.m_nValueRate) +
         "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
         "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
@@ -137,8 +124,8 @@ std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureFi
     }
     members.insert(members.end(), {{"screen_version", ::ToJson(screen.m_nVersion)},
                                    {"curves_version", ::ToJson(capture.m_curves.m_byVersion)},
-                                   {"mode", ::ToJson(FindMode(screen))},
-                                   {"second_input", ::ToJson(FindSecondInput(screen))},
+                                   {"mode", ::ToJson(screen.m_nMode)},
+                                   {"second_input", ::ToJson(screen.m_nPositionInput)},
                                    {"value_rate", ::ToJson(screen.m_nValueRate)},
                                    {"second_rate", ::ToJson(screen.m_nAuxRate)},
                                    {"spans", MakeJsonArray(spans)},

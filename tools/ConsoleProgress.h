@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <string>
 
-#include "curves/Progress.h"
+#include "platform/system/Progress.h"
 
 /// One piece of work. Says how far it is when it takes longer than half a second and somebody
 /// watches; takes the line away at its end. While it lives, an interrupt stops the work at its next
 /// report instead of ending the process; at most one may live.
-class CConsoleProgress : public IRTProgress {
+class CConsoleProgress : public IProgress {
   public:
     explicit CConsoleProgress(const std::wstring& strWork);
     ~CConsoleProgress() override;

@@ -17,7 +17,7 @@ void ReadWhatIsComplete(const std::wstring& strPath, RTCaptureFile& capture) {
     }
 }
 
-void WriteOutput(const std::wstring& strPath, const RTCaptureFile& capture) {
+void WriteOutput(const std::wstring& strPath, RTCaptureFile& capture) {
     CConsoleProgress progress(L"Writing " + strPath);
     if (strPath != L"-") {
         SaveCapture(strPath, capture, &progress);

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr unsigned MAX_EXTENT = 10000;
-constexpr std::int32_t FIRST_VERSION_WITH_MODE = 2;
 
 struct PlotRequest {
     std::uint8_t m_nChannel = 0;
@@ -34,8 +33,7 @@ CBitmap Draw(const std::shared_ptr<RTCaptureFile>& spCapture, const PlotRequest&
     plot.m_spCurves = std::shared_ptr<CRTCurves>(spCapture, &spCapture->m_curves);
     plot.m_nChannel = request.m_nChannel;
     plot.m_nDisplay = request.m_nDisplay;
-    if (spCapture->m_screen.m_nVersion >= FIRST_VERSION_WITH_MODE)
-        plot.m_nMode = spCapture->m_screen.m_nMode;
+    plot.m_nMode = spCapture->m_screen.m_nMode.value_or(plot.m_nMode);
     plot.m_nSpanValues = spCapture->m_plots.m_anSpans[request.m_nChannel];
     plot.m_nWidth = request.m_size.cx;
     plot.m_nHeight = plot.m_nBottom = request.m_size.cy;

@@ -1,8 +1,8 @@
 // What the operator sees of work that takes long: a title, how far it is, and a button to cancel.
 #pragma once
 
-#include "curves/Progress.h"
 #include "platform/drawing/Graphics.h"
+#include "platform/system/Progress.h"
 #include "platform/windows/Controls.h"
 #include "platform/windows/Dialog.h"
 
@@ -22,7 +22,7 @@ class CProgressBar : public CStatic {
 /// does the work and calls Advance as it goes on. The window appears only when the work has taken a
 /// second. From then on messages are handled in between, so that the button works and windows are
 /// repainted; the screens behind get no input.
-class CProgressBox : public CDialog, public IRTProgress {
+class CProgressBox : public CDialog, public IProgress {
   public:
     explicit CProgressBox(std::wstring strTitle);
 

@@ -3,6 +3,15 @@
 #include <algorithm>
 
 #include "platform/system/File.h"
+#include "platform/system/Progress.h"
+
+namespace {
+
+/// Bytes that go to or from the file between two reports of a long block: many, since the system
+/// moves long pieces faster, and few enough to stop between them without a wait.
+constexpr std::size_t LONGEST_PIECE = 4 << 20;
+
+}  // namespace
 
 CArchive::CArchive(CFile* pFile, Mode mode, std::size_t nBufferSize)
     : m_pFile(pFile), m_mode(mode), m_nBufferSize(std::max<std::size_t>(nBufferSize, 1)),
@@ -27,7 +36,7 @@ void CArchive::Write(const void* pBytes, std::size_t nCount) {
     if (nCount > m_nBufferSize - m_nNext) {
         Flush();
         if (nCount >= m_nBufferSize) {
-            m_pFile->Write(pBytes, nCount);
+            WriteFile(pBytes, nCount);
             return;
         }
     }
@@ -42,9 +51,9 @@ std::size_t CArchive::Read(void* pBytes, std::size_t nCount) {
     while (nRead < nCount) {
         if (m_nNext == m_nFilled) {
             const std::size_t nMissing = nCount - nRead;
-            if (nMissing >= m_nBufferSize) return nRead + m_pFile->Read(pTo + nRead, nMissing);
+            if (nMissing >= m_nBufferSize) return nRead + ReadFile(pTo + nRead, nMissing);
             m_nNext = m_nFilled = 0;
-            m_nFilled = m_pFile->Read(m_pBuffer.get(), m_nBufferSize);
+            m_nFilled = ReadFile(m_pBuffer.get(), m_nBufferSize);
             if (m_nFilled == 0) break;
         }
         const std::size_t nPart = std::min(nCount - nRead, m_nFilled - m_nNext);
@@ -70,7 +79,42 @@ void CArchive::Flush() {
     if (!IsStoring()) return;
     const std::size_t nCount = m_nNext;
     m_nNext = 0;
-    if (nCount > 0) m_pFile->Write(m_pBuffer.get(), nCount);
+    WriteFile(m_pBuffer.get(), nCount);
 }
 
 void CArchive::Close() { Flush(); }
+
+void CArchive::SetProgress(IProgress* pProgress) {
+    m_pProgress = pProgress;
+    if (m_pProgress && IsLoading()) m_nTotal = GetBytesLeft();
+}
+
+std::size_t CArchive::ReadFile(void* pBytes, std::size_t nCount) {
+    auto* pTo = static_cast<std::uint8_t*>(pBytes);
+    std::size_t nRead = 0;
+    while (nRead < nCount) {
+        const std::size_t nPiece = std::min(nCount - nRead, LONGEST_PIECE);
+        const std::size_t nPart = m_pFile->Read(pTo + nRead, nPiece);
+        nRead += nPart;
+        Advance(nPart);
+        if (nPart < nPiece) break;
+    }
+    return nRead;
+}
+
+void CArchive::WriteFile(const void* pBytes, std::size_t nCount) {
+    const auto* pFrom = static_cast<const std::uint8_t*>(pBytes);
+    while (nCount > 0) {
+        const std::size_t nPiece = std::min(nCount, LONGEST_PIECE);
+        m_pFile->Write(pFrom, nPiece);
+        pFrom += nPiece;
+        nCount -= nPiece;
+        Advance(nPiece);
+    }
+}
+
+void CArchive::Advance(std::size_t nBytes) {
+    m_nDone += nBytes;
+    if (m_pProgress && !m_pProgress->Advance(std::min(m_nDone, m_nTotal), m_nTotal))
+        throw CUserException();
+}

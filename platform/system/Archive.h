@@ -13,6 +13,7 @@
 #include "platform/system/Types.h"
 
 class CFile;
+class IProgress;
 
 /// Stores or loads primitive values, little-endian, without tags or padding.
 ///
@@ -20,7 +21,8 @@ class CFile;
 /// the file. The file must outlive the archive and is not closed by it. A storing archive that is
 /// destroyed without Close drops what still stands in its buffer.
 /// Thread safety: none.
-/// Errors: CArchiveException with the file's path (endOfFile for a value that is not there whole;
+/// Errors: CUserException when the person who is told of the progress stops it; CArchiveException
+/// with the file's path (endOfFile for a value that is not there whole;
 /// readOnly for storing into a loading archive, writeOnly for the reverse), and what the file
 /// throws.
 class PLATFORM_API CArchive {
@@ -47,6 +49,13 @@ class PLATFORM_API CArchive {
     CArchive& operator>>(DWORD& value) { return Load(value); }
     CArchive& operator>>(std::int16_t& value) { return Load(value); }
     CArchive& operator>>(std::int32_t& value) { return Load(value); }
+
+    /// Has somebody told how many bytes have gone to or come from the file, each time that some
+    /// have. Of how many: when loading, those that the file has left; when storing, what
+    /// SetTotalLength says.
+    /// @param pProgress null: nobody; must outlive the archive
+    void SetProgress(IProgress* pProgress);
+    void SetTotalLength(std::uint64_t nBytes) { m_nTotal = nBytes; }
 
     void Write(const void* pBytes, std::size_t nCount);
 
@@ -81,12 +90,18 @@ class PLATFORM_API CArchive {
         Write(&value, sizeof value);
         return *this;
     }
+    /// A value that is not there whole leaves the caller's as it was.
     template <class Value>
     CArchive& Load(Value& value) {
-        EnsureRead(&value, sizeof value);
+        Value loaded;
+        EnsureRead(&loaded, sizeof loaded);
+        value = loaded;
         return *this;
     }
     [[noreturn]] void Throw(CArchiveException::Cause cause) const;
+    std::size_t ReadFile(void* pBytes, std::size_t nCount);
+    void WriteFile(const void* pBytes, std::size_t nCount);
+    void Advance(std::size_t nBytes);
 
     CFile* m_pFile;
     Mode m_mode;
@@ -94,4 +109,8 @@ class PLATFORM_API CArchive {
     std::unique_ptr<std::uint8_t[]> m_pBuffer;
     std::size_t m_nNext = 0;    ///< next place to fill, or next byte to give out
     std::size_t m_nFilled = 0;  ///< loading: bytes that the buffer holds
+
+    IProgress* m_pProgress = nullptr;
+    std::uint64_t m_nTotal = 0;
+    std::uint64_t m_nDone = 0;
 };

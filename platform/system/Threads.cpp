@@ -72,13 +72,3 @@ void TraceDebug([[maybe_unused]] const wchar_t* pText) {
     std::fprintf(stderr, "%ls\n", pText);
 #endif
 }
-
-void CFairLock::AwaitTurn(std::uint32_t nTicket) {
-    for (;;) {
-        const std::uint32_t nServing = m_nServing.load();
-        if (nServing == nTicket) return;
-        m_nServing.wait(nServing);
-    }
-}
-
-void CFairLock::WakeWaiters() { m_nServing.notify_all(); }

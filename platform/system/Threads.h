@@ -2,10 +2,11 @@
 // fair lock that guards a screen's session.
 #pragma once
 
-#include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 #include "platform/system/Export.h"
 
@@ -59,23 +60,22 @@ class CFairLock {
     CFairLock& operator=(const CFairLock&) = delete;
 
     void lock() {
-        const std::uint32_t nTicket = m_nNextTicket.fetch_add(1);
-        if (m_nServing.load() != nTicket) AwaitTurn(nTicket);
+        std::unique_lock lock(m_mutex);
+        m_served.wait(lock, [this, nTicket = m_nNextTicket++] { return nTicket == m_nServing; });
     }
 
-    /// Costs no system call while nobody waits. A thread that draws a ticket after that was looked
-    /// at sees the new number being served: both counters are in one total order.
     void unlock() {
-        const std::uint32_t nServing = m_nServing.fetch_add(1) + 1;
-        if (m_nNextTicket.load() != nServing) WakeWaiters();
+        bool bWaiting;
+        {
+            const std::lock_guard lock(m_mutex);
+            bWaiting = ++m_nServing != m_nNextTicket;
+        }
+        if (bWaiting) m_served.notify_all();
     }
 
   private:
-    // Not inline: waiting and waking must be done by one library. The standard library counts the
-    // waiting threads of each library apart, and a wake finds only those of its own.
-    PLATFORM_API void AwaitTurn(std::uint32_t nTicket);
-    PLATFORM_API void WakeWaiters();
-
-    std::atomic<std::uint32_t> m_nNextTicket{0};
-    std::atomic<std::uint32_t> m_nServing{0};
+    std::mutex m_mutex;  ///< guards the two numbers; held for a moment only
+    std::condition_variable m_served;
+    std::uint64_t m_nNextTicket = 0;
+    std::uint64_t m_nServing = 0;
 };

@@ -7,11 +7,10 @@
 #include <thread>
 
 #include "curves/CaptureFile.h"
-#include "curves/CurveSetRecord.h"
-#include "curves/Progress.h"
 #include "platform/system/Archive.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemFile.h"
+#include "platform/system/Progress.h"
 #include "tests/curves/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -22,7 +21,7 @@ void Read(const std::vector<std::uint8_t>& bytes, RTCaptureFile& capture) {
     ReadCapture(file, capture);
 }
 
-std::vector<std::uint8_t> Write(const RTCaptureFile& capture) {
+std::vector<std::uint8_t> Write(RTCaptureFile& capture) {
     CMemFile file(L"a.rt3");
     WriteCapture(file, capture);
     return file.GetContents();
@@ -40,17 +39,17 @@ std::shared_ptr<RTCurveData> AddCurve(CRTCurves& set, std::size_t nChannel,
     return pCurve;
 }
 
-TEST(CaptureFile, WritesTheWorkedExampleByteForByte) {
+TEST(CaptureFile, WritesASmallCaptureByteForByte) {
     RTCaptureFile capture;
     capture.m_screen.m_nMode = 1;
     capture.m_plots.m_anSpans = {4, 1, 1};
     AddCurve(capture.m_curves, 0, {100, -200, 300, -50})->AddPulse(4, 5);
-    EXPECT_EQ(Write(capture), FileBytes::WorkedExample());
+    EXPECT_EQ(Write(capture), FileBytes::SmallCapture());
 }
 
-TEST(CaptureFile, ReadsTheWorkedExample) {
+TEST(CaptureFile, ReadsASmallCapture) {
     RTCaptureFile capture;
-    Read(FileBytes::WorkedExample(), capture);
+    Read(FileBytes::SmallCapture(), capture);
     EXPECT_EQ(capture.m_screen.m_nMode, 1);
     EXPECT_EQ(capture.m_screen.m_nValueRate, 40000);
     EXPECT_EQ(capture.m_screen.m_nAuxRate, 20000);
@@ -172,7 +171,7 @@ TEST(CaptureFile, GivesBackLongCurvesAndPulseLists) {
     const auto pCurve = AddCurve(capture.m_curves, 2, values);
     for (int n = 0; n < 9000; ++n) pCurve->AddPulse(n * 30, static_cast<std::uint8_t>(n));
     const auto bytes = Write(capture);
-    EXPECT_EQ(bytes.size(), 10u + 13 + GetCurveSetLength(capture.m_curves.m_lstCurves));
+    EXPECT_EQ(bytes.size(), 10u + 13 + capture.m_curves.GetRecordLength());
 
     RTCaptureFile again;
     Read(bytes, again);
@@ -235,7 +234,7 @@ TEST(CaptureFile, RefusesCountsThatCannotBeTrue) {
 
     const FileBytes start = FileBytes().Head().Byte(14).Byte(1).Long(1).Word(0);
     EXPECT_TRUE(contains(findError(FileBytes(start).Long(0x7FFFFFFF).Long(1).Long(0)),
-                         L"2147483647 values, but the file ends 4 bytes on"));
+                         L"2147483647 values, but only 4 bytes follow"));
     EXPECT_EQ(findError(FileBytes(start).Long(0xFFFFFFFF).Long(1).Long(0)),
               CMemoryException().GetErrorMessage());
     EXPECT_TRUE(contains(findError(FileBytes(start).Long(0).Long(1).Long(0x7FFFFFFF).Byte(1)),
@@ -252,7 +251,7 @@ TEST(CaptureFile, ReadsNothingForCountsBelowOne) {
 }
 
 TEST(CaptureFile, SurvivesAnyDamage) {
-    const auto whole = FileBytes::WorkedExample();
+    const auto whole = FileBytes::SmallCapture();
     std::mt19937 random(4);
     for (int nRound = 0; nRound < 20000; ++nRound) {
         auto bytes = whole;
@@ -269,7 +268,7 @@ TEST(CaptureFile, SurvivesAnyDamage) {
     }
 }
 
-class StopAt : public IRTProgress {
+class StopAt : public IProgress {
   public:
     explicit StopAt(std::uint64_t nCalls) : m_nCalls(nCalls) {}
     bool Advance(std::uint64_t nDone, std::uint64_t nTotal) override {
@@ -297,8 +296,7 @@ TEST(CaptureFile, ACancelledOrFailedSaveLeavesTheOldFile) {
 
     StopAt never(1000);
     SaveCapture(folder.Path("a.rt3"), capture, &never);
-    EXPECT_EQ(never.m_nLast, GetCurveSetLength(capture.m_curves.m_lstCurves) - 14)
-        << "all but the counts between the curves";
+    EXPECT_EQ(never.m_nLast, folder.Get("a.rt3").size());
     CFile file(folder.Path("A.RT3"), CFile::modeRead);
     RTCaptureFile again;
     StopAt stopReading(1);

@@ -4,8 +4,8 @@
 #include <cstdio>
 
 #include "curves/CsvExport.h"
-#include "curves/Progress.h"
 #include "platform/system/Exceptions.h"
+#include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -61,7 +61,7 @@ TEST(Csv, AFailureKeepsTheLinesWrittenBeforeIt) {
 }
 
 TEST(Csv, ACancelledExportLeavesNoFile) {
-    class Stop : public IRTProgress {
+    class Stop : public IProgress {
         bool Advance(std::uint64_t nDone, std::uint64_t nTotal) override {
             EXPECT_EQ(nTotal, 200000u);
             return nDone < nTotal / 2;

@@ -84,11 +84,6 @@ TEST(ValueSummary, KeepsASingleSpikeOfEitherParity) {
     }
 }
 
-TEST(ValueSummary, TakesLessThanATwentiethOfTheValues) {
-    for (const std::size_t nLength : {128u, 2048u, 65536u, 2400000u})
-        EXPECT_LT(RTValueSummary::GetMemorySize(nLength) * 20, nLength * sizeof(std::int16_t));
-}
-
 TEST(ValueSummary, CoversValuesAppendedInPiecesOfAnyLength) {
     const auto values = MakeValues(60000, 4);
     std::vector<std::uint8_t> bytes;

@@ -21,7 +21,7 @@ class FilesTest : public ::testing::Test {
     ~FilesTest() override { SetProgramFolder(L""); }
 
     static std::string Example() {
-        const std::vector<std::uint8_t> bytes = FileBytes::WorkedExample();
+        const std::vector<std::uint8_t> bytes = FileBytes::SmallCapture();
         return {bytes.begin(), bytes.end()};
     }
 

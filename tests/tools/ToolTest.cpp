@@ -20,7 +20,7 @@ struct Result {
 class Tool : public ::testing::Test {
   protected:
     Tool() {
-        const auto bytes = FileBytes::WorkedExample();
+        const auto bytes = FileBytes::SmallCapture();
         m_strExample.assign(bytes.begin(), bytes.end());
         m_folder.Put("a.rt3", m_strExample);
     }
