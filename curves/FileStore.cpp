@@ -9,10 +9,6 @@ namespace {
 bool IsControl(wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
 bool IsSeparator(wchar_t c) { return c == L'/' || c == L'\\'; }
 
-std::wstring GetStorePath(std::wstring_view strName, const wchar_t* pExtension) {
-    return JoinPath(GetStoreFolder(), std::wstring(strName) + pExtension);
-}
-
 }  // namespace
 
 std::wstring GetStoreFolder() { return JoinPath(GetProgramFolder(), L"RealTimeFiles"); }
@@ -25,9 +21,9 @@ bool IsStoreName(std::wstring_view strName) {
                         [](wchar_t c) { return IsControl(c) || IsSeparator(c); });
 }
 
-std::wstring GetSavePath(std::wstring_view strName) { return GetStorePath(strName, L".rt3"); }
-
-std::wstring GetLoadPath(std::wstring_view strName) { return GetStorePath(strName, L".RT3"); }
+std::wstring GetSavePath(std::wstring_view strName) {
+    return JoinPath(GetStoreFolder(), std::wstring(strName) + L".rt3");
+}
 
 std::vector<std::wstring> FindStoredFiles() { return FindFiles(GetStoreFolder(), L"*.RT3"); }
 

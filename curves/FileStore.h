@@ -19,8 +19,6 @@ bool IsStoreName(std::wstring_view strName);
 
 /// Where a capture of a name is saved: name.rt3 in the store folder.
 std::wstring GetSavePath(std::wstring_view strName);
-/// Where a capture picked from the list is read: name.RT3, which CFile finds in any case.
-std::wstring GetLoadPath(std::wstring_view strName);
 
 /// The file names of the captures in the store folder, as the system returns them, extension
 /// included; none when the folder is missing.

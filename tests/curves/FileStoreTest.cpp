@@ -8,7 +8,6 @@ namespace {
 TEST(FileStore, StandsBesideTheExecutable) {
     EXPECT_EQ(GetStoreFolder(), JoinPath(GetExecutableFolder(), L"RealTimeFiles"));
     EXPECT_EQ(GetSavePath(L"run1"), GetStoreFolder() + L"/run1.rt3");
-    EXPECT_EQ(GetLoadPath(L"run1"), GetStoreFolder() + L"/run1.RT3");
 }
 
 TEST(FileStore, RefusesNamesThatLeaveTheFolder) {
