@@ -84,7 +84,11 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(missing.m_nExitCode, 1);
     EXPECT_TRUE(Contains(missing.m_strErr, "a.rt3: Channel 1 has no curve 2"));
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "c.csv"));
-    EXPECT_EQ(Run("$RT3 csv a.rt3 >/dev/full").m_nExitCode, 1);
+    for (const char* pCommand : {"csv", "info", "info --json"}) {
+        const Result full = Run(std::string("$RT3 ") + pCommand + " a.rt3 >/dev/full");
+        EXPECT_EQ(full.m_nExitCode, 1) << pCommand;
+        EXPECT_TRUE(Contains(full.m_strErr, "No space left on device")) << pCommand;
+    }
 }
 
 TEST_F(Tool, DrawsAChannelAsAPicture) {
