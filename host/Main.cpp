@@ -1,17 +1,12 @@
 // rtpanel: the panel application.
 #include <cstdio>
-#include <exception>
 
 #include "host/Options.h"
 #include "host/Panel.h"
-#include "platform/system/Exceptions.h"
-#include "platform/system/Text.h"
+#include "platform/commandline/CommandLine.h"
 #include "platform/windows/Application.h"
 
 namespace {
-
-constexpr int EXIT_FAILED = 1;
-constexpr int EXIT_USAGE = 2;
 
 int RunPanel(const Options& options, char* pProgram) {
     // The command line is all this program's; the window system sees only the name.
@@ -28,21 +23,7 @@ int RunPanel(const Options& options, char* pProgram) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        const Options options =
-            ReadOptions({argv + 1, static_cast<std::size_t>(std::max(argc - 1, 0))});
-        if (options.m_bHelp) {
-            std::fputs(MakeHelpText().c_str(), stdout);
-            return 0;
-        }
-        return RunPanel(options, argv[0]);
-    } catch (const CUsageError& error) {
-        std::fprintf(stderr, "rtpanel: %s\nrtpanel --help lists the options.\n", error.what());
-        return EXIT_USAGE;
-    } catch (const CException& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", ToUtf8(error.GetErrorMessage()).c_str());
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", error.what());
-    }
-    return EXIT_FAILED;
+    return RunProgram("rtpanel", argc, argv, [argv](Arguments arguments) {
+        return RunPanel(ReadOptions(arguments), argv[0]);
+    });
 }

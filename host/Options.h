@@ -3,22 +3,13 @@
 
 #include <cstdint>
 #include <span>
-#include <stdexcept>
 #include <string>
 
 #include "host/RecordedPress.h"
 #include "host/RecordingFile.h"
 #include "host/SampleLayout.h"
 
-/// A command line that cannot be carried out. The text says which option, and why.
-class CUsageError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
 struct Options {
-    bool m_bHelp = false;
-
     std::uint8_t m_nMode = 1;
     SecondInput m_secondInput = SecondInput::Position;
     std::uint16_t m_nValueRate = 40000;  ///< values per second and channel; of a pair both count
@@ -42,8 +33,5 @@ struct Options {
 };
 
 /// Reads the arguments behind the program's name.
-/// @throws CUsageError
+/// @throws CUsageError, CHelpRequest
 Options ReadOptions(std::span<const char* const> arguments);
-
-/// The text of --help: every option with its unit, range and default.
-std::string MakeHelpText();

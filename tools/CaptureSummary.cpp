@@ -1,13 +1,18 @@
 #include "tools/CaptureSummary.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 
 #include "platform/system/Text.h"
 #include "tools/Captures.h"
-#include "tools/JsonText.h"
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 /// Seconds from the first value to the end of the last; unknown without a rate.
 std::optional<double> FindDuration(const RTCurveData& curve, std::uint16_t nValueRate) {
@@ -52,31 +57,45 @@ std::string DescribeCurve(const RTCurveData& curve, std::size_t nNumber, std::ui
            "\n      markers: " + DescribeMarkers(curve) + "\n";
 }
 
-std::string ToJson(const RTExtremes& extremes) {
-    return MakeJsonObject({{"max_even", ::ToJson(extremes.m_nMaxEven)},
-                           {"min_even", ::ToJson(extremes.m_nMinEven)},
-                           {"max_odd", ::ToJson(extremes.m_nMaxOdd)},
-                           {"min_odd", ::ToJson(extremes.m_nMinOdd)}});
+template <class Value>
+Json ToJson(const std::optional<Value>& value) {
+    return value ? Json(*value) : Json();
 }
 
-std::string RangeToJson(const RTCurveData& curve, std::uint32_t nFirst) {
-    if (nFirst >= curve.GetCount()) return "null";
+/// Whole seconds stand without a decimal point.
+Json SecondsToJson(const std::optional<double>& dSeconds) {
+    if (dSeconds && std::trunc(*dSeconds) == *dSeconds) return static_cast<std::int64_t>(*dSeconds);
+    return ToJson(dSeconds);
+}
+
+/// Bytes of a file name that are no UTF-8 become U+FFFD.
+Json ToJson(std::wstring strText) {
+    const auto isStray = [](wchar_t c) { return c >= 0xD800 && c <= 0xDFFF; };
+    std::replace_if(strText.begin(), strText.end(), isStray, L'\uFFFD');
+    return ToUtf8(strText);
+}
+
+Json RangeToJson(const RTCurveData& curve, std::uint32_t nFirst) {
+    if (nFirst >= curve.GetCount()) return nullptr;
     const RTMinMax range = curve.FindMinMax(nFirst, curve.GetCount());
-    return MakeJsonObject({{"min", ::ToJson(range.m_nMin)}, {"max", ::ToJson(range.m_nMax)}});
+    return {{"min", range.m_nMin}, {"max", range.m_nMax}};
 }
 
-std::string ToJson(const RTCurveData& curve, std::uint16_t nValueRate) {
-    std::vector<std::string> markers;
-    for (const std::int32_t nMarker : curve.m_anMarkers) markers.push_back(::ToJson(nMarker));
-    return MakeJsonObject({{"values", ::ToJson(curve.GetCount())},
-                           {"capacity", ::ToJson(curve.GetCapacity())},
-                           {"seconds", ::ToJson(FindDuration(curve, nValueRate))},
-                           {"even", RangeToJson(curve, 0)},
-                           {"odd", RangeToJson(curve, 1)},
-                           {"stored_extremes", ToJson(curve.GetExtremes())},
-                           {"pulses", ::ToJson(curve.GetPulses().GetCount())},
-                           {"markers", MakeJsonArray(markers)},
-                           {"reserved", ::ToJson(curve.m_wReserved)}});
+Json ToJson(const RTCurveData& curve, std::uint16_t nValueRate) {
+    const RTExtremes extremes = curve.GetExtremes();
+    return {{"values", curve.GetCount()},
+            {"capacity", curve.GetCapacity()},
+            {"seconds", SecondsToJson(FindDuration(curve, nValueRate))},
+            {"even", RangeToJson(curve, 0)},
+            {"odd", RangeToJson(curve, 1)},
+            {"stored_extremes",
+             {{"max_even", extremes.m_nMaxEven},
+              {"min_even", extremes.m_nMinEven},
+              {"max_odd", extremes.m_nMaxOdd},
+              {"min_odd", extremes.m_nMinOdd}}},
+            {"pulses", curve.GetPulses().GetCount()},
+            {"markers", curve.m_anMarkers},
+            {"reserved", curve.m_wReserved}};
 }
 
 }  // namespace
@@ -106,29 +125,24 @@ std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& ca
 
 std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureFile& capture,
                                   const std::wstring& strError) {
-    std::vector<std::pair<const char*, std::string>> members{
-        {"file", QuoteJson(strPath)},
-        {"complete", ::ToJson(strError.empty())},
-        {"error", strError.empty() ? "null" : QuoteJson(strError)}};
-    if (!strError.empty() && !HasCurves(capture)) return MakeJsonObject(members);
+    Json object{{"file", ToJson(strPath)},
+                {"complete", strError.empty()},
+                {"error", strError.empty() ? Json() : ToJson(strError)}};
+    if (!strError.empty() && !HasCurves(capture)) return object.dump();
 
     const RTScreenRecord& screen = capture.m_screen;
-    std::vector<std::string> spans;
-    for (std::size_t k = 0; k < capture.m_plots.m_nPlots; ++k)
-        spans.push_back(::ToJson(capture.m_plots.m_anSpans[k]));
-    std::vector<std::string> channels;
+    object["screen_version"] = screen.m_nVersion;
+    object["curves_version"] = capture.m_curves.m_byVersion;
+    object["mode"] = ToJson(screen.m_nMode);
+    object["second_input"] = ToJson(screen.m_nPositionInput);
+    object["value_rate"] = screen.m_nValueRate;
+    object["second_rate"] = screen.m_nAuxRate;
+    const auto spans = std::span(capture.m_plots.m_anSpans).first(capture.m_plots.m_nPlots);
+    object["spans"] = std::vector(spans.begin(), spans.end());
     for (const RTCurveList& list : capture.m_curves.m_lstCurves) {
-        std::vector<std::string> curves;
+        Json curves = Json::array();
         for (const auto& pCurve : list) curves.push_back(ToJson(*pCurve, screen.m_nValueRate));
-        channels.push_back(MakeJsonArray(curves));
+        object["channels"].push_back(std::move(curves));
     }
-    members.insert(members.end(), {{"screen_version", ::ToJson(screen.m_nVersion)},
-                                   {"curves_version", ::ToJson(capture.m_curves.m_byVersion)},
-                                   {"mode", ::ToJson(screen.m_nMode)},
-                                   {"second_input", ::ToJson(screen.m_nPositionInput)},
-                                   {"value_rate", ::ToJson(screen.m_nValueRate)},
-                                   {"second_rate", ::ToJson(screen.m_nAuxRate)},
-                                   {"spans", MakeJsonArray(spans)},
-                                   {"channels", MakeJsonArray(channels)}});
-    return MakeJsonObject(members);
+    return object.dump();
 }

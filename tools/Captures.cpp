@@ -6,10 +6,9 @@
 #include <set>
 
 #include "curves/FileStore.h"
+#include "platform/commandline/CommandLine.h"
 #include "platform/system/MemFile.h"
 #include "platform/system/Paths.h"
-#include "platform/system/Text.h"
-#include "tools/Arguments.h"
 #include "tools/ConsoleProgress.h"
 
 namespace {
@@ -53,16 +52,7 @@ bool HasCurves(const RTCaptureFile& capture) {
                        [](const RTCurveList& list) { return !list.empty(); });
 }
 
-std::wstring FlattenMessage(const CException& error) {
-    std::wstring strText = error.GetErrorMessage();
-    for (std::size_t nBreak; (nBreak = strText.find(L'\n')) != std::wstring::npos;)
-        strText.replace(nBreak, 1, L": ");
-    return strText;
-}
-
-void Report(const std::wstring& strText) {
-    std::fprintf(stderr, "rt3: %s\n", ToUtf8(strText).c_str());
-}
+void Report(const std::string& strText) { std::fprintf(stderr, "rt3: %s\n", strText.c_str()); }
 
 int ForEachFile(const std::vector<std::wstring>& arrFiles,
                 const std::function<void(const std::wstring& strPath)>& work) {
@@ -73,7 +63,7 @@ int ForEachFile(const std::vector<std::wstring>& arrFiles,
         } catch (const CUserException&) {
             EndByInterrupt();
         } catch (const CException& error) {
-            Report(FlattenMessage(error));
+            Report(DescribeError(error));
             nExitCode = 1;
         }
     }

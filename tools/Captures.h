@@ -22,11 +22,8 @@ bool HasCurves(const RTCaptureFile& capture);
 int ForEachFile(const std::vector<std::wstring>& arrFiles,
                 const std::function<void(const std::wstring& strPath)>& work);
 
-/// An error's text on one line.
-std::wstring FlattenMessage(const CException& error);
-
 /// "rt3: ..." on standard error.
-void Report(const std::wstring& strText);
+void Report(const std::string& strText);
 
 /// Where the results of several inputs go.
 class COutput {

@@ -1,12 +1,11 @@
 // The commands of rt3.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "platform/commandline/CommandLine.h"
 
-/// Each takes the arguments behind its name and returns the process's exit code.
-/// @throws CUsageError
-int RunInfo(const std::vector<std::wstring>& arrArguments);
-int RunCsv(const std::vector<std::wstring>& arrArguments);
-int RunPlot(const std::vector<std::wstring>& arrArguments);
-int RunConvert(const std::vector<std::wstring>& arrArguments);
+/// Each returns the process's exit code.
+/// @throws CUsageError, CHelpRequest
+int RunInfo(Arguments arguments);
+int RunCsv(Arguments arguments);
+int RunPlot(Arguments arguments);
+int RunConvert(Arguments arguments);

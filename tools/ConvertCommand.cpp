@@ -1,5 +1,4 @@
 #include "platform/system/File.h"
-#include "tools/Arguments.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
 #include "tools/ConsoleProgress.h"
@@ -12,8 +11,8 @@ void ReadWhatIsComplete(const std::wstring& strPath, RTCaptureFile& capture) {
         ReadInput(strPath, capture);
     } catch (const CArchiveException& error) {
         if (!HasCurves(capture)) throw;
-        Report(FlattenMessage(error));
-        Report(strPath + L": keeping the curves in front of the damage");
+        Report(DescribeError(error));
+        Report(ToUtf8(strPath) + ": keeping the curves in front of the damage");
     }
 }
 
@@ -31,13 +30,17 @@ void WriteOutput(const std::wstring& strPath, RTCaptureFile& capture) {
 
 }  // namespace
 
-int RunConvert(const std::vector<std::wstring>& arrArguments) {
+int RunConvert(Arguments arguments) {
     std::wstring strOutput;
     bool bSalvage = false;
-    const auto arrFiles = ReadArguments(
-        arrArguments,
-        {{L"--output", L"-o", true, [&](const std::wstring& strValue) { strOutput = strValue; }},
-         {L"--salvage", nullptr, false, [&](const std::wstring&) { bSalvage = true; }}});
+    CCommandLine line(
+        "rt3 convert [OPTION]... -o OUT FILE...",
+        "Rewrites a capture as the current version of the format. OUT may be the file "
+        "itself; it is replaced\nonly when the new one is complete.\n");
+    line.AddText("-o,--output", "OUT", strOutput,
+                 "the file to write, an existing folder, or \"-\" for standard output");
+    line.AddFlag("--salvage", bSalvage, "of a damaged file, keep the curves that are complete");
+    const auto arrFiles = line.Parse(arguments);
     if (arrFiles.empty()) throw CUsageError("a file is missing");
     if (strOutput.empty()) throw CUsageError("-o is missing");
 

@@ -1,6 +1,5 @@
 #include "curves/CsvExport.h"
 #include "platform/system/TextFile.h"
-#include "tools/Arguments.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
 #include "tools/ConsoleProgress.h"
@@ -8,15 +7,15 @@
 namespace {
 
 struct CsvRequest {
-    std::size_t m_nChannel = 0;
-    std::size_t m_nCurve = 0;
+    std::size_t m_nChannel = 1;  ///< both from 1
+    std::size_t m_nCurve = 1;
     bool m_bTimeColumn = false;
 };
 
 std::wstring DescribeMissingCurve(const CsvRequest& request, std::size_t nCurves) {
-    const std::wstring strChannel = L"Channel " + std::to_wstring(request.m_nChannel + 1);
+    const std::wstring strChannel = L"Channel " + std::to_wstring(request.m_nChannel);
     if (nCurves == 0) return strChannel + L" has no curves.";
-    return strChannel + L" has no curve " + std::to_wstring(request.m_nCurve + 1) +
+    return strChannel + L" has no curve " + std::to_wstring(request.m_nCurve) +
            L"; its last one is " + std::to_wstring(nCurves) + L".";
 }
 
@@ -36,35 +35,33 @@ void WriteOutput(const std::wstring& strPath, const RTCurveData& curve,
 void ExportFile(const std::wstring& strPath, const CsvRequest& request, const COutput& output) {
     RTCaptureFile capture;
     ReadInput(strPath, capture);
-    const RTCurveList& list = capture.m_curves.m_lstCurves[request.m_nChannel];
-    if (request.m_nCurve >= list.size())
+    const RTCurveList& list = capture.m_curves.m_lstCurves[request.m_nChannel - 1];
+    if (request.m_nCurve > list.size())
         throw CArchiveException(CArchiveException::badContents, strPath,
                                 DescribeMissingCurve(request, list.size()));
     RTCsvOptions options;
     options.m_bTimeColumn = request.m_bTimeColumn;
     options.m_nValueRate = capture.m_screen.m_nValueRate;
-    WriteOutput(output.GetPath(strPath), *list[request.m_nCurve], options);
+    WriteOutput(output.GetPath(strPath), *list[request.m_nCurve - 1], options);
 }
 
 }  // namespace
 
-int RunCsv(const std::vector<std::wstring>& arrArguments) {
+int RunCsv(Arguments arguments) {
     std::wstring strOutput = L"-";
     CsvRequest request;
-    const auto arrFiles = ReadArguments(
-        arrArguments,
-        {{L"--output", L"-o", true, [&](const std::wstring& strValue) { strOutput = strValue; }},
-         {L"--channel", nullptr, true,
-          [&](const std::wstring& strValue) {
-              request.m_nChannel =
-                  ReadNumber(L"--channel", strValue, 1, CRTCurves::CHANNEL_COUNT) - 1;
-          }},
-         {L"--curve", nullptr, true,
-          [&](const std::wstring& strValue) {
-              request.m_nCurve = ReadNumber(L"--curve", strValue, 1, 0x7FFFFFFF) - 1;
-          }},
-         {L"--time-column", nullptr, false,
-          [&](const std::wstring&) { request.m_bTimeColumn = true; }}});
+    CCommandLine line("rt3 csv [OPTION]... FILE...",
+                      "Writes a curve as comma-separated text, as the screen exports it: a header "
+                      "and a row for each pair\nof values, in thousandths.\n");
+    line.AddText("-o,--output", "OUT", strOutput,
+                 "the file to write, or an existing folder; standard output without it");
+    line.AddNumber("--channel", "N", request.m_nChannel, 1, CRTCurves::CHANNEL_COUNT,
+                   "channel (1)");
+    line.AddNumber("--curve", "N", request.m_nCurve, 1, 0x7FFFFFFF,
+                   "the channel's curve, counted from the oldest, which is 1 (1)");
+    line.AddFlag("--time-column", request.m_bTimeColumn,
+                 "begin each row with the time in milliseconds");
+    const auto arrFiles = line.Parse(arguments);
     if (arrFiles.empty()) throw CUsageError("a file is missing");
 
     const COutput output(strOutput, L".csv", arrFiles);

@@ -1,6 +1,5 @@
 #include <cstdio>
 
-#include "tools/Arguments.h"
 #include "tools/CaptureSummary.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
@@ -29,7 +28,7 @@ void PrintJson(const std::wstring& strPath) {
     } catch (const CUserException&) {
         throw;
     } catch (const CException& error) {
-        print(FlattenMessage(error));
+        print(FromUtf8(DescribeError(error)));
         throw;
     }
     print(L"");
@@ -37,10 +36,14 @@ void PrintJson(const std::wstring& strPath) {
 
 }  // namespace
 
-int RunInfo(const std::vector<std::wstring>& arrArguments) {
+int RunInfo(Arguments arguments) {
     bool bJson = false;
-    const auto arrFiles = ReadArguments(
-        arrArguments, {{L"--json", nullptr, false, [&](const std::wstring&) { bJson = true; }}});
+    CCommandLine line("rt3 info [--json] FILE...",
+                      "Says what each capture holds: version, mode, rates, and of each curve its "
+                      "values, duration,\nsmallest and largest values, markers and pulse records. "
+                      "Of a damaged file it shows what could be\nread, and fails.\n");
+    line.AddFlag("--json", bJson, "one JSON object per file and line");
+    const auto arrFiles = line.Parse(arguments);
     if (arrFiles.empty()) throw CUsageError("a file is missing");
     return ForEachFile(arrFiles, bJson ? PrintJson : PrintText);
 }

@@ -2,25 +2,27 @@
 #include "platform/system/ReplaceFile.h"
 #include "platform/windows/Application.h"
 #include "plot/RTPlot.h"
-#include "tools/Arguments.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
 
 namespace {
 
-constexpr unsigned MAX_EXTENT = 10000;
+constexpr int MAX_EXTENT = 10000;
 
 struct PlotRequest {
-    std::uint8_t m_nChannel = 0;
+    std::uint8_t m_nChannel = 1;  ///< from 1
     std::uint8_t m_nDisplay = 0;
     CSize m_size{698, 343};  ///< the screen's plot area
 };
 
-CSize ReadSize(const std::wstring& strText) {
-    const std::size_t nCross = strText.find(L'x');
-    if (nCross == std::wstring::npos) throw CUsageError("--size takes WIDTHxHEIGHT, as in 698x343");
-    return {static_cast<int>(ReadNumber(L"--size", strText.substr(0, nCross), 1, MAX_EXTENT)),
-            static_cast<int>(ReadNumber(L"--size", strText.substr(nCross + 1), 1, MAX_EXTENT))};
+CSize ReadSize(const std::string& strText) {
+    const std::size_t nCross = strText.find('x');
+    if (nCross == std::string::npos)
+        throw CUsageError("'" + strText + "' is not WIDTHxHEIGHT, as in 698x343");
+    const auto read = [](const std::string& strExtent) {
+        return static_cast<int>(ReadNumber(strExtent, true, 1, MAX_EXTENT));
+    };
+    return {read(strText.substr(0, nCross)), read(strText.substr(nCross + 1))};
 }
 
 /// The plot as the screen has it after loading the capture.
@@ -31,10 +33,10 @@ CBitmap Draw(const std::shared_ptr<RTCaptureFile>& spCapture, const PlotRequest&
     RTPlot plot;
     plot.m_pGraph = &graph;
     plot.m_spCurves = std::shared_ptr<CRTCurves>(spCapture, &spCapture->m_curves);
-    plot.m_nChannel = request.m_nChannel;
+    plot.m_nChannel = static_cast<std::uint8_t>(request.m_nChannel - 1);
     plot.m_nDisplay = request.m_nDisplay;
     plot.m_nMode = spCapture->m_screen.m_nMode.value_or(plot.m_nMode);
-    plot.m_nSpanValues = spCapture->m_plots.m_anSpans[request.m_nChannel];
+    plot.m_nSpanValues = spCapture->m_plots.m_anSpans[plot.m_nChannel];
     plot.m_nWidth = request.m_size.cx;
     plot.m_nHeight = plot.m_nBottom = request.m_size.cy;
     plot.ZoomAll();
@@ -63,24 +65,21 @@ void WriteOutput(const std::wstring& strPath, const std::vector<BYTE>& bytes) {
 
 }  // namespace
 
-int RunPlot(const std::vector<std::wstring>& arrArguments) {
+int RunPlot(Arguments arguments) {
     std::wstring strOutput;
     PlotRequest request;
-    const auto arrFiles = ReadArguments(
-        arrArguments,
-        {{L"--output", L"-o", true, [&](const std::wstring& strValue) { strOutput = strValue; }},
-         {L"--channel", nullptr, true,
-          [&](const std::wstring& strValue) {
-              request.m_nChannel = static_cast<std::uint8_t>(
-                  ReadNumber(L"--channel", strValue, 1, CRTCurves::CHANNEL_COUNT) - 1);
-          }},
-         {L"--display", nullptr, true,
-          [&](const std::wstring& strValue) {
-              request.m_nDisplay =
-                  static_cast<std::uint8_t>(ReadNumber(L"--display", strValue, 0, 2));
-          }},
-         {L"--size", nullptr, true,
-          [&](const std::wstring& strValue) { request.m_size = ReadSize(strValue); }}});
+    CCommandLine line("rt3 plot [OPTION]... -o OUT FILE...",
+                      "Draws a channel exactly as the screen shows it after loading the file, as a "
+                      "PNG picture.\n");
+    line.AddText("-o,--output", "OUT", strOutput,
+                 "the file to write, an existing folder, or \"-\" for standard output");
+    line.AddNumber("--channel", "N", request.m_nChannel, 1, CRTCurves::CHANNEL_COUNT,
+                   "channel (1)");
+    line.AddNumber("--display", "N", request.m_nDisplay, 0, 2,
+                   "0 first values of the pairs, 1 second values, 2 both (0)");
+    line.AddOption("--size", "WxH", "in pixels (698x343, as on the screen); each from 1 to 10000",
+                   [&](const std::string& strText) { request.m_size = ReadSize(strText); });
+    const auto arrFiles = line.Parse(arguments);
     if (arrFiles.empty()) throw CUsageError("a file is missing");
     if (strOutput.empty()) throw CUsageError("-o is missing");
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/commandline/CommandLine.h"
+
 namespace {
 
 Options Read(std::vector<const char*> arguments) { return ReadOptions(arguments); }
@@ -61,9 +63,17 @@ TEST(Options, RefusalsNameTheOptionAndTheRange) {
 }
 
 TEST(Options, HelpNamesOptionsAndRanges) {
-    EXPECT_TRUE(Read({"-h"}).m_bHelp);
-    for (const char* pPart : {"--mode", "--replay-first-scale", "--data-folder", "1 to 65535"})
-        EXPECT_NE(MakeHelpText().find(pPart), std::string::npos) << pPart;
+    for (const char* pName : {"-h", "--help"}) {
+        std::string strHelp;
+        try {
+            Read({"--mode", "256", pName});
+        } catch (const CHelpRequest& help) {
+            strHelp = help.what();
+        }
+        for (const char* pPart : {"usage: rtpanel", "--mode N", "--replay-first-scale X",
+                                  "--data-folder DIR", "1 to 65535", "0.001 to 1000000"})
+            EXPECT_NE(strHelp.find(pPart), std::string::npos) << pPart;
+    }
 }
 
 }  // namespace
