@@ -29,7 +29,7 @@ std::wstring GetSavePath(std::wstring_view strName) { return GetStorePath(strNam
 
 std::wstring GetLoadPath(std::wstring_view strName) { return GetStorePath(strName, L".RT3"); }
 
-std::vector<std::wstring> FindStoredFiles() { return FindFiles(GetStoreFolder(), L"*.RT3"); }
+std::vector<std::wstring> FindStoredFiles() { return FindFiles(GetStoreFolder(), L".rt3"); }
 
 std::wstring RemoveExtension(std::wstring_view strFileName) {
     return std::wstring(strFileName.substr(0, strFileName.rfind(L'.')));
