@@ -12,7 +12,7 @@
 #include "platform/system/Archive.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemFile.h"
-#include "tests/curves/FileBytes.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -40,17 +40,17 @@ std::shared_ptr<RTCurveData> AddCurve(CRTCurves& set, std::size_t nChannel,
     return pCurve;
 }
 
-TEST(CaptureFile, WritesTheWorkedExampleByteForByte) {
+TEST(CaptureFile, WritesASmallCaptureByteForByte) {
     RTCaptureFile capture;
     capture.m_screen.m_nMode = 1;
     capture.m_plots.m_anSpans = {4, 1, 1};
     AddCurve(capture.m_curves, 0, {100, -200, 300, -50})->AddPulse(4, 5);
-    EXPECT_EQ(Write(capture), FileBytes::WorkedExample());
+    EXPECT_EQ(Write(capture), FileBytes::SmallCapture());
 }
 
-TEST(CaptureFile, ReadsTheWorkedExample) {
+TEST(CaptureFile, ReadsASmallCapture) {
     RTCaptureFile capture;
-    Read(FileBytes::WorkedExample(), capture);
+    Read(FileBytes::SmallCapture(), capture);
     EXPECT_EQ(capture.m_screen.m_nMode, 1);
     EXPECT_EQ(capture.m_screen.m_nValueRate, 40000);
     EXPECT_EQ(capture.m_screen.m_nAuxRate, 20000);
@@ -252,7 +252,7 @@ TEST(CaptureFile, ReadsNothingForCountsBelowOne) {
 }
 
 TEST(CaptureFile, SurvivesAnyDamage) {
-    const auto whole = FileBytes::WorkedExample();
+    const auto whole = FileBytes::SmallCapture();
     std::mt19937 random(4);
     for (int nRound = 0; nRound < 20000; ++nRound) {
         auto bytes = whole;

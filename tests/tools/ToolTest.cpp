@@ -6,7 +6,7 @@
 
 #include "curves/CaptureFile.h"
 #include "platform/system/Paths.h"
-#include "tests/curves/FileBytes.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -20,7 +20,7 @@ struct Result {
 class Tool : public ::testing::Test {
   protected:
     Tool() {
-        const auto bytes = FileBytes::WorkedExample();
+        const auto bytes = FileBytes::SmallCapture();
         m_strExample.assign(bytes.begin(), bytes.end());
         m_folder.Put("a.rt3", m_strExample);
     }

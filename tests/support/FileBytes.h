@@ -44,7 +44,7 @@ struct FileBytes {
     }
 
     /// 112 bytes, written out by hand: one curve 100, -200, 300, -50 on channel 0, one pulse.
-    static std::vector<std::uint8_t> WorkedExample() {
+    static std::vector<std::uint8_t> SmallCapture() {
         // clang-format off
         return {
             0x04, 0, 0, 0,                                   // screen record version
