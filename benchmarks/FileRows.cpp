@@ -3,8 +3,6 @@
 #include <malloc.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -18,6 +16,7 @@
 #include "curves/CsvExport.h"
 #include "platform/system/File.h"
 #include "platform/system/Text.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -25,21 +24,6 @@ constexpr std::uint32_t CAPTURE_VALUES = 2400000;
 constexpr std::uint32_t BLOCK_VALUES = 200;
 constexpr int ROUNDS = 25;
 constexpr int SLOW_ROUNDS = 9;
-
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string strPattern =
-            (std::filesystem::temp_directory_path() / "rtbench-XXXXXX").native();
-        if (!::mkdtemp(strPattern.data())) throw std::runtime_error("no temporary folder");
-        m_path = strPattern;
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    std::wstring Path(const char* pName) const { return FromUtf8((m_path / pName).native()); }
-
-  private:
-    std::filesystem::path m_path;
-};
 
 void FillCapture(RTCaptureFile& capture) {
     for (unsigned nChannel = 0; nChannel < CRTCurves::CHANNEL_COUNT; ++nChannel) {

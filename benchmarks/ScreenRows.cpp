@@ -11,7 +11,7 @@
 #include "Table.h"
 #include "platform/operator/PaintWatch.h"
 #include "plugin/ScreenTemplate.h"
-#include "tests/screen/Panel.h"
+#include "tests/support/Panel.h"
 
 namespace {
 

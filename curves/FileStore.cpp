@@ -25,7 +25,7 @@ std::wstring GetSavePath(std::wstring_view strName) {
     return JoinPath(GetStoreFolder(), std::wstring(strName) + L".rt3");
 }
 
-std::vector<std::wstring> FindStoredFiles() { return FindFiles(GetStoreFolder(), L"*.RT3"); }
+std::vector<std::wstring> FindStoredFiles() { return FindFiles(GetStoreFolder(), L".rt3"); }
 
 std::wstring RemoveExtension(std::wstring_view strFileName) {
     return std::wstring(strFileName.substr(0, strFileName.rfind(L'.')));

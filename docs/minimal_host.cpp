@@ -10,6 +10,7 @@
 #include "platform/windows/Application.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
+#include "plugin/ScreenTemplate.h"
 
 namespace {
 
@@ -93,8 +94,9 @@ int main(int argc, char** argv) {
     if (argc > 1) {
         Operator::CScript script([&] {
             Operator::WaitUntil([&] { return pScreen->IsWindowVisible(); }, 5000);
-            Operator::Tap(*pScreen, 1004);
-            Operator::WaitUntil([&] { return pScreen->GetControl(1004)->IsWindowEnabled(); }, 5000);
+            Operator::Tap(*pScreen, IDC_START);
+            Operator::WaitUntil([&] { return pScreen->GetControl(IDC_START)->IsWindowEnabled(); },
+                                5000);
             pScreen->PostMessage(WM_CLOSE);
         });
         pScreen->Run();

@@ -12,18 +12,10 @@
 #include "platform/windows/Controls.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
+#include "plugin/ScreenTemplate.h"
+#include "ui/DlgBarMainMenu.h"
 
 namespace {
-
-// Controls of the screen and of its main menu bar.
-constexpr int ID_START = 1004;
-constexpr int ID_SAMPLE_TIME = 1005;
-constexpr int ID_SAVE = 1008;
-constexpr int ID_DISPLAY_LIST = 1019;
-constexpr int ID_TRIGGER = 1025;
-constexpr int ID_BAR = 0;  // the bar is the screen's one child without an id of its own
-constexpr int ID_EXPORT = 1047;
-constexpr int ID_CLOSE = 1;
 
 /// How much longer than its sample time a capture may take, in milliseconds: the wait for a trigger
 /// and a loaded machine.
@@ -46,7 +38,7 @@ bool IsEnabled(const CWnd& screen, int nID) {
 unsigned ReadSampleMilliseconds(const CWnd& screen) {
     std::wstring strSeconds;
     Operator::Ask([&] {
-        if (const CWnd* const pEdit = screen.GetControl(ID_SAMPLE_TIME))
+        if (const CWnd* const pEdit = screen.GetControl(IDC_SAMPLE_TIME))
             strSeconds = pEdit->GetWindowText();
     });
     return 1000 * static_cast<unsigned>(std::wcstoul(strSeconds.c_str(), nullptr, 10));
@@ -76,8 +68,8 @@ bool CDemo::Run() {
     try {
         std::filesystem::create_directories(m_folder);
         AwaitScreen("to be shown");
-        EnterNumber(ID_SAMPLE_TIME, m_options.m_strSampleTime);
-        EnterNumber(ID_TRIGGER, m_options.m_strTrigger);
+        EnterNumber(IDC_SAMPLE_TIME, m_options.m_strSampleTime);
+        EnterNumber(IDC_TRIGGER, m_options.m_strTrigger);
         TakeCapture();
         PrintCurves();
         SavePictures();
@@ -97,8 +89,8 @@ bool CDemo::Run() {
 void CDemo::TakeCapture() {
     const unsigned nSampleTime = ReadSampleMilliseconds(m_screen);
     const std::uint64_t nBegin = TickMilliseconds();
-    if (!Operator::Tap(m_screen, ID_START)) throw CDemoError("Start cannot be pressed");
-    if (!Operator::WaitUntil([this] { return IsEnabled(m_screen, ID_START); },
+    if (!Operator::Tap(m_screen, IDC_START)) throw CDemoError("Start cannot be pressed");
+    if (!Operator::WaitUntil([this] { return IsEnabled(m_screen, IDC_START); },
                              nSampleTime + CAPTURE_PATIENCE))
         throw CDemoError("the capture did not end");
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
@@ -132,7 +124,7 @@ void CDemo::PrintCurves() const {
 }
 
 void CDemo::SavePictures() {
-    const auto* const pList = static_cast<const CComboBox*>(m_screen.GetControl(ID_DISPLAY_LIST));
+    const auto* const pList = static_cast<const CComboBox*>(m_screen.GetControl(IDC_DISPLAY_LIST));
     std::vector<std::wstring> arrDisplays;
     Operator::Ask([&] {
         for (int n = 0; n < pList->GetCount(); ++n) arrDisplays.push_back(pList->GetItemText(n));
@@ -152,7 +144,7 @@ void CDemo::SavePictures() {
 void CDemo::SaveCapture() {
     const std::filesystem::path store(ToUtf8(JoinPath(GetProgramFolder(), L"RealTimeFiles")));
     const std::string strName = FindFreeName(store);
-    if (!Operator::Tap(m_screen, ID_SAVE)) throw CDemoError("Save cannot be pressed");
+    if (!Operator::Tap(m_screen, IDC_SAVE)) throw CDemoError("Save cannot be pressed");
     PressKeys(std::wstring(strName.begin(), strName.end()));
     AwaitScreen("after the capture was saved");
 
@@ -168,7 +160,7 @@ void CDemo::SaveCapture() {
 void CDemo::ExportCurve() {
     const std::filesystem::path path = m_folder / "capture.csv";
     std::filesystem::remove(path);
-    TapBar(ID_EXPORT);
+    TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
     AwaitWindow("the dialog for the export's name");
     Operator::Type(FromUtf8(path.native()));
     Operator::PressKey(Operator::Key::Enter);
@@ -182,7 +174,7 @@ void CDemo::CloseScreen() {
     for (int n = 0; n < MAX_WINDOWS && Operator::ModalWindow() != &m_screen; ++n)
         Operator::PressKey(Operator::Key::Escape);
     try {
-        TapBar(ID_CLOSE);
+        TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN);
     } catch (const CDemoError&) {
         m_screen.PostMessage(WM_CLOSE);
     }
@@ -207,7 +199,7 @@ void CDemo::PressKeys(const std::wstring& strText) {
 
 void CDemo::TapBar(int nID) {
     const CWnd* pBar = nullptr;
-    Operator::Ask([&] { pBar = m_screen.GetControl(ID_BAR); });
+    Operator::Ask([&] { pBar = m_screen.GetControl(IDC_BAR); });
     if (!pBar || !Operator::Tap(*pBar, nID))
         throw CDemoError("button " + std::to_string(nID) + " of the bar cannot be pressed");
 }

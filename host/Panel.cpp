@@ -13,14 +13,11 @@
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
+#include "plugin/ScreenTemplate.h"
 
 namespace {
 
 constexpr std::uint32_t PARAMETER_INPUT_RANGES = 50;
-
-// Controls of the screen.
-constexpr int ID_SAMPLE_TIME = 1005;
-constexpr int ID_TRIGGER = 1025;
 
 /// Sample time of the captures that the instrument begins by itself, in milliseconds: the screen
 /// sizes its curves for its own default of 3 s.
@@ -151,9 +148,9 @@ void CPanel::OnScreenShown(CDlgBase& screen) {
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();
     if (bEnter && !m_options.m_strSampleTime.empty())
-        screen.SetControlText(ID_SAMPLE_TIME, m_options.m_strSampleTime);
+        screen.SetControlText(IDC_SAMPLE_TIME, m_options.m_strSampleTime);
     if (bEnter && !m_options.m_strTrigger.empty())
-        screen.SetControlText(ID_TRIGGER, m_options.m_strTrigger);
+        screen.SetControlText(IDC_TRIGGER, m_options.m_strTrigger);
     if (!m_options.m_strCaptureFile.empty()) {
         m_arrDroppedFiles = {MakeAbsolute(m_options.m_strCaptureFile)};
         screen.PostMessage(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&m_arrDroppedFiles));

@@ -1,7 +1,5 @@
 #include "plugin/DlgSetupMode.h"
 
-#include <utility>
-
 #include "acquisition/ValueLayout.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
@@ -20,8 +18,6 @@ ON_COMMAND(IDC_CONTINUOUS, OnContinuousCommand)
 ON_BN_CLICKED(IDC_STOP, OnStop)
 ON_BN_CLICKED(IDC_CLEAR, OnClear)
 ON_CBN_SELCHANGE(IDC_DISPLAY_LIST, OnSelChangeDisplay)
-ON_WM_ERASEBKGND()
-ON_WM_CTLCOLOR()
 ON_BN_CLICKED(IDC_SAMPLE_TIME_MODE, OnSampleTimeMode)
 ON_BN_CLICKED(IDC_SETTINGS, OnSettings)
 ON_WM_RBUTTONDOWN()
@@ -47,12 +43,7 @@ CDlgSetupMode::CDlgSetupMode()
     for (RTPlot& plot : m_aPlots) plot.m_pSessionLock = &m_lock;
 }
 
-CDlgSetupMode::~CDlgSetupMode() {
-    m_spCurves.reset();
-    delete std::exchange(m_pLangTable, nullptr);
-    m_pMainMenuBar.reset();
-    m_pInfoBar.reset();
-}
+CDlgSetupMode::~CDlgSetupMode() = default;
 
 void CDlgSetupMode::Run() {
     // The reader decodes by it from its first packet on, which may come before the set-up.
@@ -64,10 +55,10 @@ void CDlgSetupMode::Run() {
     m_hReaderThread.Close();
 }
 
-void CDlgSetupMode::DoDataExchange(CDataExchange* pDX) {
-    CDlgBase::DoDataExchange(pDX);
+void CDlgSetupMode::DoDataExchange(CDataExchange* pExchange) {
+    CDlgBase::DoDataExchange(pExchange);
     std::int16_t nSampleSeconds = m_capture.GetSampleSeconds();
-    ExchangeText(pDX, IDC_SAMPLE_TIME, nSampleSeconds);
-    if (pDX->m_bSaveAndValidate) m_capture.SetSampleSeconds(nSampleSeconds);
-    ExchangeText(pDX, IDC_TRIGGER, m_strTrigger);
+    ExchangeText(pExchange, IDC_SAMPLE_TIME, nSampleSeconds);
+    if (pExchange->m_bSaveAndValidate) m_capture.SetSampleSeconds(nSampleSeconds);
+    ExchangeText(pExchange, IDC_TRIGGER, m_strTrigger);
 }

@@ -32,7 +32,7 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     void Serialize(CArchive& ar) override;
 
   protected:
-    void DoDataExchange(CDataExchange* pDX) override;
+    void DoDataExchange(CDataExchange* pExchange) override;
     bool OnInitDialog() override;
     DECLARE_MESSAGE_MAP()
 
@@ -48,8 +48,6 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     void DisableWhatTheSessionForbids();
     void SetTexts();
     LRESULT OnSwitchBar(WPARAM wParam, LPARAM lParam);
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
 
     // Captures (CaptureCommands.cpp)
     void OnStart();
@@ -98,12 +96,13 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     CDialogDraw& CurrentPlotCtrl() { return m_aPlotCtrl[CurrentIndex()]; }
 
     RTCapture m_capture;
-    std::wstring m_strTrigger = L"0";  ///< trigger level in percent, as in edit 1025
+    std::wstring m_strTrigger = L"0";  ///< trigger level in percent, as in IDC_TRIGGER
     std::array<CDialogDraw, RT_MAX_CHANNELS> m_aPlotCtrl;
     CFont m_fontLarge;
     CFont m_fontSmall;
     int m_nPlotLeft = 0;  ///< pixels from the window's left edge to the plots' left edge
     std::array<std::uint8_t, RT_MAX_CHANNELS> m_abyDisplay{};
+    CLanguageTable m_langTable;  ///< lent to the bars and dialogs
     std::unique_ptr<CDlgBarMainMenu> m_pMainMenuBar;
     std::unique_ptr<CDlgBarInfo> m_pInfoBar;
     CEditClick m_editSampleTime;

@@ -6,7 +6,6 @@
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
-#include "ui/DialogLook.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/Language.h"
@@ -91,7 +90,7 @@ void CDlgSetupMode::MakeFonts() {
 }
 
 void CDlgSetupMode::LoadLanguageTable() {
-    m_pLangTable = new CLanguageTable;
+    m_pLangTable = &m_langTable;
     LoadLanguage(FindLanguage(), m_pLangTable);
 }
 
@@ -187,13 +186,4 @@ LRESULT CDlgSetupMode::OnSwitchBar(WPARAM wParam, LPARAM) {
         show(m_pInfoBar);
     }
     return 0;
-}
-
-bool CDlgSetupMode::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
-
-CBrush* CDlgSetupMode::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    const int nID = pWnd->GetControlID();
-    if (nID == IDC_SECONDS || nID == IDC_TRIGGER_LABEL || nID == IDC_TRIGGER_UNIT)
-        return MakeTransparent(*pDC);
-    return CDlgBase::OnCtlColor(pDC, pWnd, nCtlColor);
 }

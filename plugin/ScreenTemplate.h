@@ -4,6 +4,7 @@
 #include "platform/windows/DialogTemplate.h"
 
 enum ScreenControl : int {
+    IDC_BAR = 0,  ///< whichever bar is shown: the one child without an id of its own
     IDC_START = 1004,
     IDC_SAMPLE_TIME = 1005,
     IDC_STOP = 1006,

@@ -1,11 +1,6 @@
 // BitmapRes: the resource library with the button pictures of the panel. It exports FindPicture and
-// nothing else; it depends on no other library.
-//
-//     154   close, back            366   check mark
-//     368   acknowledge            375   no              5059  cancel
-//     5052  up                     5053  down
-//     6001  erase backwards        6004  erase everything
-//     6002  shift                  6003  shift, locked
+// nothing else; it depends on no other library. What the numbers show stands in
+// platform/windows/DialogLook.h.
 //
 // The pictures are SVG files: they are crisp at every size and pixel density.
 #pragma once

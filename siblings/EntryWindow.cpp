@@ -1,10 +1,9 @@
 #include "siblings/EntryWindow.h"
 
-#include "platform/system/DynamicLibrary.h"
+#include "platform/windows/DialogLook.h"
 
 namespace {
 
-constexpr COLORREF BACKGROUND = RGB(211, 228, 250);
 constexpr COLORREF OUTLINE = RGB(104, 132, 168);
 constexpr COLORREF FAULT = RGB(165, 25, 25);
 constexpr const wchar_t* FACE = L"MS Shell Dlg";
@@ -34,9 +33,10 @@ bool CEntryWindow::OnInitDialog() {
 
     for (const int nID : {IDOK, IDCANCEL, ID_BACKSPACE, ID_CLEAR}) PrepareKey(nID);
     for (int nID = KEY_FIRST; nID < KEY_END; ++nID) PrepareKey(nID);
-    SetKeyFace(IDOK, LoadPicture(368), L"OK");
-    SetKeyFace(IDCANCEL, LoadPicture(375), L"Cancel");
-    SetKeyFace(ID_BACKSPACE, LoadPicture(6001), L"\u2190");
+    const CButtonPictures pictures;
+    SetKeyFace(IDOK, pictures.Load(PICTURE_OK), L"OK");
+    SetKeyFace(IDCANCEL, pictures.Load(PICTURE_NO), L"Cancel");
+    SetKeyFace(ID_BACKSPACE, pictures.Load(PICTURE_ERASE_BACKWARDS), L"\u2190");
 
     ShowEntry(m_edit);
     m_edit.SetFocus();
@@ -49,13 +49,6 @@ void CEntryWindow::PrepareKey(int nID) {
     pKey->SetFont(&m_fontKey);
     // The caret stays in the entry, and with it what a plugged-in keyboard types.
     pKey->SetTakesFocus(false);
-}
-
-CBitmap CEntryWindow::LoadPicture(UINT nPicture) {
-    CBitmap picture;
-    const CDynamicLibrary library(L"BitmapRes.dll");
-    if (library) picture.LoadBitmap(library, nPicture);
-    return picture;
 }
 
 void CEntryWindow::SetKeyFace(int nID, const CBitmap& picture, const wchar_t* pText) {
@@ -117,12 +110,12 @@ bool CEntryWindow::OnEraseBkgnd(CDC* pDC) {
     // A panel has no window frames: the outline sets the window off from the screen behind it.
     const CRect rect = GetClientRect();
     pDC->FillSolidRect(rect, OUTLINE);
-    pDC->FillSolidRect({rect.left + 2, rect.top + 2, rect.right - 2, rect.bottom - 2}, BACKGROUND);
+    pDC->FillSolidRect({rect.left + 2, rect.top + 2, rect.right - 2, rect.bottom - 2},
+                       DIALOG_BACKGROUND);
     return true;
 }
 
-CBrush* CEntryWindow::OnCtlColor(CDC* pDC, CWnd* pControl, UINT) {
-    pDC->SetBackgroundMode(BackgroundMode::Transparent);
-    if (pControl && pControl->GetControlID() == ID_HINT) pDC->SetTextColor(FAULT);
+CBrush* CEntryWindow::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT) {
+    if (pWnd->GetControlID() == ID_HINT) pDC->SetTextColor(FAULT);
     return nullptr;
 }

@@ -46,8 +46,6 @@ class CEntryWindow : public CDialog {
     /// Keys come here, as commands of a range of ids.
     LRESULT WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
 
-    /// A picture of BitmapRes; empty when there is none.
-    static CBitmap LoadPicture(UINT nPicture);
     /// Sets what stands on a key: a picture, or a text in the place of one that is missing.
     void SetKeyFace(int nID, const CBitmap& picture, const wchar_t* pText);
 
@@ -55,7 +53,7 @@ class CEntryWindow : public CDialog {
     void PrepareKey(int nID);
 
     bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pControl, UINT nType);
+    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     void OnBackspace();
     void OnClear();
     void OnTyped();

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "platform/windows/DialogLook.h"
+
 namespace {
 
 using enum ControlKind;
@@ -57,11 +59,12 @@ CKeyboardWindow::CKeyboardWindow(const std::wstring& strTitle, const std::wstrin
       m_entry(strInitial) {}
 
 bool CKeyboardWindow::OnInitDialog() {
-    m_pictureShift = LoadPicture(6002);
-    m_pictureShiftLocked = LoadPicture(6003);
+    const CButtonPictures pictures;
+    m_pictureShift = pictures.Load(PICTURE_SHIFT);
+    m_pictureShiftLocked = pictures.Load(PICTURE_SHIFT_LOCKED);
     const bool bDefaultFocus = CEntryWindow::OnInitDialog();
     // A "C", as on the number pad, would be taken for the letter.
-    SetKeyFace(ID_CLEAR, LoadPicture(6004), L"\u2190\u2190");
+    SetKeyFace(ID_CLEAR, pictures.Load(PICTURE_ERASE_ALL), L"\u2190\u2190");
     PrepareKey(ID_SHIFT);
     PrepareKey(ID_SIGNS);
     ShowFaces();

@@ -3,6 +3,8 @@
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
 #include "soak/RandomOperator.h"
+#include "ui/DlgListFiles.h"
+#include "ui/DlgSettings.h"
 
 using Operator::PressKey;
 
@@ -46,7 +48,8 @@ void CRandomOperator::WorkNumberPad(const CWnd& pad) {
 
 void CRandomOperator::WorkSettings(const CWnd& settings) {
     m_record.Count("settings dialog");
-    constexpr int BUTTONS[] = {1043, 1044, 1222};
+    constexpr int BUTTONS[] = {CDlgSettings::ID_RANGE_MIN, CDlgSettings::ID_RANGE_MAX,
+                               CDlgSettings::ID_AUTO_ZOOM};
     if (OneIn(2))
         Operator::Tap(settings, BUTTONS[Pick(std::size(BUTTONS))]);
     else
@@ -55,7 +58,7 @@ void CRandomOperator::WorkSettings(const CWnd& settings) {
 
 void CRandomOperator::WorkFileList(const CWnd& list) {
     m_record.Count("file list");
-    constexpr int ARROWS[] = {1136, 1138};
+    constexpr int ARROWS[] = {CDlgListFiles::ID_DOWN, CDlgListFiles::ID_UP};
     switch (Pick(4)) {
     case 0:
         Operator::Tap(list, ARROWS[Pick(2)]);
@@ -64,7 +67,7 @@ void CRandomOperator::WorkFileList(const CWnd& list) {
         EndDialog(list);
         break;
     default:
-        SelectAny(list, 1135);
+        SelectAny(list, CDlgListFiles::ID_FILES);
         if (OneIn(2)) Operator::Tap(list, IDOK);
     }
 }

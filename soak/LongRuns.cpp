@@ -4,7 +4,8 @@
 #include "plugin/ScreenTemplate.h"
 #include "soak/LeftBehind.h"
 #include "soak/Soak.h"
-#include "tests/screen/Panel.h"
+#include "tests/support/Panel.h"
+#include "ui/DlgBarMainMenu.h"
 
 namespace {
 
@@ -77,7 +78,7 @@ void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& reco
         {
             TestPanel panel(options.m_nMode.value_or(20), 1);
             panel.Run([&] {
-                if (n % 2 == 0) panel.TapBar(2);
+                if (n % 2 == 0) panel.TapBar(CDlgBarMainMenu::ID_INFO);
             });
         }
         record.Count("screens opened and closed");

@@ -1,6 +1,6 @@
 #include "soak/RandomLink.h"
 
-#include "tests/screen/Panel.h"
+#include "tests/support/Panel.h"
 
 namespace {
 

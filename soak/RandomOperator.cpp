@@ -5,7 +5,14 @@
 #include "platform/system/Paths.h"
 #include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
+#include "siblings/KeyboardWindow.h"
 #include "ui/BarMessages.h"
+#include "ui/BigMessageBox.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
+#include "ui/DlgListFiles.h"
+#include "ui/DlgSettings.h"
+#include "ui/ProgressBox.h"
 
 using Operator::PressKey;
 
@@ -54,7 +61,8 @@ void CRandomOperator::CloseScreen() {
     constexpr int TRIES = 300;
     for (int i = 0; IsOpen() && i < TRIES; ++i) {
         if (FindFront() == Front::Screen)
-            m_panel.TapBar(1) || m_panel.m_pDialog->PostMessage(WM_CLOSE);
+            m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN) ||
+                m_panel.m_pDialog->PostMessage(WM_CLOSE);
         else if (i % 3 != 2 || !Operator::PressModalButton(L"Cancel"))
             PressKey(Operator::Key::Escape);  // no use where the focus has gone elsewhere
         Operator::Wait(2);
@@ -71,16 +79,16 @@ CRandomOperator::Front CRandomOperator::FindFront() const {
             front = Front::Screen;
         else if (!pFront)
             front = Operator::ModalText().empty() ? Front::FileDialog : Front::StandardBox;
-        else if (has(1115))
+        else if (has(CProgressBox::ID_PERCENT))
             front = Front::Progress;
-        else if (has(1222))
+        else if (has(CDlgSettings::ID_AUTO_ZOOM))
             front = Front::Settings;
-        else if (has(1135))
+        else if (has(CDlgListFiles::ID_FILES))
             front = Front::FileList;
-        else if (has(1113))
+        else if (has(CBigMessageBox::ID_MESSAGE))
             front = Front::LargeBox;
         else
-            front = has(1023) ? Front::Keyboard : Front::NumberPad;
+            front = has(CKeyboardWindow::ID_SIGNS) ? Front::Keyboard : Front::NumberPad;
     });
     return front;
 }
@@ -161,7 +169,11 @@ void CRandomOperator::DragPlot() {
 void CRandomOperator::RightClick() { Operator::RightClick(*m_panel.m_pDialog, PickPoint()); }
 
 void CRandomOperator::BarButton() {
-    constexpr int BUTTONS[] = {2, 2, 1047, 4, 1028, 1027, 1012, 1030, 1013, 1036};
+    constexpr int BUTTONS[] = {CDlgBarMainMenu::ID_INFO,       CDlgBarMainMenu::ID_INFO,
+                               CDlgBarMainMenu::ID_EXPORT_CSV, CDlgBarMainMenu::ID_PASS_OUTPUT,
+                               CDlgBarInfo::ID_MARKER_A,       CDlgBarInfo::ID_MARKER_B,
+                               CDlgBarInfo::ID_CLEAR_MARKERS,  CDlgBarInfo::ID_TRIGGER,
+                               CDlgBarInfo::ID_CLEAR_TRIGGER,  CDlgBarInfo::ID_BACK};
     m_panel.TapBar(BUTTONS[Pick(std::size(BUTTONS))]);
 }
 
@@ -171,7 +183,7 @@ void CRandomOperator::Key() {
     for (unsigned nKeys = 1 + Pick(8); nKeys > 0; --nKeys) PressKey(KEYS[Pick(std::size(KEYS))]);
 }
 
-void CRandomOperator::CloseByBar() { m_panel.TapBar(1); }
+void CRandomOperator::CloseByBar() { m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }
 
 void CRandomOperator::CloseByKey() {
     PressKey(OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape);

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "soak/Counts.h"
-#include "tests/screen/Panel.h"
+#include "tests/support/Panel.h"
 
 /// Looks at what is in front, the screen or one of its dialogs and boxes, and does something there.
 /// Belongs to the script thread.

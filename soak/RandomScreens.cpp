@@ -8,7 +8,7 @@
 #include "soak/RandomOperator.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
-#include "tests/curves/FileBytes.h"
+#include "tests/support/FileBytes.h"
 
 namespace {
 

@@ -6,15 +6,13 @@
 #include "plugin/ScreenTemplate.h"
 #include "soak/Process.h"
 #include "soak/RandomLink.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
 
 namespace {
 
 constexpr unsigned PAUSE_MS = 15;
 constexpr int PROBES = 40;
-
-/// A control of the main menu bar and one of the info bar.
-constexpr int IDC_EXPORT_CSV = 1047;
-constexpr int IDC_BACK = 1036;
 
 }  // namespace
 
@@ -73,7 +71,8 @@ void CWatch::CheckControls() {
     if (nPlots != 1) m_record.Fault(std::to_string(nPlots) + " plots are shown");
 
     const CWnd* const pBar = screen.GetControl(0);
-    if (!pBar || !!pBar->GetControl(IDC_EXPORT_CSV) == !!pBar->GetControl(IDC_BACK))
+    if (!pBar || !!pBar->GetControl(CDlgBarMainMenu::ID_EXPORT_CSV) ==
+                     !!pBar->GetControl(CDlgBarInfo::ID_BACK))
         m_record.Fault("not exactly one bar is shown");
 }
 

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "soak/Counts.h"
-#include "tests/screen/Panel.h"
+#include "tests/support/Panel.h"
 
 /// Lives on a thread of its own, for as long as the screen's event loop runs.
 class CWatch {

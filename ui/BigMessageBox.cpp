@@ -1,21 +1,18 @@
 #include "ui/BigMessageBox.h"
 
 #include "platform/system/NamedMutex.h"
-#include "ui/DialogLook.h"
+#include "platform/windows/DialogLook.h"
 
 namespace {
 
-enum BoxControl : int {
-    IDC_OK_CENTRE = 3,
-    IDC_MESSAGE = 1113,
-};
+using enum CBigMessageBox::Control;
 
 constexpr DialogItem ITEMS[] = {
-    {IDC_MESSAGE, ControlKind::Static, L"Static", 7, 8, 222, 78, CS_CENTER},
+    {ID_MESSAGE, ControlKind::Static, L"Static", 7, 8, 222, 78, CS_CENTER},
     {IDOK, ControlKind::StyledButton, L"", 24, 93, 50, 42},
     {IDNO, ControlKind::StyledButton, L"", 94, 93, 50, 42},
     {IDCANCEL, ControlKind::StyledButton, L"Cancel", 164, 93, 50, 42},
-    {IDC_OK_CENTRE, ControlKind::StyledButton, L"", 93, 93, 50, 42},
+    {ID_OK_CENTRE, ControlKind::StyledButton, L"", 93, 93, 50, 42},
 };
 
 constexpr DialogTemplate TEMPLATE{705, L"Strovane", 241, 139, L"MS Shell Dlg", 8, ITEMS};
@@ -26,9 +23,7 @@ constexpr int MESSAGE_HEIGHT = 20;  ///< of a character, pixels
 
 BEGIN_MESSAGE_MAP(CBigMessageBox, CDialog)
 ON_BN_CLICKED(IDNO, OnNo)
-ON_BN_CLICKED(IDC_OK_CENTRE, OnOK)
-ON_WM_ERASEBKGND()
-ON_WM_CTLCOLOR()
+ON_BN_CLICKED(ID_OK_CENTRE, OnOK)
 END_MESSAGE_MAP()
 
 CBigMessageBox::CBigMessageBox() : CDialog(TEMPLATE) {}
@@ -38,7 +33,7 @@ bool CBigMessageBox::OnInitDialog() {
     ShowButtons();
     SetWindowText(m_strTitle);
 
-    auto* pMessage = dynamic_cast<CStatic*>(GetControl(IDC_MESSAGE));
+    auto* pMessage = dynamic_cast<CStatic*>(GetControl(ID_MESSAGE));
     if (!pMessage) return false;
     m_fontMessage.CreatePixelFont(MESSAGE_HEIGHT, L"MS Shell Dlg", true);
     pMessage->SetFont(&m_fontMessage);
@@ -58,7 +53,7 @@ void CBigMessageBox::ShowButtons() {
         {m_btnOK, IDOK, PICTURE_OK, BIGBTN_OK},
         {m_btnNo, IDNO, PICTURE_NO, BIGBTN_NO},
         {m_btnCancel, IDCANCEL, PICTURE_CANCEL, BIGBTN_CANCEL},
-        {m_btnOKCentre, IDC_OK_CENTRE, PICTURE_OK, BIGBTN_OK_CENTRE},
+        {m_btnOKCentre, ID_OK_CENTRE, PICTURE_OK, BIGBTN_OK_CENTRE},
     };
     const CButtonPictures pictures;
     for (const auto& [button, nID, nPicture, bit] : buttons) {
@@ -74,13 +69,6 @@ void CBigMessageBox::OnOK() {
 }
 
 void CBigMessageBox::OnNo() { EndDialog(IDNO); }
-
-bool CBigMessageBox::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
-
-CBrush* CBigMessageBox::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    if (pWnd->GetControlID() == IDC_MESSAGE) return MakeTransparent(*pDC);
-    return CDialog::OnCtlColor(pDC, pWnd, nCtlColor);
-}
 
 int ShowBigMessageBox(const std::wstring& strTitle, const std::wstring& strMessage, BYTE nButtons,
                       bool bTopMost) {

@@ -22,6 +22,11 @@ enum BigButton : BYTE {
 /// Other programs of the panel watch for a box by its named mutex: show it with ShowBigMessageBox.
 class CBigMessageBox : public CDialog {
   public:
+    enum Control : int {
+        ID_OK_CENTRE = 3,
+        ID_MESSAGE = 1113,
+    };
+
     CBigMessageBox();
 
     std::wstring m_strTitle;
@@ -36,8 +41,6 @@ class CBigMessageBox : public CDialog {
   private:
     void ShowButtons();
     void OnNo();
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
     CStyledButton m_btnOK;

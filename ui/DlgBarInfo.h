@@ -7,6 +7,21 @@
 /// screen writes the two numbers and shows them with UpdateData(false).
 class CDlgBarInfo : public CDlgLangBase {
   public:
+    enum Control : int {
+        ID_CLEAR_MARKERS = 1012,
+        ID_CLEAR_TRIGGER = 1013,
+        ID_MARKER_B = 1027,
+        ID_MARKER_A = 1028,
+        ID_TIME_DISTANCE = 1029,
+        ID_TRIGGER = 1030,
+        ID_TRIGGER_PERCENT = 1031,
+        ID_MARKER_LABEL = 1032,
+        ID_DISTANCE_LABEL = 1033,
+        ID_LEVEL_LABEL = 1034,
+        ID_PERCENT_LABEL = 1035,
+        ID_BACK = 1036,
+    };
+
     /// @param pScreen becomes the bar's parent window
     explicit CDlgBarInfo(CWnd* pScreen);
 
@@ -14,7 +29,7 @@ class CDlgBarInfo : public CDlgLangBase {
     std::int32_t m_nTriggerPercent = 0;  ///< trigger level, percent of full scale
 
   protected:
-    void DoDataExchange(CDataExchange* pDX) override;
+    void DoDataExchange(CDataExchange* pExchange) override;
     bool OnInitDialog() override;
 
   private:
@@ -25,7 +40,5 @@ class CDlgBarInfo : public CDlgLangBase {
     void OnTrigger();
     void OnClearTrigger();
     void OnBack();
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 };

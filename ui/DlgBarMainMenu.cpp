@@ -1,24 +1,18 @@
 #include "ui/DlgBarMainMenu.h"
 
+#include "platform/windows/DialogLook.h"
 #include "ui/BarMessages.h"
-#include "ui/DialogLook.h"
 
 namespace {
 
-enum BarControl : int {
-    IDC_CLOSE_SCREEN = 1,
-    IDC_INFO = 2,
-    IDC_PASS_OUTPUT = 4,
-    IDC_EXPORT_CSV = 1047,
-    IDC_TOOLS = 1203,  ///< never shown
-};
+using enum CDlgBarMainMenu::Control;
 
 constexpr DialogItem ITEMS[] = {
-    {IDC_INFO, ControlKind::PushButton, L"&Info", 64, 4, 44, 29},
-    {IDC_TOOLS, ControlKind::PushButton, L"&Tools", 129, 4, 44, 29, CS_HIDDEN},
-    {IDC_EXPORT_CSV, ControlKind::PushButton, L"Export to csv...", 194, 4, 83, 29},
-    {IDC_PASS_OUTPUT, ControlKind::PushButton, L"Send pass output (CH 1)", 291, 4, 107, 29},
-    {IDC_CLOSE_SCREEN, ControlKind::StyledButton, L"", 419, 4, 44, 29},
+    {ID_INFO, ControlKind::PushButton, L"&Info", 64, 4, 44, 29},
+    {ID_TOOLS, ControlKind::PushButton, L"&Tools", 129, 4, 44, 29, CS_HIDDEN},
+    {ID_EXPORT_CSV, ControlKind::PushButton, L"Export to csv...", 194, 4, 83, 29},
+    {ID_PASS_OUTPUT, ControlKind::PushButton, L"Send pass output (CH 1)", 291, 4, 107, 29},
+    {ID_CLOSE_SCREEN, ControlKind::StyledButton, L"", 419, 4, 44, 29},
 };
 
 constexpr DialogTemplate TEMPLATE{108, L"", 470, 38, L"MS Shell Dlg", 8, ITEMS, true};
@@ -26,21 +20,20 @@ constexpr DialogTemplate TEMPLATE{108, L"", 470, 38, L"MS Shell Dlg", 8, ITEMS, 
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgBarMainMenu, CDlgLangBase)
-ON_BN_CLICKED(IDC_INFO, OnInfo)
-ON_BN_CLICKED(IDC_EXPORT_CSV, OnExportCsv)
-ON_BN_CLICKED(IDC_PASS_OUTPUT, OnPassOutput)
-ON_BN_CLICKED(IDC_CLOSE_SCREEN, OnCloseScreen)
-ON_WM_ERASEBKGND()
+ON_BN_CLICKED(ID_INFO, OnInfo)
+ON_BN_CLICKED(ID_EXPORT_CSV, OnExportCsv)
+ON_BN_CLICKED(ID_PASS_OUTPUT, OnPassOutput)
+ON_BN_CLICKED(ID_CLOSE_SCREEN, OnCloseScreen)
 END_MESSAGE_MAP()
 
 CDlgBarMainMenu::CDlgBarMainMenu(CWnd* pScreen) : CDlgLangBase(TEMPLATE, pScreen) {}
 
 bool CDlgBarMainMenu::OnInitDialog() {
     CDlgLangBase::OnInitDialog();
-    SetLangText(IDC_INFO, 1512, L"");
-    SetLangText(IDC_EXPORT_CSV, 1533, L"");
-    SetLangText(IDC_PASS_OUTPUT, 1532, L"");
-    CButtonPictures().SetOn(*this, IDC_CLOSE_SCREEN, PICTURE_CLOSE);
+    SetLangText(ID_INFO, 1512, L"");
+    SetLangText(ID_EXPORT_CSV, 1533, L"");
+    SetLangText(ID_PASS_OUTPUT, 1532, L"");
+    CButtonPictures().SetOn(*this, ID_CLOSE_SCREEN, PICTURE_CLOSE);
     return true;
 }
 
@@ -54,5 +47,3 @@ void CDlgBarMainMenu::OnCloseScreen() {
     GetParent()->PostMessage(WM_CLOSE);
     OnOK();
 }
-
-bool CDlgBarMainMenu::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }

@@ -1,26 +1,20 @@
 #include "ui/DlgListFiles.h"
 
 #include "curves/FileStore.h"
-#include "ui/DialogLook.h"
+#include "platform/windows/DialogLook.h"
 
 namespace {
 
-enum ListFilesControl : int {
-    IDC_UNUSED = 1116,
-    IDC_CAPTION = 1123,
-    IDC_FILES = 1135,
-    IDC_DOWN = 1136,
-    IDC_UP = 1138,
-};
+using enum CDlgListFiles::Control;
 
 constexpr DialogItem ITEMS[] = {
-    {IDC_CAPTION, ControlKind::Static, L"Caption", 6, 6, 150, 8},
-    {IDC_FILES, ControlKind::ListBox, L"", 6, 17, 150, 102, CS_SORT},
-    {IDC_UP, ControlKind::StyledButton, L"", 162, 18, 21, 21},
-    {IDC_DOWN, ControlKind::StyledButton, L"", 162, 96, 21, 21},
+    {ID_CAPTION, ControlKind::Static, L"Caption", 6, 6, 150, 8},
+    {ID_FILES, ControlKind::ListBox, L"", 6, 17, 150, 102, CS_SORT},
+    {ID_UP, ControlKind::StyledButton, L"", 162, 18, 21, 21},
+    {ID_DOWN, ControlKind::StyledButton, L"", 162, 96, 21, 21},
     {IDOK, ControlKind::StyledButton, L"", 27, 121, 25, 22},
     {IDCANCEL, ControlKind::StyledButton, L"", 72, 121, 25, 22},
-    {IDC_UNUSED, ControlKind::PushButton, L"", 131, 121, 25, 22, CS_HIDDEN},
+    {ID_UNUSED, ControlKind::PushButton, L"", 131, 121, 25, 22, CS_HIDDEN},
 };
 
 constexpr DialogTemplate TEMPLATE{704, L"", 189, 149, L"Microsoft Sans Serif", 16, ITEMS};
@@ -28,18 +22,16 @@ constexpr DialogTemplate TEMPLATE{704, L"", 189, 149, L"Microsoft Sans Serif", 1
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgListFiles, CDlgLangBase)
-ON_LBN_SELCHANGE(IDC_FILES, OnSelChangeFiles)
-ON_BN_CLICKED(IDC_UP, OnUp)
-ON_BN_CLICKED(IDC_DOWN, OnDown)
-ON_WM_ERASEBKGND()
-ON_WM_CTLCOLOR()
+ON_LBN_SELCHANGE(ID_FILES, OnSelChangeFiles)
+ON_BN_CLICKED(ID_UP, OnUp)
+ON_BN_CLICKED(ID_DOWN, OnDown)
 END_MESSAGE_MAP()
 
 CDlgListFiles::CDlgListFiles() : CDlgLangBase(TEMPLATE) {}
 
-void CDlgListFiles::DoDataExchange(CDataExchange* pDX) {
-    CDlgLangBase::DoDataExchange(pDX);
-    ExchangeControl(pDX, IDC_FILES, m_lbFiles);
+void CDlgListFiles::DoDataExchange(CDataExchange* pExchange) {
+    CDlgLangBase::DoDataExchange(pExchange);
+    ExchangeControl(pExchange, ID_FILES, m_lbFiles);
 }
 
 bool CDlgListFiles::OnInitDialog() {
@@ -50,7 +42,7 @@ bool CDlgListFiles::OnInitDialog() {
     FillList();
     m_btnOk.EnableWindow(false);
     m_bOkDisabled = 1;
-    SetControlText(IDC_CAPTION, m_strCaption);
+    SetControlText(ID_CAPTION, m_strCaption);
     SetWindowText(GetLangText(1509, L"Load"));
     return true;
 }
@@ -61,8 +53,8 @@ void CDlgListFiles::PrepareButtons() {
         int m_nID;
         UINT m_nPicture;
     } buttons[] = {
-        {m_btnUp, IDC_UP, PICTURE_UP},
-        {m_btnDown, IDC_DOWN, PICTURE_DOWN},
+        {m_btnUp, ID_UP, PICTURE_UP},
+        {m_btnDown, ID_DOWN, PICTURE_DOWN},
         {m_btnOk, IDOK, PICTURE_OK},
         {m_btnCancel, IDCANCEL, PICTURE_NO},
     };
@@ -107,11 +99,4 @@ void CDlgListFiles::MoveSelection(int nRows) {
     if (nTarget < 0 || nTarget >= m_lbFiles.GetCount()) return;
     m_lbFiles.SetCurSel(nTarget);
     OnSelChangeFiles();
-}
-
-bool CDlgListFiles::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
-
-CBrush* CDlgListFiles::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    if (pWnd->GetControlID() == IDC_CAPTION) return MakeTransparent(*pDC);
-    return CDlgLangBase::OnCtlColor(pDC, pWnd, nCtlColor);
 }

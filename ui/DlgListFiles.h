@@ -13,6 +13,14 @@
 /// disabled until a row has been chosen.
 class CDlgListFiles : public CDlgLangBase {
   public:
+    enum Control : int {
+        ID_UNUSED = 1116,
+        ID_CAPTION = 1123,
+        ID_FILES = 1135,
+        ID_DOWN = 1136,
+        ID_UP = 1138,
+    };
+
     CDlgListFiles();
 
     void SetFiles(std::vector<std::wstring> arrFiles) { m_arrFiles = std::move(arrFiles); }
@@ -26,7 +34,7 @@ class CDlgListFiles : public CDlgLangBase {
     int GetSelectedIndex() const { return m_nSelItem; }
 
   protected:
-    void DoDataExchange(CDataExchange* pDX) override;
+    void DoDataExchange(CDataExchange* pExchange) override;
     bool OnInitDialog() override;
 
   private:
@@ -36,8 +44,6 @@ class CDlgListFiles : public CDlgLangBase {
     void OnUp();
     void OnDown();
     void MoveSelection(int nRows);
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
     CFont m_fontList;

@@ -1,28 +1,21 @@
 #include "ui/DlgSettings.h"
 
+#include "platform/windows/DialogLook.h"
 #include "plot/RTGraphSettings.h"
 #include "ui/BigMessageBox.h"
-#include "ui/DialogLook.h"
 #include "ui/KeyboardCalls.h"
 
 namespace {
 
-enum SettingsControl : int {
-    IDC_RANGE_MIN = 1043,
-    IDC_RANGE_MAX = 1044,
-    IDC_RANGE_LABEL = 1045,
-    IDC_RANGE_DASH = 1046,
-    IDC_AUTO_ZOOM_LABEL = 1049,
-    IDC_AUTO_ZOOM = 1222,
-};
+using enum CDlgSettings::Control;
 
 constexpr DialogItem ITEMS[] = {
-    {IDC_AUTO_ZOOM_LABEL, ControlKind::Static, L"Auto zoom", 7, 16, 35, 8},
-    {IDC_AUTO_ZOOM, ControlKind::StyledButton, L"", 45, 10, 15, 14},
-    {IDC_RANGE_LABEL, ControlKind::Static, L"Graph range (mv)", 7, 39, 57, 8},
-    {IDC_RANGE_MIN, ControlKind::PushButton, L"", 65, 33, 41, 14},
-    {IDC_RANGE_DASH, ControlKind::Static, L"-", 109, 36, 8, 8},
-    {IDC_RANGE_MAX, ControlKind::PushButton, L"", 116, 33, 41, 14},
+    {ID_AUTO_ZOOM_LABEL, ControlKind::Static, L"Auto zoom", 7, 16, 35, 8},
+    {ID_AUTO_ZOOM, ControlKind::StyledButton, L"", 45, 10, 15, 14},
+    {ID_RANGE_LABEL, ControlKind::Static, L"Graph range (mv)", 7, 39, 57, 8},
+    {ID_RANGE_MIN, ControlKind::PushButton, L"", 65, 33, 41, 14},
+    {ID_RANGE_DASH, ControlKind::Static, L"-", 109, 36, 8, 8},
+    {ID_RANGE_MAX, ControlKind::PushButton, L"", 116, 33, 41, 14},
     {IDOK, ControlKind::StyledButton, L"", 153, 75, 28, 19},
 };
 
@@ -35,25 +28,23 @@ constexpr std::int32_t HIGHEST_RANGE = 70000;
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgSettings, CDlgLangBase)
-ON_BN_CLICKED(IDC_RANGE_MIN, OnRangeMin)
-ON_BN_CLICKED(IDC_RANGE_MAX, OnRangeMax)
-ON_BN_CLICKED(IDC_AUTO_ZOOM, OnAutoZoom)
-ON_WM_ERASEBKGND()
-ON_WM_CTLCOLOR()
+ON_BN_CLICKED(ID_RANGE_MIN, OnRangeMin)
+ON_BN_CLICKED(ID_RANGE_MAX, OnRangeMax)
+ON_BN_CLICKED(ID_AUTO_ZOOM, OnAutoZoom)
 END_MESSAGE_MAP()
 
 CDlgSettings::CDlgSettings() : CDlgLangBase(TEMPLATE) {}
 
 bool CDlgSettings::OnInitDialog() {
     CDlgLangBase::OnInitDialog();
-    m_btnAutoZoom.AttachControl(IDC_AUTO_ZOOM, this);
+    m_btnAutoZoom.AttachControl(ID_AUTO_ZOOM, this);
     if (m_pGraph) {
-        SetControlText(IDC_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
-        SetControlText(IDC_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
+        SetControlText(ID_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
+        SetControlText(ID_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
         ShowAutoZoom();
     }
     CButtonPictures().SetOn(*this, IDOK, PICTURE_CLOSE);
-    SetLangText(IDC_RANGE_LABEL, 1516, L"");
+    SetLangText(ID_RANGE_LABEL, 1516, L"");
     SetWindowText(GetLangText(1511, L"Settings"));
     return true;
 }
@@ -78,12 +69,12 @@ void CDlgSettings::ShowAutoZoom() {
 
 void CDlgSettings::OnRangeMin() {
     if (!m_pGraph) return;
-    if (const auto nEntered = EnterRangeValue(IDC_RANGE_MIN)) m_pGraph->m_nRangeMin = *nEntered;
+    if (const auto nEntered = EnterRangeValue(ID_RANGE_MIN)) m_pGraph->m_nRangeMin = *nEntered;
 }
 
 void CDlgSettings::OnRangeMax() {
     if (!m_pGraph) return;
-    if (const auto nEntered = EnterRangeValue(IDC_RANGE_MAX)) m_pGraph->m_nRangeMax = *nEntered;
+    if (const auto nEntered = EnterRangeValue(ID_RANGE_MAX)) m_pGraph->m_nRangeMax = *nEntered;
 }
 
 /// Lets the operator enter a number, and shows it on the button as it was typed.
@@ -106,17 +97,4 @@ std::optional<std::int32_t> CDlgSettings::EnterRangeValue(int nButton) {
     }
     SetControlText(nButton, strResult);
     return static_cast<std::int32_t>(dNumber);
-}
-
-bool CDlgSettings::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
-
-CBrush* CDlgSettings::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    switch (pWnd->GetControlID()) {
-    case IDC_RANGE_LABEL:
-    case IDC_RANGE_DASH:
-    case IDC_AUTO_ZOOM_LABEL:
-        return MakeTransparent(*pDC);
-    default:
-        return CDlgLangBase::OnCtlColor(pDC, pWnd, nCtlColor);
-    }
 }

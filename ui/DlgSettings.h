@@ -12,6 +12,15 @@ struct RTGraphSettings;
 /// dialog in whatever way keeps it. Lives for one modal run.
 class CDlgSettings : public CDlgLangBase {
   public:
+    enum Control : int {
+        ID_RANGE_MIN = 1043,
+        ID_RANGE_MAX = 1044,
+        ID_RANGE_LABEL = 1045,
+        ID_RANGE_DASH = 1046,
+        ID_AUTO_ZOOM_LABEL = 1049,
+        ID_AUTO_ZOOM = 1222,
+    };
+
     CDlgSettings();
 
     RTGraphSettings* m_pGraph = nullptr;  ///< borrowed; null: there is nothing to edit
@@ -25,8 +34,6 @@ class CDlgSettings : public CDlgLangBase {
     void OnRangeMin();
     void OnRangeMax();
     std::optional<std::int32_t> EnterRangeValue(int nButton);
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
     CStyledButton m_btnAutoZoom;

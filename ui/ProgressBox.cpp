@@ -4,24 +4,20 @@
 
 #include "platform/system/Threads.h"
 #include "platform/windows/Application.h"
+#include "platform/windows/DialogLook.h"
 #include "platform/windows/PaintDC.h"
-#include "ui/DialogLook.h"
 
 namespace {
 
 constexpr std::uint64_t APPEARS_AFTER_MS = 1000;
 constexpr std::uint64_t PUMP_EVERY_MS = 40;
 
-enum ProgressControl : int {
-    IDC_TITLE = 1113,
-    IDC_BAR = 1114,
-    IDC_PERCENT = 1115,
-};
+using enum CProgressBox::Control;
 
 constexpr DialogItem ITEMS[] = {
-    {IDC_TITLE, ControlKind::Static, L"", 7, 8, 222, 30, CS_CENTER},
-    {IDC_BAR, ControlKind::StaticFrame, L"", 24, 46, 190, 14},
-    {IDC_PERCENT, ControlKind::Static, L"", 24, 65, 190, 14, CS_CENTER},
+    {ID_TITLE, ControlKind::Static, L"", 7, 8, 222, 30, CS_CENTER},
+    {ID_BAR, ControlKind::StaticFrame, L"", 24, 46, 190, 14},
+    {ID_PERCENT, ControlKind::Static, L"", 24, 65, 190, 14, CS_CENTER},
     {IDCANCEL, ControlKind::StyledButton, L"", 94, 93, 50, 42},
 };
 
@@ -50,11 +46,6 @@ void CProgressBar::OnPaint() {
     dc.FillSolidRect({1, 1, 1 + nLength, client.bottom - 1}, BAR_DONE);
 }
 
-BEGIN_MESSAGE_MAP(CProgressBox, CDialog)
-ON_WM_ERASEBKGND()
-ON_WM_CTLCOLOR()
-END_MESSAGE_MAP()
-
 CProgressBox::CProgressBox(std::wstring strTitle)
     : CDialog(TEMPLATE), m_strTitle(std::move(strTitle)),
       m_nNextPump(TickMilliseconds() + APPEARS_AFTER_MS) {}
@@ -62,10 +53,10 @@ CProgressBox::CProgressBox(std::wstring strTitle)
 bool CProgressBox::OnInitDialog() {
     CDialog::OnInitDialog();
     SetWindowText(m_strTitle);
-    SetControlText(IDC_TITLE, m_strTitle);
+    SetControlText(ID_TITLE, m_strTitle);
     m_fontTitle.CreatePixelFont(20, L"MS Shell Dlg", true);
-    if (CWnd* pTitle = GetControl(IDC_TITLE)) pTitle->SetFont(&m_fontTitle);
-    m_bar.AttachControl(IDC_BAR, this);
+    if (CWnd* pTitle = GetControl(ID_TITLE)) pTitle->SetFont(&m_fontTitle);
+    m_bar.AttachControl(ID_BAR, this);
     m_btnCancel.AttachControl(IDCANCEL, this);
     CButtonPictures().SetOn(m_btnCancel, PICTURE_NO);
     // A key that was meant for the screen must not press it; Escape does.
@@ -87,13 +78,5 @@ void CProgressBox::ShowPercent(int nPercent) {
     if (nPercent == m_nPercent) return;
     m_nPercent = nPercent;
     m_bar.ShowPercent(nPercent);
-    SetControlText(IDC_PERCENT, std::to_wstring(nPercent) + L" %");
-}
-
-bool CProgressBox::OnEraseBkgnd(CDC* pDC) { return FillDialogBackground(*pDC, *this); }
-
-CBrush* CProgressBox::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor) {
-    const int nID = pWnd->GetControlID();
-    if (nID == IDC_TITLE || nID == IDC_PERCENT) return MakeTransparent(*pDC);
-    return CDialog::OnCtlColor(pDC, pWnd, nCtlColor);
+    SetControlText(ID_PERCENT, std::to_wstring(nPercent) + L" %");
 }

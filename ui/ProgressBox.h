@@ -24,12 +24,16 @@ class CProgressBar : public CStatic {
 /// repainted; the screens behind get no input.
 class CProgressBox : public CDialog, public IProgress {
   public:
+    enum Control : int {
+        ID_TITLE = 1113,
+        ID_BAR = 1114,
+        ID_PERCENT = 1115,
+    };
+
     explicit CProgressBox(std::wstring strTitle);
 
     /// @return false when the operator has cancelled
     bool Advance(std::uint64_t nDone, std::uint64_t nTotal) override;
-
-    bool IsCancelled() const { return m_bCancelled; }
 
   protected:
     bool OnInitDialog() override;
@@ -38,9 +42,6 @@ class CProgressBox : public CDialog, public IProgress {
 
   private:
     void ShowPercent(int nPercent);
-    bool OnEraseBkgnd(CDC* pDC);
-    CBrush* OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
-    DECLARE_MESSAGE_MAP()
 
     std::wstring m_strTitle;
     CProgressBar m_bar;

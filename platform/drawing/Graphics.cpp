@@ -1,6 +1,5 @@
 #include "platform/drawing/Graphics.h"
 
-#include <QPainter>
 #include <array>
 #include <cstring>
 #include <utility>
@@ -15,23 +14,21 @@ struct DashPattern {
     unsigned m_nLength;
 };
 
-/// By pen style: strokes and gaps of 18-6, 3-3, 9-6-3-6 and 9-3-3-3-3-3 pixels.
-constexpr std::array<DashPattern, 5> DASH_PATTERNS{{
+/// By pen style: strokes and gaps of 3-3 and 9-3-3-3-3-3 pixels.
+constexpr std::array<DashPattern, 3> DASH_PATTERNS{{
     {1, 1},
-    {0b000000111111111111111111, 24},
     {0b000111, 6},
-    {0b000000111000000111111111, 24},
     {0b000111000111000111111111, 24},
 }};
 
-/// What a line drawn now looks like; none: it is not drawn.
-std::optional<LineStyle> CurrentLineStyle(const GraphicsSurface& surface) {
+constexpr std::uint32_t BACKGROUND_PIXEL = ToPixel(RGB(255, 255, 255));
+
+/// What a line drawn now looks like.
+LineStyle CurrentLineStyle(const GraphicsSurface& surface) {
     if (!surface.m_pPen) return LineStyle{.m_nPixel = ToPixel(RGB(0, 0, 0)), .m_nGapPixel = {}};
-    if (surface.m_pPen->m_style == PenStyle::None) return std::nullopt;
     const DashPattern& dashes = DASH_PATTERNS[static_cast<std::size_t>(surface.m_pPen->m_style)];
     LineStyle style{ToPixel(surface.m_pPen->m_color), dashes.m_nPattern, dashes.m_nLength, {}};
-    if (surface.m_backgroundMode == BackgroundMode::Opaque)
-        style.m_nGapPixel = ToPixel(surface.m_backgroundColor);
+    if (surface.m_backgroundMode == BackgroundMode::Opaque) style.m_nGapPixel = BACKGROUND_PIXEL;
     return style;
 }
 
@@ -81,10 +78,6 @@ BackgroundMode CDC::SetBackgroundMode(BackgroundMode mode) {
     return std::exchange(m_pSurface->m_backgroundMode, mode);
 }
 
-COLORREF CDC::SetBackgroundColor(COLORREF color) {
-    return std::exchange(m_pSurface->m_backgroundColor, color);
-}
-
 COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(m_pSurface->m_textColor, color); }
 
 TextAlign CDC::SetTextAlign(TextAlign align) {
@@ -100,15 +93,9 @@ void CDC::LineTo(int x, int y) {
 
 void CDC::PolylineTo(std::span<const CPoint> points) {
     if (points.empty()) return;
-    if (const std::optional<LineStyle> style = CurrentLineStyle(*m_pSurface)) {
-        const PixelView view = m_pSurface->View();
-        CPoint from = m_position;
-        for (const CPoint& to : points) {
-            DrawLine(view, from, to, *style);
-            from = to;
-        }
-    }
-    m_position = points.back();
+    const LineStyle style = CurrentLineStyle(*m_pSurface);
+    const PixelView view = m_pSurface->View();
+    for (const CPoint& to : points) DrawLine(view, std::exchange(m_position, to), to, style);
 }
 
 void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
@@ -125,14 +112,13 @@ void CDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
         return;
     }
     if (pBrush) FillPixels(view, area, ToPixel(pBrush->m_color));
-    const std::optional<LineStyle> style = CurrentLineStyle(*m_pSurface);
-    if (!style) return;
+    const LineStyle style = CurrentLineStyle(*m_pSurface);
     const CPoint corners[] = {{area.left, area.top},
                               {area.right - 1, area.top},
                               {area.right - 1, area.bottom - 1},
                               {area.left, area.bottom - 1}};
-    for (std::size_t k = 0; k < 4; ++k) DrawLine(view, corners[k], corners[(k + 1) % 4], *style);
-    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style->m_nPixel);
+    for (std::size_t k = 0; k < 4; ++k) DrawLine(view, corners[k], corners[(k + 1) % 4], style);
+    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style.m_nPixel);
 }
 
 void CDC::TextOut(int x, int y, const std::wstring& strText) {
@@ -144,26 +130,8 @@ void CDC::TextOut(int x, int y, const std::wstring& strText) {
     if (m_pSurface->m_textAlign == TextAlign::Center) origin.x -= mask.m_cell.cx / 2;
     if (m_pSurface->m_backgroundMode == BackgroundMode::Opaque)
         FillPixels(view, {origin.x, origin.y, origin.x + mask.m_cell.cx, origin.y + mask.m_cell.cy},
-                   ToPixel(m_pSurface->m_backgroundColor));
+                   BACKGROUND_PIXEL);
     BlendText(view, origin, mask, ToPixel(m_pSurface->m_textColor));
-}
-
-void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentered) {
-    const CRect clip = Intersect(rect, m_pSurface->View().m_clip);
-    if (clip.IsEmpty()) return;
-    QPainter painter(m_pSurface->m_pImage);
-    painter.setClipRect(clip.left, clip.top, clip.Width(), clip.Height());
-    painter.setFont(ToQFont(m_pSurface->m_pFont ? *m_pSurface->m_pFont : DefaultFont()));
-    painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->m_textColor)));
-    painter.drawText(QRect(rect.left, rect.top, rect.Width(), rect.Height()),
-                     (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
-                         Qt::TextWordWrap,
-                     QString::fromStdWString(strText));
-}
-
-CSize CDC::GetTextExtent(const std::wstring& strText) const {
-    if (!m_pSurface->m_pImage) return {};
-    return RenderText(m_pSurface->m_pFont, strText).m_cell;
 }
 
 void CDC::CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource) {

@@ -6,8 +6,7 @@
 // back from Q to P runs over the same pixels. What lies outside the surface or the clipping region
 // costs nothing, and does not change what lies inside.
 // Dotted and dashed lines begin their pattern at P. They leave their gaps untouched in the
-// transparent background mode and fill them with the background colour in the opaque one, which a
-// new context has.
+// transparent background mode and fill them with white in the opaque one, which a new context has.
 #pragma once
 
 #include <memory>
@@ -22,7 +21,7 @@
 class CDynamicLibrary;
 struct GraphicsSurface;  ///< the image behind a device context
 
-enum class PenStyle : BYTE { Solid, Dash, Dot, DashDot, DashDotDot, None };
+enum class PenStyle : BYTE { Solid, Dot, DashDotDot };
 enum class BackgroundMode : BYTE { Transparent, Opaque };
 enum class TextAlign : BYTE { Left, Right, Center };  ///< all from the top
 enum class RasterOp : BYTE { Copy, Invert };
@@ -48,7 +47,6 @@ class PLATFORM_API CFont {
     void CreatePointFont(int nPointSize, const wchar_t* pFace);
     /// @param nHeight character height in pixels
     void CreatePixelFont(int nHeight, const wchar_t* pFace, bool bBold);
-    void DeleteObject() { m_strFace.clear(); }
     explicit operator bool() const { return !m_strFace.empty(); }
 
     std::wstring m_strFace;
@@ -106,8 +104,8 @@ class PLATFORM_API CBitmap {
 ///
 /// A selected pen, font or bitmap is borrowed: it must live as long as it is selected. With no pen
 /// selected lines are solid black; with no font selected text is drawn in the surface's default
-/// font (12 pixels of "MS Shell Dlg"). Without a surface, drawing does nothing and text has no
-/// extent. Text needs the process's window system (CWindowSystem), though no window.
+/// font (12 pixels of "MS Shell Dlg"). Without a surface, drawing does nothing. Text needs the
+/// process's window system (CWindowSystem), though no window.
 class PLATFORM_API CDC {
   public:
     CDC();
@@ -123,7 +121,6 @@ class PLATFORM_API CDC {
     const CFont* SelectFont(const CFont* pFont);  ///< @return the font selected before
     void SelectClipRgn(const CRgn* pRgn);         ///< null: the whole surface
     BackgroundMode SetBackgroundMode(BackgroundMode mode);
-    COLORREF SetBackgroundColor(COLORREF color);
     COLORREF SetTextColor(COLORREF color);
     TextAlign SetTextAlign(TextAlign align);
     RasterOp SetRasterOp(RasterOp op);  ///< applies to Rectangle
@@ -134,17 +131,13 @@ class PLATFORM_API CDC {
     void PolylineTo(std::span<const CPoint> points);
 
     void FillSolidRect(const CRect& rect, COLORREF color);
-    void FillRect(const CRect& rect, const CBrush& brush) { FillSolidRect(rect, brush.m_color); }
     /// Fills the rectangle (a null brush leaves it) and outlines it with the pen; with
     /// RasterOp::Invert inverts it instead. The corners may come in any order.
     void Rectangle(const CRect& rect, const CBrush* pBrush);
 
     /// Draws one line of text at a point, as the text alignment says. In the opaque background mode
-    /// the text's cell is filled first.
+    /// the text's cell is filled with white first.
     void TextOut(int x, int y, const std::wstring& strText);
-    /// Draws text into a rectangle from its top, broken into lines at its width, clipped to it.
-    void DrawText(const std::wstring& strText, const CRect& rect, bool bCentered);
-    CSize GetTextExtent(const std::wstring& strText) const;
 
     /// Copies a rectangle of another surface here.
     void CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);

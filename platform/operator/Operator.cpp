@@ -223,8 +223,6 @@ void CScript::Join() {
         std::rethrow_exception(std::exchange(m_pState->m_pException, nullptr));
 }
 
-void RunScript(const std::function<void()>& script) { CScript(script).Join(); }
-
 void Ask(const std::function<void()>& question) {
     if (IsUiThread()) {
         question();
@@ -414,14 +412,6 @@ CBitmap TakePicture(const CWnd& wnd, double dScale) {
     Ask([&] {
         NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
         if (pNative) picture = PictureOf(pNative->m_widget, dScale);
-    });
-    return picture;
-}
-
-CBitmap TakeModalPicture() {
-    CBitmap picture;
-    Ask([&] {
-        if (QWidget* pModal = QApplication::activeModalWidget()) picture = PictureOf(*pModal, 1.0);
     });
     return picture;
 }

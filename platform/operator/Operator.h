@@ -3,7 +3,7 @@
 //
 // Threads: on the user-interface thread each operation handles the events that it causes; a tap
 // whose handler shows a modal window returns when that window has closed. On the script thread of
-// RunScript each operation is handed to the user-interface thread and returns as soon as that
+// CScript each operation is handed to the user-interface thread and returns as soon as that
 // thread waits for events again, be it inside a modal window: a script reads from top to bottom.
 #pragma once
 
@@ -16,10 +16,6 @@
 #include "platform/windows/Wnd.h"
 
 namespace Operator {
-
-/// Runs a script on a thread of its own while the caller handles events, until the script ends.
-/// Called on the user-interface thread; whatever the script throws is thrown again here.
-PLATFORM_API void RunScript(const std::function<void()>& script);
 
 /// Runs a script on a thread of its own beside the caller's modal run, from the moment the event
 /// loop first runs.
@@ -90,7 +86,5 @@ PLATFORM_API void After(unsigned nMilliseconds, std::function<void()> call);
 /// The window with its children as it stands on the screen.
 /// @param dScale device pixels per pixel
 PLATFORM_API CBitmap TakePicture(const CWnd& wnd, double dScale = 1.0);
-/// The whole front modal window, also of a standard one.
-PLATFORM_API CBitmap TakeModalPicture();
 
 }  // namespace Operator

@@ -36,7 +36,6 @@ class PLATFORM_API CArchive {
 
     bool IsStoring() const { return m_mode == store; }
     bool IsLoading() const { return m_mode == load; }
-    CFile* GetFile() const { return m_pFile; }
 
     CArchive& operator<<(BYTE value) { return Store(value); }
     CArchive& operator<<(WORD value) { return Store(value); }

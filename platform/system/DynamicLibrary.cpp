@@ -35,6 +35,6 @@ CDynamicLibrary::~CDynamicLibrary() {
     if (m_hModule) ::dlclose(m_hModule);
 }
 
-void* CDynamicLibrary::GetProcAddress(const char* pName) const {
+void* CDynamicLibrary::FindSymbol(const char* pName) const {
     return m_hModule ? ::dlsym(m_hModule, pName) : nullptr;
 }

@@ -19,15 +19,15 @@ class PLATFORM_API CDynamicLibrary {
 
     explicit operator bool() const { return m_hModule != nullptr; }
 
-    /// An exported function's address, or null.
-    void* GetProcAddress(const char* pName) const;
-
+    /// An exported function, or null.
     template <class Function>
     Function* GetFunction(const char* pName) const {
-        return reinterpret_cast<Function*>(GetProcAddress(pName));
+        return reinterpret_cast<Function*>(FindSymbol(pName));
     }
 
   private:
+    void* FindSymbol(const char* pName) const;
+
     void* m_hModule = nullptr;
 };
 

@@ -27,7 +27,6 @@ int OpenRetrying(const std::wstring& strPath, int nFlags) {
 int ToSystemFlags(UINT nOpenFlags) {
     int nFlags = O_RDONLY;
     if (nOpenFlags & CFile::modeWrite) nFlags = O_WRONLY;
-    if (nOpenFlags & CFile::modeReadWrite) nFlags = O_RDWR;
     if (nOpenFlags & CFile::modeCreate) nFlags |= O_CREAT | O_TRUNC;
     return nFlags;
 }
@@ -106,13 +105,6 @@ void CFile::Write(const void* pBuffer, std::size_t nCount) {
             ThrowError(errno);
         }
     }
-}
-
-std::uint64_t CFile::Seek(std::int64_t nOffset, SeekPosition from) {
-    const int nFrom = from == begin ? SEEK_SET : from == current ? SEEK_CUR : SEEK_END;
-    const off_t nPosition = ::lseek(m_hFile, nOffset, nFrom);
-    if (nPosition < 0) ThrowError(errno);
-    return static_cast<std::uint64_t>(nPosition);
 }
 
 std::uint64_t CFile::GetPosition() const {

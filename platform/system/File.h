@@ -18,10 +18,8 @@ class PLATFORM_API CFile {
     enum OpenFlags : UINT {
         modeRead = 0x0000,
         modeWrite = 0x0001,
-        modeReadWrite = 0x0002,
         modeCreate = 0x1000,  ///< make the file, or empty an existing one
     };
-    enum SeekPosition { begin, current, end };
 
     CFile() = default;
     CFile(const std::wstring& strPath, UINT nOpenFlags) { Open(strPath, nOpenFlags); }
@@ -48,9 +46,7 @@ class PLATFORM_API CFile {
     virtual std::size_t Read(void* pBuffer, std::size_t nCount);
     virtual void Write(const void* pBuffer, std::size_t nCount);
 
-    /// @return the new position from the beginning, bytes
-    virtual std::uint64_t Seek(std::int64_t nOffset, SeekPosition from);
-    virtual std::uint64_t GetPosition() const;
+    virtual std::uint64_t GetPosition() const;  ///< bytes from the beginning
     virtual std::uint64_t GetLength() const;
 
     /// Returns when everything written has reached the disk. What has no disk (a pipe, a device) is

@@ -1,7 +1,6 @@
 #include "platform/system/MemFile.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <new>
 
@@ -29,12 +28,4 @@ void CMemFile::Write(const void* pBuffer, std::size_t nCount) {
     }
     std::memcpy(m_contents.data() + m_nPosition, pBuffer, nCount);
     m_nPosition += nCount;
-}
-
-std::uint64_t CMemFile::Seek(std::int64_t nOffset, SeekPosition from) {
-    const std::size_t nBase = from == begin ? 0 : from == current ? m_nPosition : m_contents.size();
-    const std::int64_t nPosition = static_cast<std::int64_t>(nBase) + nOffset;
-    if (nPosition < 0) ThrowError(EINVAL);
-    m_nPosition = static_cast<std::size_t>(nPosition);
-    return m_nPosition;
 }

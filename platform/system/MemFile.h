@@ -14,7 +14,6 @@ class PLATFORM_API CMemFile : public CFile {
 
     std::size_t Read(void* pBuffer, std::size_t nCount) override;
     void Write(const void* pBuffer, std::size_t nCount) override;
-    std::uint64_t Seek(std::int64_t nOffset, SeekPosition from) override;
     std::uint64_t GetPosition() const override { return m_nPosition; }
     std::uint64_t GetLength() const override { return m_contents.size(); }
     void Flush() override {}

@@ -15,11 +15,6 @@ struct CRuntimeClass {
 
     /// A new object that the caller owns, or null when the class cannot be created by class.
     CObject* CreateObject() const { return m_pCreateObject ? m_pCreateObject() : nullptr; }
-    bool IsDerivedFrom(const CRuntimeClass* pBase) const {
-        for (const CRuntimeClass* p = this; p != nullptr; p = p->m_pBaseClass)
-            if (p == pBase) return true;
-        return false;
-    }
 };
 
 constexpr UINT VERSIONABLE_SCHEMA = 0x80000000u;
@@ -33,10 +28,6 @@ class CObject {
     /// The base's two diagnostic operations; they do nothing in this layer.
     virtual void AssertValid() const {}
     virtual void Dump() const {}
-
-    bool IsKindOf(const CRuntimeClass* pClass) const {
-        return GetRuntimeClass()->IsDerivedFrom(pClass);
-    }
 
     static inline const CRuntimeClass classCObject{"CObject", 0xFFFF, nullptr, nullptr};
 

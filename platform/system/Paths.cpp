@@ -26,31 +26,6 @@ bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB) {
                       [](wchar_t a, wchar_t b) { return FoldCase(a) == FoldCase(b); });
 }
 
-/// Steps back to the last star only, so the cost stays the product of the two lengths.
-bool MatchesPattern(std::wstring_view strName, std::wstring_view strPattern) {
-    std::size_t nName = 0;
-    std::size_t nPattern = 0;
-    std::size_t nStar = std::wstring_view::npos;
-    std::size_t nStarName = 0;
-    while (nName < strName.size()) {
-        if (nPattern < strPattern.size() && strPattern[nPattern] == L'*') {
-            nStar = nPattern++;
-            nStarName = nName;
-        } else if (nPattern < strPattern.size() &&
-                   (strPattern[nPattern] == L'?' ||
-                    FoldCase(strPattern[nPattern]) == FoldCase(strName[nName]))) {
-            ++nPattern;
-            ++nName;
-        } else if (nStar != std::wstring_view::npos) {
-            nPattern = nStar + 1;
-            nName = ++nStarName;
-        } else {
-            return false;
-        }
-    }
-    return strPattern.find_first_not_of(L'*', nPattern) == std::wstring_view::npos;
-}
-
 template <class Visit>
 void VisitFolder(const std::wstring& strFolder, Visit visit) {
     std::error_code error;
@@ -123,12 +98,14 @@ void RemoveFile(const std::wstring& strPath) {
     if (fs::is_regular_file(path, error)) fs::remove(path, error);
 }
 
-std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strPattern) {
+std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strExtension) {
     std::vector<std::wstring> arrNames;
     VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
         std::wstring strName = FromUtf8(entry.path().filename().native());
         std::error_code error;
-        if (MatchesPattern(strName, strPattern) && !entry.is_directory(error))
+        const std::size_t nStem = strName.size() - std::min(strName.size(), strExtension.size());
+        if (EqualsInAnyCase(std::wstring_view(strName).substr(nStem), strExtension) &&
+            !entry.is_directory(error))
             arrNames.push_back(std::move(strName));
     });
     return arrNames;

@@ -39,11 +39,11 @@ PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 /// Removes a regular file. What else stands at the path (a device, a folder) stays.
 PLATFORM_API void RemoveFile(const std::wstring& strPath);
 
-/// The names, as the system returns them, of what matches a pattern in a folder and is not itself a
-/// folder. "*" stands for any characters, "?" for one; case does not count. A folder that is
-/// missing or cannot be read gives none.
+/// The names, as the system returns them, of what ends in an extension (".rt3"; case does not
+/// count) in a folder and is not itself a folder. A folder that is missing or cannot be read gives
+/// none.
 PLATFORM_API std::vector<std::wstring> FindFiles(const std::wstring& strFolder,
-                                                 std::wstring_view strPattern);
+                                                 std::wstring_view strExtension);
 
 /// The path itself when it exists; otherwise the path of a file in the same folder whose name
 /// differs only in case (of several, the one that agrees longest from its beginning); otherwise the

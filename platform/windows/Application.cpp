@@ -53,7 +53,9 @@ struct CWindowSystem::State {
 
 CWindowSystem::CWindowSystem(int& argc, char** argv) {
     qInstallMessageHandler(WriteMessage);
-    if (!HasDisplay() && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const bool bDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -72,14 +74,6 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
 }
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
-
-bool CWindowSystem::HasDisplay() {
-    const auto isSet = [](const char* pName) {
-        const char* pValue = std::getenv(pName);
-        return pValue && *pValue;
-    };
-    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
-}
 
 void PumpMessages() { QCoreApplication::processEvents(); }
 

@@ -21,9 +21,6 @@ class PLATFORM_API CWindowSystem {
     CWindowSystem(const CWindowSystem&) = delete;
     CWindowSystem& operator=(const CWindowSystem&) = delete;
 
-    /// Whether windows appear on a display that somebody may look at.
-    static bool HasDisplay();
-
   private:
     struct State;
     std::unique_ptr<State> m_pState;

@@ -55,11 +55,6 @@ void CButton::SetCheck(bool bChecked) {
     }
 }
 
-bool CButton::GetCheck() const {
-    auto* pWidget = WidgetOf<ButtonWidget>(*this);
-    return pWidget && pWidget->isChecked();
-}
-
 void CButton::SetTakesFocus(bool bTakesFocus) {
     if (auto* pWidget = WidgetOf<ButtonWidget>(*this))
         pWidget->setFocusPolicy(bTakesFocus ? Qt::StrongFocus : Qt::NoFocus);
@@ -93,11 +88,6 @@ void CEdit::GetSelection(int& nStart, int& nEnd) const {
     const int nUnitEnd = bSelected ? pWidget->selectionEnd() : nUnitStart;
     nStart = CharactersOf(pWidget->text(), nUnitStart);
     nEnd = CharactersOf(pWidget->text(), nUnitEnd);
-}
-
-void CEdit::SetPasswordChar(wchar_t chPassword) {
-    if (auto* pWidget = WidgetOf<EditWidget>(*this))
-        pWidget->setEchoMode(chPassword ? QLineEdit::Password : QLineEdit::Normal);
 }
 
 int CListBox::AddString(const std::wstring& strText) {

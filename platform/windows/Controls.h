@@ -19,7 +19,6 @@ class PLATFORM_API CButton : public CWnd {
   public:
     /// A press does not change the checked state.
     void SetCheck(bool bChecked);
-    bool GetCheck() const;
 
     /// Whether the button takes the keyboard focus when it is pressed or tabbed to; at first it
     /// does.
@@ -39,7 +38,6 @@ class PLATFORM_API CEdit : public CWnd {
     /// the same the caret stands.
     void SetSelection(int nStart, int nEnd);
     void GetSelection(int& nStart, int& nEnd) const;
-    void SetPasswordChar(wchar_t chPassword);
 };
 
 class PLATFORM_API CListBox : public CWnd {

@@ -5,16 +5,16 @@
 #include <QFontMetrics>
 #include <QScreen>
 
-#include "platform/drawing/Graphics.h"
 #include "platform/drawing/qt/Surface.h"
 #include "platform/system/Exceptions.h"
-#include "platform/windows/Application.h"
+#include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/Widgets.h"
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
 ON_COMMAND(IDOK, OnOK)
 ON_COMMAND(IDCANCEL, OnCancel)
+ON_WM_ERASEBKGND()
 END_MESSAGE_MAP()
 
 namespace {
@@ -74,7 +74,7 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
 int CDialog::DoModal() {
     CreateFromTemplate(m_pParentWnd);
     const WindowHandle hWnd = GetHandle();
-    QWidget& widget = Native()->m_widget;
+    QWidget& widget = m_pNative->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
 
     QEventLoop loop;
@@ -91,7 +91,7 @@ int CDialog::DoModal() {
         ReportCurrentException();
         EndDialog(-1);
     }
-    if (!bEnded && IsWindow(hWnd)) {
+    if (!bEnded && NativeWindow::Find(hWnd)) {
         PlaceWindow(widget);
         widget.show();
         widget.activateWindow();
@@ -113,7 +113,7 @@ bool CDialog::Create(CWnd* pParent) {
 
 bool CDialog::CreateModal(CWnd* pParent) {
     if (!Create(pParent)) return false;
-    QWidget& widget = Native()->m_widget;
+    QWidget& widget = m_pNative->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
     PlaceWindow(widget);
     widget.show();
@@ -150,6 +150,11 @@ void CDialog::OnOK() {
 
 void CDialog::OnCancel() { EndDialog(IDCANCEL); }
 
+bool CDialog::OnEraseBkgnd(CDC* pDC) {
+    pDC->FillSolidRect(GetClientRect(), DIALOG_BACKGROUND);
+    return true;
+}
+
 LRESULT CDialog::DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
     if (nMessage == WM_CLOSE) return SendMessage(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED));
     return CWnd::DefWindowProc(nMessage, wParam, lParam);
@@ -159,10 +164,10 @@ namespace {
 
 /// Exchanges a whole number; one that does not convert, or does not fit, is reported.
 template <class Number>
-void ExchangeNumber(CDataExchange* pDX, int nID, Number& nValue) {
-    CWnd* pControl = pDX->m_pDialog->GetControl(nID);
+void ExchangeNumber(CDataExchange* pExchange, int nID, Number& nValue) {
+    CWnd* pControl = pExchange->m_pDialog->GetControl(nID);
     if (!pControl) return;
-    if (!pDX->m_bSaveAndValidate) {
+    if (!pExchange->m_bSaveAndValidate) {
         pControl->SetWindowText(std::to_wstring(nValue));
         return;
     }
@@ -182,23 +187,23 @@ void ExchangeNumber(CDataExchange* pDX, int nID, Number& nValue) {
 
 }  // namespace
 
-void ExchangeText(CDataExchange* pDX, int nID, std::int16_t& nValue) {
-    ExchangeNumber(pDX, nID, nValue);
+void ExchangeText(CDataExchange* pExchange, int nID, std::int16_t& nValue) {
+    ExchangeNumber(pExchange, nID, nValue);
 }
 
-void ExchangeText(CDataExchange* pDX, int nID, std::int32_t& nValue) {
-    ExchangeNumber(pDX, nID, nValue);
+void ExchangeText(CDataExchange* pExchange, int nID, std::int32_t& nValue) {
+    ExchangeNumber(pExchange, nID, nValue);
 }
 
-void ExchangeText(CDataExchange* pDX, int nID, std::wstring& strValue) {
-    CWnd* pControl = pDX->m_pDialog->GetControl(nID);
+void ExchangeText(CDataExchange* pExchange, int nID, std::wstring& strValue) {
+    CWnd* pControl = pExchange->m_pDialog->GetControl(nID);
     if (!pControl) return;
-    if (pDX->m_bSaveAndValidate)
+    if (pExchange->m_bSaveAndValidate)
         strValue = pControl->GetWindowText();
     else
         pControl->SetWindowText(strValue);
 }
 
-void ExchangeControl(CDataExchange* pDX, int nID, CWnd& control) {
-    if (!control.GetHandle()) control.AttachControl(nID, pDX->m_pDialog);
+void ExchangeControl(CDataExchange* pExchange, int nID, CWnd& control) {
+    if (!control.GetHandle()) control.AttachControl(nID, pExchange->m_pDialog);
 }

@@ -15,8 +15,7 @@ class PLATFORM_API CDialog : public CWnd {
   public:
     /// @param dialogTemplate must outlive the dialog
     /// @param pParent the window above which the dialog stands, or whose child it becomes; null:
-    /// the
-    ///        window that is active when the dialog is shown
+    ///        the window that is active when the dialog is shown
     explicit CDialog(const DialogTemplate& dialogTemplate, CWnd* pParent = nullptr)
         : m_template(dialogTemplate), m_pParentWnd(pParent) {}
 
@@ -52,12 +51,14 @@ class PLATFORM_API CDialog : public CWnd {
     /// The default of WM_CLOSE: as OnCancel.
     void OnClose() { Default(); }
 
+    /// Fills the client area with the colour that all dialogs have. It shows through the labels,
+    /// which get no brush.
+    bool OnEraseBkgnd(CDC* pDC);
+
     LRESULT DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
     DECLARE_MESSAGE_MAP()
 
   private:
-    friend struct NativeWindow;
-
     bool CreateFromTemplate(CWnd* pParent);
 
     const DialogTemplate& m_template;
@@ -74,9 +75,9 @@ class PLATFORM_API CDialogEx : public CDialog {
 
 /// Exchange of one control's text with a field. A number that does not convert is reported to the
 /// operator and ends the exchange (CUserException) with the field unchanged.
-PLATFORM_API void ExchangeText(CDataExchange* pDX, int nID, std::int16_t& nValue);
-PLATFORM_API void ExchangeText(CDataExchange* pDX, int nID, std::int32_t& nValue);
-PLATFORM_API void ExchangeText(CDataExchange* pDX, int nID, std::wstring& strValue);
+PLATFORM_API void ExchangeText(CDataExchange* pExchange, int nID, std::int16_t& nValue);
+PLATFORM_API void ExchangeText(CDataExchange* pExchange, int nID, std::int32_t& nValue);
+PLATFORM_API void ExchangeText(CDataExchange* pExchange, int nID, std::wstring& strValue);
 
 /// Ties a member to its control, once, when the dialog is set up.
-PLATFORM_API void ExchangeControl(CDataExchange* pDX, int nID, CWnd& control);
+PLATFORM_API void ExchangeControl(CDataExchange* pExchange, int nID, CWnd& control);

@@ -20,13 +20,11 @@ enum class ControlKind : BYTE {
 /// Styles of a control; they combine.
 enum ControlStyle : UINT {
     CS_NONE = 0,
-    CS_HIDDEN = 1,      ///< not visible at first
-    CS_SORT = 2,        ///< lists: items in the order of their texts
-    CS_CENTER = 4,      ///< statics: text centred in each line
-    CS_READONLY = 8,    ///< edits
-    CS_BORDER = 16,     ///< edits
-    CS_CHECKABLE = 32,  ///< buttons with a checked state, which CButton::SetCheck changes
-    CS_DEFAULT = 64,    ///< buttons: pressed by Enter when no other button has the focus
+    CS_HIDDEN = 1,    ///< not visible at first
+    CS_SORT = 2,      ///< lists: items in the order of their texts
+    CS_CENTER = 4,    ///< statics: text centred in each line
+    CS_READONLY = 8,  ///< edits
+    CS_BORDER = 16,   ///< edits
 };
 
 /// Position and size in dialog units.

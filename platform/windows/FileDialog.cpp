@@ -21,24 +21,12 @@ class NameIconProvider : public QFileIconProvider {
     }
 };
 
-/// A pattern that matches without regard to case: *.csv becomes *.[cC][sS][vV].
-QString AnyCase(const QString& pattern) {
-    QString result;
-    for (const QChar ch : pattern) {
-        if (ch.isLetter())
-            result += QLatin1Char('[') + ch.toLower() + ch.toUpper() + QLatin1Char(']');
-        else
-            result += ch;
-    }
-    return result;
-}
-
 QStringList NameFilters(const std::wstring& strFilter) {
     const QStringList parts = QString::fromStdWString(strFilter).split(QLatin1Char('|'));
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
         const QString name = parts[i].section(QStringLiteral(" ("), 0, 0);
-        filters << QStringLiteral("%1 (%2)").arg(name, AnyCase(parts[i + 1]));
+        filters << QStringLiteral("%1 (%2)").arg(name, parts[i + 1]);
     }
     return filters;
 }

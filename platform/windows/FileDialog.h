@@ -9,8 +9,7 @@
 class PLATFORM_API CFileDialog {
   public:
     /// @param bOpen true: an existing file to open; false: a file to save to, with a question
-    /// before
-    ///        an existing one is overwritten
+    ///        before an existing one is overwritten
     /// @param strDefaultExtension appended to a name without one, as ".rt3"; empty: none
     /// @param strFilter pairs of name and pattern, as "Text File (*.csv)|*.csv||"; patterns match
     ///        without regard to case

@@ -7,7 +7,7 @@
 //
 //     BEGIN_MESSAGE_MAP(CDlgExample, CDialog)
 //         ON_WM_CLOSE()
-//         ON_BN_CLICKED(1004, OnStart)
+//         ON_BN_CLICKED(ID_START, OnStart)
 //         ON_MESSAGE(WM_RT_BARCOMMAND, OnBarCommand)
 //     END_MESSAGE_MAP()
 //
@@ -80,7 +80,6 @@ struct MessageMap {
 
 #define ON_WM_PAINT() MESSAGE_MAP_ENTRY(WM_PAINT, 0, 0, self.OnPaint(); return 0;)
 #define ON_WM_CLOSE() MESSAGE_MAP_ENTRY(WM_CLOSE, 0, 0, self.OnClose(); return 0;)
-#define ON_WM_DESTROY() MESSAGE_MAP_ENTRY(WM_DESTROY, 0, 0, self.OnDestroy(); return 0;)
 #define ON_WM_ERASEBKGND()                                                                         \
     MESSAGE_MAP_ENTRY(WM_ERASEBKGND, 0, 0,                                                         \
                       return self.OnEraseBkgnd(reinterpret_cast<CDC*>(wParam)) ? 1 : 0;)

@@ -17,20 +17,18 @@ constexpr UINT WM_DESTROY = 0x0002;
 constexpr UINT WM_PAINT = 0x000F;
 constexpr UINT WM_CLOSE = 0x0010;
 constexpr UINT WM_ERASEBKGND = 0x0014;  ///< wParam: the CDC to erase with
-constexpr UINT WM_INITDIALOG = 0x0110;
-constexpr UINT WM_COMMAND = 0x0111;  ///< wParam: control id, notification code in the high word
-constexpr UINT WM_CTLCOLORSTATIC = 0x0138;  ///< wParam: the CDC, lParam: the control (CWnd)
+constexpr UINT WM_COMMAND = 0x0111;     ///< wParam: control id, notification code in the high word
+constexpr UINT WM_CTLCOLORSTATIC = 0x0138;  ///< wParam: the CDC, lParam: the control (CWnd);
+                                            ///< gives its background brush, or 0 for none
 constexpr UINT WM_MOUSEMOVE = 0x0200;       ///< lParam: x and y, see PointFromParam
 constexpr UINT WM_LBUTTONDOWN = 0x0201;
 constexpr UINT WM_LBUTTONUP = 0x0202;
 constexpr UINT WM_RBUTTONDOWN = 0x0204;
 constexpr UINT WM_DROPFILES = 0x0233;  ///< lParam: a std::vector<std::wstring> of full paths
-constexpr UINT WM_USER = 0x0400;
 
 /// Notification codes of WM_COMMAND.
 constexpr UINT BN_CLICKED = 0;
 constexpr UINT LBN_SELCHANGE = 1;
-constexpr UINT LBN_DBLCLK = 2;
 constexpr UINT CBN_SELCHANGE = 1;
 constexpr UINT EN_CHANGE = 0x0300;
 

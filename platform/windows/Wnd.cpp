@@ -9,19 +9,24 @@
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
-CWnd::~CWnd() { CWnd::DestroyWindow(); }
-
-CWnd* CWnd::FromHandle(WindowHandle hWnd) {
-    NativeWindow* pNative = NativeWindow::Find(hWnd);
-    return pNative ? pNative->m_pOwner : nullptr;
-}
+CWnd::~CWnd() { DestroyWindow(); }
 
 LRESULT CWnd::SendMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
-    return ::SendMessage(GetHandle(), nMessage, wParam, lParam);
+    if (!IsUiThread()) {
+        PostMessage(nMessage, wParam, lParam);
+        return 0;
+    }
+    return m_pNative ? m_pNative->Dispatch(nMessage, wParam, lParam) : 0;
 }
 
 bool CWnd::PostMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
-    return ::PostMessage(GetHandle(), nMessage, wParam, lParam);
+    const WindowHandle hWnd = GetHandle();
+    if (!hWnd) return false;
+    PostToUi([=] {
+        if (NativeWindow* pNative = NativeWindow::Find(hWnd))
+            pNative->Dispatch(nMessage, wParam, lParam);
+    });
+    return true;
 }
 
 void CWnd::PostCall(std::function<void()> call) {
@@ -60,10 +65,10 @@ std::wstring CWnd::GetWindowText() const {
     return m_pNative ? GetWidgetText(m_pNative->m_widget).toStdWString() : std::wstring();
 }
 
-void CWnd::SetFont(CFont* pFont, bool bRedraw) {
+void CWnd::SetFont(CFont* pFont) {
     if (!m_pNative || !pFont) return;
     m_pNative->m_widget.setFont(ToQFont(*pFont));
-    if (bRedraw) m_pNative->MarkStale();
+    m_pNative->MarkStale();
 }
 
 void CWnd::SetFocus() {
@@ -72,7 +77,7 @@ void CWnd::SetFocus() {
 
 int CWnd::GetControlID() const { return m_pNative ? m_pNative->m_nID : 0; }
 
-void CWnd::Invalidate(bool) {
+void CWnd::Invalidate() {
     if (IsUiThread()) {
         if (m_pNative) m_pNative->MarkStale();
         return;
@@ -87,10 +92,6 @@ void CWnd::Invalidate(bool) {
     });
 }
 
-void CWnd::UpdateWindow() {
-    if (m_pNative && m_pNative->m_bStale) m_pNative->m_widget.repaint();
-}
-
 void CWnd::DragAcceptFiles(bool bAccept) {
     if (m_pNative) m_pNative->m_widget.setAcceptDrops(bAccept);
 }
@@ -101,34 +102,17 @@ CRect CWnd::GetClientRect() const {
 }
 
 CRect CWnd::GetWindowRect() const {
-    CPoint origin;
-    ClientToScreen(origin);
     CRect rect = GetClientRect();
-    rect.OffsetRect(origin.x, origin.y);
+    if (!m_pNative) return rect;
+    const QPoint origin = m_pNative->m_widget.mapToGlobal(QPoint());
+    rect.OffsetRect(origin.x(), origin.y());
     return rect;
 }
 
-void CWnd::ScreenToClient(CPoint& point) const {
-    if (!m_pNative) return;
-    const QPoint mapped = m_pNative->m_widget.mapFromGlobal(QPoint(point.x, point.y));
-    point = {mapped.x(), mapped.y()};
-}
-
 void CWnd::ScreenToClient(CRect& rect) const {
-    CPoint corner = rect.TopLeft();
-    ScreenToClient(corner);
-    rect.OffsetRect(corner.x - rect.left, corner.y - rect.top);
-}
-
-void CWnd::ClientToScreen(CPoint& point) const {
     if (!m_pNative) return;
-    const QPoint mapped = m_pNative->m_widget.mapToGlobal(QPoint(point.x, point.y));
-    point = {mapped.x(), mapped.y()};
-}
-
-void CWnd::MoveWindow(const CRect& rect) {
-    if (m_pNative)
-        m_pNative->m_widget.setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
+    const QPoint origin = m_pNative->m_widget.mapToGlobal(QPoint());
+    rect.OffsetRect(-origin.x(), -origin.y());
 }
 
 void CWnd::SetWindowPosition(CPoint position) {
@@ -164,17 +148,16 @@ bool CWnd::AttachControl(int nID, CWnd* pParent) {
     return true;
 }
 
-bool CWnd::DestroyWindow() {
-    if (!m_pNative) return false;
+void CWnd::DestroyWindow() {
+    if (!m_pNative) return;
     NativeWindow* pNative = m_pNative;
     const QPointer<QWidget> pWidget = &pNative->m_widget;
     pNative->Dispatch(WM_DESTROY, 0, 0);
-    if (!pWidget) return true;
+    if (!pWidget) return;
     pNative->Retire();
     // The widget may be in the middle of an event of its own: it goes when that is over.
     pWidget->hide();
     pWidget->deleteLater();
-    return true;
 }
 
 LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
@@ -188,12 +171,9 @@ LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CWnd::DefWindowProc(UINT nMessage, WPARAM wParam, LPARAM) {
-    static CBrush buttonFace(BUTTON_FACE);
     LRESULT nResult = 0;
     if (m_pNative && m_pNative->RunDefault(nMessage, &nResult)) return nResult;
     switch (nMessage) {
-    case WM_CTLCOLORSTATIC:
-        return reinterpret_cast<LRESULT>(&buttonFace);
     case WM_ERASEBKGND:
         reinterpret_cast<CDC*>(wParam)->FillSolidRect(GetClientRect(), BUTTON_FACE);
         return 1;
@@ -218,23 +198,3 @@ const MessageMap* CWnd::GetThisMessageMap() {
 }
 
 const MessageMap* CWnd::GetMessageMap() const { return GetThisMessageMap(); }
-
-LRESULT SendMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam) {
-    if (!IsUiThread()) {
-        PostMessage(hWnd, nMessage, wParam, lParam);
-        return 0;
-    }
-    NativeWindow* pNative = NativeWindow::Find(hWnd);
-    return pNative ? pNative->Dispatch(nMessage, wParam, lParam) : 0;
-}
-
-bool PostMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam) {
-    if (!hWnd || (IsUiThread() && !NativeWindow::Find(hWnd))) return false;
-    PostToUi([=] {
-        if (NativeWindow* pNative = NativeWindow::Find(hWnd))
-            pNative->Dispatch(nMessage, wParam, lParam);
-    });
-    return true;
-}
-
-bool IsWindow(WindowHandle hWnd) { return NativeWindow::Find(hWnd) != nullptr; }

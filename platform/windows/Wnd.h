@@ -27,10 +27,7 @@ class PLATFORM_API CWnd : public CObject {
     /// The window's handle, 0 while there is no window. Any thread.
     WindowHandle GetHandle() const { return m_hWnd.load(std::memory_order_acquire); }
 
-    /// The object attached to a window, or null when there is no such window (any more).
-    static CWnd* FromHandle(WindowHandle hWnd);
-
-    // Messages -----------------------------------------------------------------------------------
+    // Messages
 
     /// Handles a message now and returns the handler's result; exceptions of handlers are reported
     /// by the standard error box and give 0. Without a window: 0. Any thread; from a thread that is
@@ -45,7 +42,7 @@ class PLATFORM_API CWnd : public CObject {
     /// Any thread.
     void PostCall(std::function<void()> call);
 
-    // State --------------------------------------------------------------------------------------
+    // State
 
     void EnableWindow(bool bEnable = true);
     bool IsWindowEnabled() const;
@@ -53,32 +50,26 @@ class PLATFORM_API CWnd : public CObject {
     bool IsWindowVisible() const;
     void SetWindowText(const std::wstring& strText);
     std::wstring GetWindowText() const;
-    void SetFont(CFont* pFont, bool bRedraw = true);
+    void SetFont(CFont* pFont);
     void SetFocus();
     int GetControlID() const;
 
     /// Requests a repaint of the whole client area; several requests before the next paint make one
     /// paint. Nothing happens without a window. Any thread.
-    void Invalidate(bool bErase = true);
-
-    /// Paints at once what has been invalidated.
-    void UpdateWindow();
+    void Invalidate();
 
     /// Accepts files dropped on the window, as WM_DROPFILES.
     void DragAcceptFiles(bool bAccept = true);
 
-    // Geometry, in pixels ------------------------------------------------------------------------
+    // Geometry, in pixels
 
     CRect GetClientRect() const;
     CRect GetWindowRect() const;  ///< in screen coordinates
     void ScreenToClient(CRect& rect) const;
-    void ScreenToClient(CPoint& point) const;
-    void ClientToScreen(CPoint& point) const;
-    void MoveWindow(const CRect& rect);       ///< in the parent's client coordinates
-    void SetWindowPosition(CPoint position);  ///< keeps the size
+    void SetWindowPosition(CPoint position);  ///< in the parent's client area; keeps the size
     void SetTopMost();
 
-    // Relations ----------------------------------------------------------------------------------
+    // Relations
 
     CWnd* GetParent() const;
 
@@ -93,7 +84,7 @@ class PLATFORM_API CWnd : public CObject {
     bool AttachControl(int nID, CWnd* pParent);
 
     /// Destroys the window with its children; the object stays.
-    virtual bool DestroyWindow();
+    void DestroyWindow();
 
   protected:
     /// Looks a message up in the message maps, from the most derived class to the root, and else
@@ -110,13 +101,9 @@ class PLATFORM_API CWnd : public CObject {
     void OnLButtonUp(UINT, CPoint) { Default(); }
     void OnMouseMove(UINT, CPoint) { Default(); }
     void OnRButtonDown(UINT, CPoint) { Default(); }
-    bool OnEraseBkgnd(CDC*) { return Default() != 0; }
-    CBrush* OnCtlColor(CDC*, CWnd*, UINT) { return reinterpret_cast<CBrush*>(Default()); }
 
     static const MessageMap* GetThisMessageMap();
     virtual const MessageMap* GetMessageMap() const;
-
-    NativeWindow* Native() const { return m_pNative; }
 
   private:
     friend struct NativeWindow;
@@ -128,10 +115,3 @@ class PLATFORM_API CWnd : public CObject {
     /// makes one.
     std::atomic<bool> m_bPaintRequested{false};
 };
-
-/// The message calls by handle, for windows whose object the caller does not hold. Any thread.
-PLATFORM_API LRESULT SendMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam = 0,
-                                 LPARAM lParam = 0);
-PLATFORM_API bool PostMessage(WindowHandle hWnd, UINT nMessage, WPARAM wParam = 0,
-                              LPARAM lParam = 0);
-PLATFORM_API bool IsWindow(WindowHandle hWnd);

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
 #include "platform/system/Exceptions.h"
+#include "tests/acquisition/Support.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "Support.h"
+#include "tests/acquisition/Support.h"
 
 namespace {
 

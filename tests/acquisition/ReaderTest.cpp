@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
+#include "tests/acquisition/Support.h"
 
 namespace {
 

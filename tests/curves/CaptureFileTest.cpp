@@ -11,7 +11,7 @@
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemFile.h"
 #include "platform/system/Progress.h"
-#include "tests/curves/FileBytes.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

@@ -7,13 +7,11 @@
 #include "host/Panel.h"
 #include "platform/operator/Operator.h"
 #include "plugin/DlgBase.h"
+#include "plugin/ScreenTemplate.h"
+#include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
-
-constexpr int ID_START = 1004;
-constexpr int ID_STOP = 1006;
-constexpr int ID_SAMPLE_TIME_MODE = 1020;
 
 class Session : public ::testing::Test {
   protected:
@@ -41,7 +39,7 @@ class Session : public ::testing::Test {
     bool Await(const std::function<bool()>& condition) {
         return Operator::WaitUntil(condition, 20000);
     }
-    bool IsEnabled(int nID) { return m_pScreen->GetControl(nID)->IsWindowEnabled(); }
+    bool IsEnabled(int nID) { return ::IsEnabled(*m_pScreen, nID); }
     std::shared_ptr<CRTCurves> GetCurves() {
         const std::lock_guard lock(m_pSession->m_lock);
         return m_pSession->m_spCurves;
@@ -64,8 +62,8 @@ TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
     m_options.m_nMode = 20;
     m_options.m_strSampleTime = L"2";
     Run([this] {
-        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_START));
-        EXPECT_TRUE(Await([this] { return IsEnabled(ID_START); }));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
+        EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));
         for (const std::size_t nChannel : {0, 1}) {
             const auto values = GetValues(nChannel);
             ASSERT_EQ(values.size(), 20000u);
@@ -84,15 +82,15 @@ TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
 
 TEST_F(Session, AContinuousCaptureRunsFromStrokeToStrokeUntilStop) {
     Run([this] {
-        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_SAMPLE_TIME_MODE));
-        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_START));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_SAMPLE_TIME_MODE));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
         const auto spFirst = GetCurves();
         EXPECT_TRUE(Await([&] { return GetCurves() != spFirst && !GetValues(0).empty(); }));
         // A whole stroke of 1.5 s.
         EXPECT_EQ(spFirst->FirstCurve(0)->GetCount(), 15000u);
-        EXPECT_FALSE(IsEnabled(ID_START));
-        EXPECT_TRUE(Operator::Tap(*m_pScreen, ID_STOP));
-        EXPECT_TRUE(Await([this] { return IsEnabled(ID_START); }));
+        EXPECT_FALSE(IsEnabled(IDC_START));
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_STOP));
+        EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));
     });
 }
 
@@ -101,8 +99,8 @@ TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItself) {
     m_options.m_nMode = 3;
     Run([this] {
         EXPECT_TRUE(Await([this] { return GetValues(2).size() >= 100; }));
-        EXPECT_FALSE(IsEnabled(ID_START));
-        EXPECT_FALSE(IsEnabled(ID_STOP));
+        EXPECT_FALSE(IsEnabled(IDC_START));
+        EXPECT_FALSE(IsEnabled(IDC_STOP));
     });
 }
 
@@ -125,7 +123,7 @@ TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
     m_options.m_strCaptureFile = m_folder.GetPath() / "out" / "capture.rt3";
     Run([this] {
         EXPECT_EQ(m_pSession->m_pPacketQueue, nullptr);
-        EXPECT_FALSE(IsEnabled(ID_START));
+        EXPECT_FALSE(IsEnabled(IDC_START));
         EXPECT_TRUE(Await([this] { return GetValues(0).size() == 10000; }));
         EXPECT_EQ(m_pScreen->GetWindowText(), L"Real Time Mode - capture.rt3");
         EXPECT_EQ(m_pSession->m_nMode, 20);  // as the file says

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int PLOT_ID = 1001;
+constexpr int PLOT_ID = 9;
 const DialogItem ITEMS[] = {{PLOT_ID, ControlKind::StaticFrame, nullptr, 0, 0, 200, 100}};
 const DialogTemplate TEMPLATE{1, L"Plot", 200, 100, L"MS Shell Dlg", 8, ITEMS};
 
@@ -23,7 +23,7 @@ struct Control : testing::Test {
     }
     void Repaint() {
         m_control.Invalidate();
-        m_control.UpdateWindow();
+        Operator::Wait(1);
     }
     /// The colours that differ from the plot painted without a band, as a range of x.
     std::pair<int, int> FindBand() {
@@ -79,7 +79,7 @@ TEST_F(Control, TheBandFollowsTheMouseAndSurvivesRepaints) {
     m_control.EndZoomDrag(200);
     EXPECT_EQ(m_sheet.m_plot.m_nDragBandX, 0);
     EXPECT_EQ(m_sheet.m_plot.m_bZoomed, 1);
-    m_control.UpdateWindow();
+    Operator::Wait(1);
     EXPECT_EQ(FindBand(), NO_BAND);
 }
 

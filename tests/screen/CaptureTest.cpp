@@ -1,9 +1,11 @@
 // Captures through the real screen: its buttons, the reader thread, the messages to the instrument.
 #include <gtest/gtest.h>
 
-#include "Panel.h"
 #include "acquisition/ObjRTGeneric.h"
 #include "plugin/ScreenTemplate.h"
+#include "tests/support/Panel.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
 
 namespace {
 
@@ -132,7 +134,7 @@ TEST(Screen, RunsContinuouslyAndStopsThatBeforeItCloses) {
         EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{3, 4, 5, 6}));
         EXPECT_EQ(panel.m_view.m_images.size(), 1u);
 
-        EXPECT_TRUE(panel.TapBar(1));  // the main menu bar's close button
+        EXPECT_TRUE(panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN));
     });
     ASSERT_EQ(panel.m_view.m_images.size(), 2u);
     EXPECT_EQ(panel.m_view.m_images[1], Image({0x27, 1, 0x29, 2}));
@@ -170,8 +172,8 @@ TEST(Screen, ClosesUnderAFlood) {
         EXPECT_TRUE(
             Operator::Select(*panel.m_pDialog->GetControl(IDC_CHANNEL_LIST), L"Channel 2") ||
             !panel.IsEnabled(IDC_CHANNEL_LIST));
-        EXPECT_TRUE(panel.TapBar(2));  // Info
-        EXPECT_TRUE(panel.BarControl(1036));
+        EXPECT_TRUE(panel.TapBar(CDlgBarMainMenu::ID_INFO));
+        EXPECT_TRUE(panel.BarControl(CDlgBarInfo::ID_BACK));
     });
     bFlood = false;
     EXPECT_FALSE(panel.m_pDialog->GetHandle());

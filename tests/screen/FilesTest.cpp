@@ -4,16 +4,15 @@
 #include <csignal>
 #include <sys/resource.h>
 
-#include "../curves/FileBytes.h"
-#include "../support/TemporaryFolder.h"
-#include "Panel.h"
 #include "platform/system/Paths.h"
 #include "plugin/ScreenTemplate.h"
+#include "tests/support/FileBytes.h"
+#include "tests/support/Panel.h"
+#include "tests/support/TemporaryFolder.h"
+#include "ui/DlgBarMainMenu.h"
+#include "ui/DlgListFiles.h"
 
 namespace {
-
-constexpr int BAR_EXPORT = 1047;
-constexpr int LIST_FILES = 1135;
 
 class FilesTest : public ::testing::Test {
   protected:
@@ -25,7 +24,7 @@ class FilesTest : public ::testing::Test {
         return {bytes.begin(), bytes.end()};
     }
 
-    /// A capture of the four values and one pulse of the worked example: capacity 4 at a rate of 4
+    /// A capture of the four values and one pulse of the small capture: capacity 4 at a rate of 4
     /// values in one second.
     static void CaptureExample(TestPanel& panel) {
         panel.m_pSession->m_nHostValueRate = 4;
@@ -37,7 +36,7 @@ class FilesTest : public ::testing::Test {
         panel.m_queue.push(MakeSamples(5, {100, -200, 300, -50}));
         panel.Settle();
     }
-    /// What a save of that capture holds: the worked example with a value rate of 4.
+    /// What a save of that capture holds: the small capture with a value rate of 4.
     static std::string SavedExample() {
         std::string bytes = Example();
         bytes[6] = 4;
@@ -87,7 +86,7 @@ TEST_F(FilesTest, SavesAndLoadsOnThePanel) {
         ASSERT_TRUE(pList);
         EXPECT_EQ(Operator::ModalText(), L"Select Real Time file to open");
         EXPECT_FALSE(Operator::Tap(*pList, IDOK));
-        CWnd* pRows = pList->GetControl(LIST_FILES);
+        CWnd* pRows = pList->GetControl(CDlgListFiles::ID_FILES);
         EXPECT_FALSE(Operator::Select(*pRows, L"folder"));
         EXPECT_TRUE(Operator::Select(*pRows, L"Apple"));
         EXPECT_TRUE(Operator::Tap(*pList, IDOK));
@@ -149,7 +148,7 @@ TEST_F(FilesTest, ReportsALoadThatFails) {
         CaptureExample(panel);
         panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
-        Operator::Select(*pList->GetControl(LIST_FILES), L"short");
+        Operator::Select(*pList->GetControl(CDlgListFiles::ID_FILES), L"short");
         Operator::Tap(*pList, IDOK);
         EXPECT_NE(Operator::ModalText().find(L"short.rt3"), std::wstring::npos);
         EXPECT_TRUE(Operator::PressModalButton(L"OK"));
@@ -176,11 +175,11 @@ TEST_F(FilesTest, WorksWithFileDialogsOnADesktop) {
         AnswerFileDialog(panel, m_folder.Path("copy"));
         EXPECT_EQ(m_folder.Get("copy.rt3"), Example());
 
-        panel.TapBar(BAR_EXPORT);
+        panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
         AnswerFileDialog(panel, m_folder.Path("out"));
         EXPECT_EQ(m_folder.Get("out.csv"), "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050");
 
-        panel.TapBar(BAR_EXPORT);
+        panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
         Operator::PressKey(Operator::Key::Escape);
         EXPECT_EQ(m_folder.CountEntries(), 4u);  // those three and the language folder
 

@@ -1,18 +1,20 @@
 // What an operator does with a finger on the screen: zoom band, markers, trigger level, entries.
 #include <gtest/gtest.h>
 
-#include "Panel.h"
 #include "platform/system/NamedMutex.h"
 #include "plugin/ScreenTemplate.h"
+#include "tests/support/Panel.h"
 #include "ui/BarMessages.h"
+#include "ui/BigMessageBox.h"
+#include "ui/DlgBarInfo.h"
+#include "ui/DlgBarMainMenu.h"
+#include "ui/DlgSettings.h"
 
 namespace {
 
-// Controls of the bars and dialogs, by their ids.
-constexpr int BAR_INFO_BUTTON = 2, BAR_A = 1028, BAR_B = 1027, BAR_TRIGGER = 1030;
-constexpr int BAR_DISTANCE = 1029, BAR_PERCENT = 1031, BAR_CLEAR_MARKERS = 1012;
-constexpr int BAR_BACK = 1036, SETTINGS_LOWER = 1043, SETTINGS_UPPER = 1044;
-constexpr int SETTINGS_AUTO_ZOOM = 1222;
+using Bar = CDlgBarInfo;
+using Menu = CDlgBarMainMenu;
+using Settings = CDlgSettings;
 
 /// A screen with one idle capture of 98,400 values: its plot is 698 pixels wide, so 656 pixels
 /// stand for the capture and one pixel for exactly 150 values.
@@ -54,14 +56,7 @@ class FingerTest : public ::testing::Test {
         EXPECT_EQ(Plot().m_nViewStart, nStart);
         EXPECT_EQ(Plot().m_nViewEnd, nEnd);
     }
-    std::wstring BarText(int nID) {
-        CWnd* pControl = m_panel.BarControl(nID);
-        std::wstring strText = L"(none)";
-        Operator::Ask([&] {
-            if (pControl) strText = pControl->GetWindowText();
-        });
-        return strText;
-    }
+    std::wstring BarText(int nID) { return m_panel.BarText(nID); }
     /// Enters a text on the keyboard or number pad in front, with hardware keys.
     void Enter(const std::wstring& strText) {
         ASSERT_TRUE(Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 2000));
@@ -141,28 +136,28 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
 TEST_F(FingerTest, MeasuresATimeDistance) {
     m_panel.Run([&] {
         Capture();
-        m_panel.TapBar(BAR_INFO_BUTTON);
-        EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
-        m_panel.TapBar(BAR_A);
+        m_panel.TapBar(Menu::ID_INFO);
+        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"0");
+        m_panel.TapBar(Bar::ID_MARKER_A);
         TapPlot(40 + 120);  // 120 pixels: value 18000
         EXPECT_EQ(Plot().m_nMarkerA, 18000);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_MARKER_B);
         TapPlot(40 + 295);  // and 5 more for marker B: 300 pixels, value 45000
         EXPECT_EQ(Plot().m_nMarkerB, 45000);
-        EXPECT_EQ(BarText(BAR_DISTANCE), L"675");
+        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"675");
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
 
-        m_panel.TapBar(BAR_CLEAR_MARKERS);
-        EXPECT_EQ(BarText(BAR_DISTANCE), L"0");
+        m_panel.TapBar(Bar::ID_CLEAR_MARKERS);
+        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"0");
         EXPECT_EQ(Plot().m_nMarkerA, -1);
 
-        m_panel.TapBar(BAR_A);
-        m_panel.TapBar(BAR_B);
+        m_panel.TapBar(Bar::ID_MARKER_A);
+        m_panel.TapBar(Bar::ID_MARKER_B);
         TapPlot(200);
         EXPECT_EQ(Plot().m_nMarkerA, -1);
         EXPECT_NE(Plot().m_nMarkerB, -1);
-        m_panel.TapBar(BAR_BACK);
-        EXPECT_TRUE(m_panel.BarControl(BAR_INFO_BUTTON));
+        m_panel.TapBar(Bar::ID_BACK);
+        EXPECT_TRUE(m_panel.BarControl(Menu::ID_INFO));
     });
 }
 
@@ -172,10 +167,10 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         m_panel.Tap(IDC_SETTINGS);
         CWnd* pSettings = Operator::ModalWindow();
         ASSERT_TRUE(pSettings);
-        Operator::Tap(*pSettings, SETTINGS_AUTO_ZOOM);
-        Operator::Tap(*pSettings, SETTINGS_LOWER);
+        Operator::Tap(*pSettings, Settings::ID_AUTO_ZOOM);
+        Operator::Tap(*pSettings, Settings::ID_RANGE_MIN);
         Enter(L"0");
-        Operator::Tap(*pSettings, SETTINGS_UPPER);
+        Operator::Tap(*pSettings, Settings::ID_RANGE_MAX);
         Enter(L"3960.9");
         Operator::Tap(*pSettings, IDOK);
         EXPECT_EQ(int{m_panel.m_pSession->m_graph.m_nRangeMin}, 0);
@@ -186,11 +181,11 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         Operator::WaitUntil([this] { return Plot().m_nValueSpan == 3960; }, 2000);
         EXPECT_DOUBLE_EQ(Plot().m_dYScale, 0.05);
         EXPECT_EQ(Plot().m_nZeroY, 218);
-        m_panel.TapBar(BAR_INFO_BUTTON);
-        m_panel.TapBar(BAR_TRIGGER);
+        m_panel.TapBar(Menu::ID_INFO);
+        m_panel.TapBar(Bar::ID_TRIGGER);
         TapPlot(300, 218 - 50);
         EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
-        EXPECT_EQ(BarText(BAR_PERCENT), L"20");
+        EXPECT_EQ(BarText(Bar::ID_TRIGGER_PERCENT), L"20");
     });
 }
 
@@ -219,14 +214,14 @@ TEST_F(FingerTest, RefusesAnOutOfRangeNumberInTheLargeBox) {
     m_panel.Run([&] {
         m_panel.Tap(IDC_SETTINGS);
         CWnd* pSettings = Operator::ModalWindow();
-        Operator::Tap(*pSettings, SETTINGS_LOWER);
+        Operator::Tap(*pSettings, Settings::ID_RANGE_MIN);
         Enter(L"-20000.5");
         EXPECT_EQ(Operator::ModalTitle(), L"Data Error");
         EXPECT_EQ(Operator::ModalText(), L"Parameter must be within range: -20000 to 70000");
         EXPECT_TRUE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
         CWnd* pBox = Operator::ModalWindow();
         ASSERT_TRUE(pBox);
-        EXPECT_TRUE(Operator::Tap(*pBox, 3));
+        EXPECT_TRUE(Operator::Tap(*pBox, CBigMessageBox::ID_OK_CENTRE));
         EXPECT_FALSE(CNamedMutex::Exists(L"StrovaneBigMessageBox"));
         EXPECT_EQ(int{m_panel.m_pSession->m_graph.m_nRangeMin}, -5000);
         EXPECT_EQ(Operator::ModalWindow(), pSettings);
@@ -244,12 +239,12 @@ TEST_F(FingerTest, EscapeAndEnterCloseTheScreen) {
 
 TEST_F(FingerTest, EveryOtherButtonAndMessage) {
     m_panel.Run([&] {
-        m_panel.TapBar(4);  // pass output
+        m_panel.TapBar(Menu::ID_PASS_OUTPUT);
         ASSERT_EQ(m_panel.m_view.m_images.size(), 1u);
         EXPECT_EQ(m_panel.m_view.m_images[0].substr(0, 5), std::string("\x27\x01\x29\x03\x00", 5));
         EXPECT_EQ(m_panel.m_view.m_images[0].size(), 44u);
-        EXPECT_FALSE(m_panel.TapBar(1203));  // the hidden Tools button
-        m_panel.TapBar(1047);                // nothing to export: no dialog
+        EXPECT_FALSE(m_panel.TapBar(Menu::ID_TOOLS)) << "it is hidden";
+        m_panel.TapBar(Menu::ID_EXPORT_CSV);  // nothing to export: no dialog
         EXPECT_EQ(Operator::ModalWindow(), m_panel.m_pDialog.get());
 
         m_panel.m_pDialog->PostMessage(WM_RT_BARCOMMAND, 999);
@@ -276,9 +271,9 @@ TEST(Finger, WorksDuringAContinuousCapture) {
             }
         });
         for (int i = 0; i < 3; ++i) {
-            EXPECT_TRUE(panel.TapBar(BAR_INFO_BUTTON));
-            EXPECT_TRUE(panel.TapBar(BAR_A));
-            EXPECT_TRUE(panel.TapBar(BAR_BACK));
+            EXPECT_TRUE(panel.TapBar(Menu::ID_INFO));
+            EXPECT_TRUE(panel.TapBar(Bar::ID_MARKER_A));
+            EXPECT_TRUE(panel.TapBar(Bar::ID_BACK));
         }
         bOn = false;
         instrument.Close();

@@ -1,11 +1,12 @@
 // The screen in another language, and what it does when its surroundings are missing.
 #include <gtest/gtest.h>
 
-#include "../support/TemporaryFolder.h"
-#include "Panel.h"
 #include "platform/system/Paths.h"
 #include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
+#include "tests/support/Panel.h"
+#include "tests/support/TemporaryFolder.h"
+#include "ui/DlgBarMainMenu.h"
 
 namespace {
 
@@ -37,15 +38,8 @@ TEST(ScreenLanguage, TakesItsTextsFromTheLanguageFile) {
         EXPECT_EQ(panel.TextOf(IDC_STOP), L"Stop");
         EXPECT_EQ(panel.TextOf(IDC_CHANNEL_LIST), L"Kanal 1");
         EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), L"Kraft");
-        std::wstring strInfo, strTitle;
-        CWnd* pInfo = panel.BarControl(2);
-        ASSERT_TRUE(pInfo);
-        Operator::Ask([&] {
-            strInfo = pInfo->GetWindowText();
-            strTitle = panel.m_pDialog->GetWindowText();
-        });
-        EXPECT_EQ(strInfo, L"&Mehr");
-        EXPECT_EQ(strTitle, L"Echtzeit");
+        EXPECT_EQ(panel.BarText(CDlgBarMainMenu::ID_INFO), L"&Mehr");
+        EXPECT_EQ(Operator::ModalTitle(), L"Echtzeit");
     });
     SetProgramFolder(L"");
 }

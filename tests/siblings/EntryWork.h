@@ -12,6 +12,7 @@
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
 #include "siblings/OnscreenKeyboard.h"
+#include "tests/support/Controls.h"
 
 using Operator::Key;
 
@@ -22,12 +23,7 @@ inline CWnd& FrontWindow() {
     return *pWindow;
 }
 
-inline std::wstring Entered() {
-    const CWnd& window = FrontWindow();
-    std::wstring strText;
-    Operator::Ask([&] { strText = window.GetControl(CEntryWindow::ID_ENTRY)->GetWindowText(); });
-    return strText;
-}
+inline std::wstring Entered() { return TextOf(FrontWindow(), CEntryWindow::ID_ENTRY); }
 
 /// Taps keys by what stands on them.
 inline void Tap(std::initializer_list<const wchar_t*> keys) {

@@ -1,5 +1,5 @@
-// The main function of every test program: a window system for the whole run, and a run-time folder
-// of its own, so that programs that run at the same time do not see each other's named mutexes.
+// The main function of the test programs that have a window system for the whole run, and a
+// run-time folder of their own, as in PlainMain.cpp.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

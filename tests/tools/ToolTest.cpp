@@ -6,7 +6,7 @@
 
 #include "curves/CaptureFile.h"
 #include "platform/system/Paths.h"
-#include "tests/curves/FileBytes.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
+#include "tests/support/Controls.h"
+#include "ui/BarMessages.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/LanguageTable.h"
 
 namespace {
+
+using enum CDlgBarInfo::Control;
 
 constexpr DialogTemplate TEMPLATE{0, L"Screen", 480, 60, L"MS Shell Dlg", 8, {}};
 
@@ -23,7 +26,7 @@ class CScreen : public CDialog {
         return true;
     }
     LRESULT WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) override {
-        if (nMessage > WM_USER) m_posted.emplace_back(nMessage, wParam);
+        if (nMessage >= WM_RT_BARCOMMAND) m_posted.emplace_back(nMessage, wParam);
         return CDialog::WindowProc(nMessage, wParam, lParam);
     }
 };
@@ -33,7 +36,8 @@ class CScreen : public CDialog {
 TEST(InfoBar, PostsItsCommands) {
     CScreen screen;
     RunModal(screen, [&] {
-        for (const int nID : {1028, 1027, 1012, 1030, 1013, 1036})
+        for (const int nID :
+             {ID_MARKER_A, ID_MARKER_B, ID_CLEAR_MARKERS, ID_TRIGGER, ID_CLEAR_TRIGGER, ID_BACK})
             EXPECT_TRUE(Operator::Tap(screen.m_bar, nID)) << nID;
     });
     EXPECT_EQ(screen.m_posted,
@@ -48,23 +52,24 @@ TEST(InfoBar, ShowsItsNumbersAndTheLanguageAsFarAsItGoes) {
     CScreen screen;
     screen.m_bar.m_pLangTable = &table;
     RunModal(screen, [&] {
-        const std::pair<int, const wchar_t*> texts[] = {{1012, L"1507"},
-                                                        {1013, L"1507"},
-                                                        {1030, L"1517"},
-                                                        {1034, L"1520"},
-                                                        {1032, L"Time Marker (Information only)"},
-                                                        {1033, L"Time distance:"},
-                                                        {1029, L"0"},
-                                                        {1031, L"0"}};
+        const std::pair<int, const wchar_t*> texts[] = {
+            {ID_CLEAR_MARKERS, L"1507"},
+            {ID_CLEAR_TRIGGER, L"1507"},
+            {ID_TRIGGER, L"1517"},
+            {ID_LEVEL_LABEL, L"1520"},
+            {ID_MARKER_LABEL, L"Time Marker (Information only)"},
+            {ID_DISTANCE_LABEL, L"Time distance:"},
+            {ID_TIME_DISTANCE, L"0"},
+            {ID_TRIGGER_PERCENT, L"0"}};
         for (const auto& [nID, pText] : texts) EXPECT_EQ(TextOf(screen.m_bar, nID), pText) << nID;
         Operator::Ask([&] {
             screen.m_bar.m_nTimeDistance = -1250;
             screen.m_bar.m_nTriggerPercent = 40;
             screen.m_bar.UpdateData(false);
         });
-        EXPECT_EQ(TextOf(screen.m_bar, 1031), L"40");
-        Operator::Tap(screen.m_bar, 1029);
+        EXPECT_EQ(TextOf(screen.m_bar, ID_TRIGGER_PERCENT), L"40");
+        Operator::Tap(screen.m_bar, ID_TIME_DISTANCE);
         Operator::Type(L"9");  // which only shows
-        EXPECT_EQ(TextOf(screen.m_bar, 1029), L"-1250");
+        EXPECT_EQ(TextOf(screen.m_bar, ID_TIME_DISTANCE), L"-1250");
     });
 }

@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
 #include "platform/system/NamedMutex.h"
+#include "platform/windows/DialogLook.h"
+#include "tests/support/Controls.h"
 #include "ui/BigMessageBox.h"
 
 namespace {
 
-constexpr int OK = 1, CANCEL = 2, OK_CENTRE = 3, NO = 7;
+using enum CBigMessageBox::Control;
 using Key = Operator::Key;
 
 /// Whether any ink is in the left eighth of the message.
@@ -18,7 +19,7 @@ bool StandsLeft(const std::wstring& strMessage) {
         const CBitmap picture = Operator::TakePicture(box);
         for (int y = 13; y < 130; ++y)
             for (int x = 0; x < picture.GetSize().cx / 8; ++x)
-                bInk = bInk || picture.GetPixel(x, y) != RGB(211, 228, 250);
+                bInk = bInk || picture.GetPixel(x, y) != DIALOG_BACKGROUND;
     });
     return bInk;
 }
@@ -33,11 +34,11 @@ TEST(BigMessageBox, EndsWithTheButtonOrKeyThatWasPressed) {
         Key m_key;
         int m_nResult;
     } cases[] = {
-        {BIGBTN_OK_CENTRE, {OK_CENTRE}, OK_CENTRE, {}, 1},
-        {BIGBTN_OK_CENTRE, {OK_CENTRE}, 0, Key::Enter, 1},
-        {6, {OK, CANCEL}, OK, {}, 1},
-        {6, {OK, CANCEL}, CANCEL, {}, 2},
-        {14, {OK, NO, CANCEL}, NO, {}, 7},
+        {BIGBTN_OK_CENTRE, {ID_OK_CENTRE}, ID_OK_CENTRE, {}, 1},
+        {BIGBTN_OK_CENTRE, {ID_OK_CENTRE}, 0, Key::Enter, 1},
+        {6, {IDOK, IDCANCEL}, IDOK, {}, 1},
+        {6, {IDOK, IDCANCEL}, IDCANCEL, {}, 2},
+        {14, {IDOK, IDNO, IDCANCEL}, IDNO, {}, 7},
         {0, {}, 0, Key::Escape, 2},
     };
     for (const auto& c : cases) {
@@ -46,7 +47,7 @@ TEST(BigMessageBox, EndsWithTheButtonOrKeyThatWasPressed) {
         box.m_nButtons = c.m_nButtons;
         EXPECT_EQ(RunModal(box,
                            [&] {
-                               for (const int nID : {OK, CANCEL, OK_CENTRE, NO})
+                               for (const int nID : {IDOK, IDCANCEL, int{ID_OK_CENTRE}, IDNO})
                                    EXPECT_EQ(IsVisible(box, nID),
                                              std::count(c.m_shown.begin(), c.m_shown.end(), nID) ==
                                                  1);
@@ -76,7 +77,7 @@ TEST(BigMessageBox, ShowsItsTextsAndHoldsTheMutexWhileItIsOpen) {
         EXPECT_TRUE(AwaitModal(L"Title"));
         EXPECT_TRUE(CNamedMutex::Exists(NAME));
         EXPECT_EQ(Operator::ModalText(), L"Text");
-        Operator::Tap(*Operator::ModalWindow(), NO);
+        Operator::Tap(*Operator::ModalWindow(), IDNO);
     });
     EXPECT_EQ(ShowBigMessageBox(L"Title", L"Text", BIGBTN_NO, true), IDNO);
     EXPECT_FALSE(CNamedMutex::Exists(NAME));

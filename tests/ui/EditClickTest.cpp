@@ -2,13 +2,13 @@
 
 #include <limits>
 
-#include "Support.h"
+#include "tests/support/Controls.h"
 #include "ui/ClampedNumber.h"
 #include "ui/EditClick.h"
 
 namespace {
 
-constexpr int EDIT = 1005;
+constexpr int EDIT = 9;
 constexpr DialogItem ITEMS[] = {{EDIT, ControlKind::Edit, L"7", 10, 10, 40, 14}};
 constexpr DialogTemplate TEMPLATE{0, L"Owner", 100, 60, L"MS Shell Dlg", 8, ITEMS};
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
 #include "platform/system/Paths.h"
+#include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/DlgLangBase.h"
 #include "ui/Language.h"

@@ -1,15 +1,16 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
+#include "tests/support/Controls.h"
 #include "ui/DlgListFiles.h"
 
 namespace {
 
-constexpr int OK = 1, FILES = 1135, DOWN = 1136, UP = 1138;
+using enum CDlgListFiles::Control;
 
 int TopOf(const CDlgListFiles& dialog) {
     int nTop = -1;
-    Operator::Ask([&] { nTop = static_cast<CListBox*>(dialog.GetControl(FILES))->GetTopIndex(); });
+    Operator::Ask(
+        [&] { nTop = static_cast<CListBox*>(dialog.GetControl(ID_FILES))->GetTopIndex(); });
     return nTop;
 }
 
@@ -22,30 +23,30 @@ TEST(ListFiles, ArrowsScrollUntilARowIsSelectedAndMoveThatToTheEnds) {
         files.push_back((n % 2 ? L"run " : L"Run ") + std::to_wstring(n) + L".rt3");
     dialog.SetFiles(files);
     const int nResult = RunModal(dialog, [&] {
-        Operator::Tap(dialog, UP);
+        Operator::Tap(dialog, ID_UP);
         EXPECT_EQ(TopOf(dialog), 0);
-        for (int n = 0; n < 3; ++n) Operator::Tap(dialog, DOWN);
+        for (int n = 0; n < 3; ++n) Operator::Tap(dialog, ID_DOWN);
         EXPECT_EQ(TopOf(dialog), 3);
-        Operator::Tap(dialog, UP);
+        Operator::Tap(dialog, ID_UP);
         EXPECT_EQ(TopOf(dialog), 2);
-        EXPECT_FALSE(IsEnabled(dialog, OK));
+        EXPECT_FALSE(IsEnabled(dialog, IDOK));
         EXPECT_EQ(dialog.GetSelectedName(), L"");
         Operator::PressKey(Operator::Key::Enter);
         EXPECT_EQ(Operator::ModalWindow(), &dialog);
 
-        Operator::Select(*dialog.GetControl(FILES), L"run 11");
+        Operator::Select(*dialog.GetControl(ID_FILES), L"run 11");
         for (int n = 0; n < 2; ++n) {
-            Operator::Tap(dialog, UP);
+            Operator::Tap(dialog, ID_UP);
             EXPECT_EQ(dialog.GetSelectedName(), L"Run 10");
             EXPECT_EQ(dialog.GetSelectedIndex(), 39);
         }
-        Operator::Select(*dialog.GetControl(FILES), L"Run 48");
+        Operator::Select(*dialog.GetControl(ID_FILES), L"Run 48");
         for (int n = 0; n < 2; ++n) {
-            Operator::Tap(dialog, DOWN);
+            Operator::Tap(dialog, ID_DOWN);
             EXPECT_EQ(dialog.GetSelectedName(), L"run 49");
             EXPECT_EQ(dialog.GetSelectedIndex(), 0);
         }
-        EXPECT_TRUE(Operator::Tap(dialog, OK));
+        EXPECT_TRUE(Operator::Tap(dialog, IDOK));
     });
     EXPECT_EQ(nResult, IDOK);
 }

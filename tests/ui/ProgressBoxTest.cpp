@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "Support.h"
 #include "platform/system/Threads.h"
 #include "platform/windows/Application.h"
+#include "tests/support/Controls.h"
 #include "ui/ProgressBox.h"
 
 namespace {

@@ -29,7 +29,6 @@ struct PLATFORM_API GraphicsSurface {
     const CFont* m_pFont = nullptr;
     std::optional<CRect> m_clip;
     BackgroundMode m_backgroundMode = BackgroundMode::Opaque;
-    COLORREF m_backgroundColor = RGB(255, 255, 255);
     COLORREF m_textColor = RGB(0, 0, 0);
     TextAlign m_textAlign = TextAlign::Left;
     RasterOp m_rasterOp = RasterOp::Copy;

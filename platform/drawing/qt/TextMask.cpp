@@ -77,8 +77,6 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
     return nMixed;
 }
 
-}  // namespace
-
 const CFont& DefaultFont() {
     static const CFont font = [] {
         CFont made;
@@ -87,6 +85,8 @@ const CFont& DefaultFont() {
     }();
     return font;
 }
+
+}  // namespace
 
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
     const CFont& font = pFont && *pFont ? *pFont : DefaultFont();

@@ -66,12 +66,6 @@ void DialogWidget::PressEnter() {
         pFocused->click();
         return;
     }
-    for (QPushButton* pButton : findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
-        if (pButton->isDefault() && pButton->isVisible()) {
-            pButton->click();
-            return;
-        }
-    }
     NativeWindow* pOk = m_native.Child(IDOK);
     if (pOk && !pOk->m_widget.isEnabled()) return;
     m_native.Dispatch(WM_COMMAND, CommandParam(IDOK, BN_CLICKED), 0);
@@ -140,7 +134,6 @@ void ButtonWidget::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     QStyleOptionButton option;
     initStyleOption(&option);
-    option.features &= ~QStyleOptionButton::DefaultButton;
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
 
     QRect inside = rect().adjusted(3, 2, -3, -2);
@@ -208,11 +201,6 @@ ListWidget::ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent
             [this] { m_native.Notify(LBN_SELCHANGE); });
 }
 
-void ListWidget::mouseDoubleClickEvent(QMouseEvent* pEvent) {
-    MessageWidget::mouseDoubleClickEvent(pEvent);
-    m_native.Notify(LBN_DBLCLK);
-}
-
 void CreateControl(const DialogItem& item, DialogWidget& dialog) {
     QWidget* pWidget = nullptr;
     const QString text = QString::fromWCharArray(item.m_pText ? item.m_pText : L"");
@@ -234,8 +222,6 @@ void CreateControl(const DialogItem& item, DialogWidget& dialog) {
             pStandIn = std::make_unique<CButton>();
         auto* pButton = new ButtonWidget(item.m_nID, std::move(pStandIn), &dialog);
         pButton->setText(text);
-        pButton->setCheckable((item.m_nStyle & CS_CHECKABLE) != 0);
-        pButton->setDefault((item.m_nStyle & CS_DEFAULT) != 0);
         pWidget = pButton;
         break;
     }

@@ -133,9 +133,6 @@ class ListWidget : public MessageWidget<QListWidget> {
     ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
     bool m_bSorted = false;
-
-  protected:
-    void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
 };
 
 /// Makes the child widget for one line of a dialog template.

@@ -4,9 +4,9 @@
 #include <cerrno>
 #include <sys/stat.h>
 
-#include "Support.h"
 #include "platform/system/ReplaceFile.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/system/Support.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <memory>
 
-#include "Support.h"
 #include "platform/system/NamedMutex.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/system/Support.h"
 
 namespace {
 

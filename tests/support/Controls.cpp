@@ -1,6 +1,4 @@
-#include "Support.h"
-
-#include "platform/windows/Controls.h"
+#include "tests/support/Controls.h"
 
 int RunModal(CDialog& dialog, const std::function<void()>& script) {
     Operator::CScript running([&] {

@@ -13,6 +13,7 @@
 #include "platform/windows/Application.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
+#include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
 
 /// A packet with a payload of its own.
@@ -48,12 +49,13 @@ class TestPanel {
     void RunUntilClosed(const std::function<void()>& script);
 
     /// For scripts: whether a control of the screen is enabled, visible, and its text.
-    bool IsEnabled(int nID);
-    bool IsVisible(int nID);
-    std::wstring TextOf(int nID);
+    bool IsEnabled(int nID) { return ::IsEnabled(*m_pDialog, nID); }
+    bool IsVisible(int nID) { return ::IsVisible(*m_pDialog, nID); }
+    std::wstring TextOf(int nID) { return ::TextOf(*m_pDialog, nID); }
     /// A control of whichever bar is shown; null when it has none of that id.
     CWnd* BarControl(int nID);
     bool TapBar(int nID);
+    std::wstring BarText(int nID);
     bool Tap(int nID) { return Operator::Tap(*m_pDialog, nID); }
 
     /// The values of a channel's curve by index, as far as they are stored.

@@ -1,9 +1,10 @@
-#include "Panel.h"
+#include "tests/support/Panel.h"
 
 #include <mutex>
 #include <stdexcept>
 
 #include "acquisition/ObjRTGeneric.h"
+#include "plugin/ScreenTemplate.h"
 
 namespace {
 
@@ -90,37 +91,10 @@ void TestPanel::RunUntilClosed(const std::function<void()>& script) {
     running.Join();
 }
 
-bool TestPanel::IsEnabled(int nID) {
-    bool bEnabled = false;
-    Operator::Ask([&] {
-        CWnd* pControl = m_pDialog->GetControl(nID);
-        bEnabled = pControl && pControl->IsWindowEnabled();
-    });
-    return bEnabled;
-}
-
-bool TestPanel::IsVisible(int nID) {
-    bool bVisible = false;
-    Operator::Ask([&] {
-        CWnd* pControl = m_pDialog->GetControl(nID);
-        bVisible = pControl && pControl->IsWindowVisible();
-    });
-    return bVisible;
-}
-
-std::wstring TestPanel::TextOf(int nID) {
-    std::wstring strText;
-    Operator::Ask([&] {
-        if (CWnd* pControl = m_pDialog->GetControl(nID)) strText = pControl->GetWindowText();
-    });
-    return strText;
-}
-
 CWnd* TestPanel::BarControl(int nID) {
     CWnd* pControl = nullptr;
     Operator::Ask([&] {
-        // The bar is the screen's one child without an id of its own.
-        if (CWnd* pBar = m_pDialog->GetControl(0)) pControl = pBar->GetControl(nID);
+        if (CWnd* pBar = m_pDialog->GetControl(IDC_BAR)) pControl = pBar->GetControl(nID);
     });
     return pControl;
 }
@@ -128,6 +102,15 @@ CWnd* TestPanel::BarControl(int nID) {
 bool TestPanel::TapBar(int nID) {
     CWnd* pControl = BarControl(nID);
     return pControl && Operator::Tap(*pControl);
+}
+
+std::wstring TestPanel::BarText(int nID) {
+    const CWnd* pControl = BarControl(nID);
+    std::wstring strText = L"(none)";
+    Operator::Ask([&] {
+        if (pControl) strText = pControl->GetWindowText();
+    });
+    return strText;
 }
 
 std::vector<std::int16_t> TestPanel::ValuesOf(std::size_t nChannel, std::size_t nCurve) {

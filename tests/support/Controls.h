@@ -1,4 +1,4 @@
-// Dialogs under test, worked by a script as an operator would.
+// Dialogs worked by a script as an operator would, and what their controls show.
 #pragma once
 
 #include <functional>

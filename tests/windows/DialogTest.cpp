@@ -1,0 +1,41 @@
+// What every dialog looks like by itself, and drawing on its controls.
+#include <gtest/gtest.h>
+
+#include "platform/windows/Dialog.h"
+#include "platform/windows/PaintDC.h"
+#include "tests/support/Controls.h"
+
+namespace {
+
+constexpr DialogItem ITEMS[] = {{9, ControlKind::Static, L"", 10, 10, 40, 10}};
+constexpr DialogTemplate TEMPLATE{0, L"Dialog", 60, 30, L"MS Shell Dlg", 8, ITEMS};
+
+/// How many pixels of a picture have another colour than the light blue of the dialogs.
+int CountOthers(const CBitmap& picture) {
+    int nOthers = 0;
+    for (int y = 0; y < picture.GetSize().cy; ++y)
+        for (int x = 0; x < picture.GetSize().cx; ++x)
+            nOthers += picture.GetPixel(x, y) != RGB(211, 228, 250);
+    return nOthers;
+}
+
+}  // namespace
+
+TEST(Dialog, FillsItsBackgroundWhichShowsThroughItsLabels) {
+    CDialog dialog(TEMPLATE);
+    RunModal(dialog, [&] {
+        const CBitmap empty = Operator::TakePicture(dialog);
+        EXPECT_EQ(empty.GetSize(), (CSize{90, 49}));
+        EXPECT_EQ(CountOthers(empty), 0);
+        Operator::Ask([&] { dialog.SetControlText(9, L"iii"); });
+        const int nInk = CountOthers(Operator::TakePicture(dialog));
+        EXPECT_GT(nInk, 10);
+        EXPECT_LT(nInk, 100) << "nothing but the letters";
+    });
+}
+
+TEST(ClientContext, OfNoWindowDrawsNothing) {
+    CClientDC dc(nullptr);
+    dc.LineTo(5, 5);
+    EXPECT_EQ(dc.GetPixel(0, 0), NO_COLOR);
+}
