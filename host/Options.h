@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "host/RecordedPress.h"
-#include "host/RecordingFile.h"
-#include "host/SampleLayout.h"
+#include "curves/InstrumentMode.h"
+#include "instrument/RecordedPress.h"
+#include "instrument/RecordingFile.h"
 
 /// A command line that cannot be carried out. The text says which option, and why.
 class CUsageError : public std::runtime_error {
