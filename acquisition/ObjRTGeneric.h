@@ -99,7 +99,8 @@ static_assert(offsetof(CObjRTGeneric, m_abyPayload) == sizeof(void*) + 9);
 static_assert(sizeof(CObjRTGeneric) == 64);
 #pragma GCC diagnostic pop
 
-/// What the instrument is told when a capture starts.
+/// What the instrument is told when a capture starts. This and the operations below belong to the
+/// screen, which forms the messages; they are not for hosts.
 struct RTCaptureParameters {
     std::uint16_t m_nSampleMilliseconds = 0;  ///< sample time
     std::uint8_t m_bContinuous = 0;           ///< 1: until stopped, whatever the sample time

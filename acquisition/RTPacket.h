@@ -1,8 +1,11 @@
 // The host's packet record and the queue that brings packets to the screen.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "platform/system/ConcurrentQueue.h"
 
@@ -32,5 +35,22 @@ struct RTPacket {
     const std::uint8_t* m_pData = nullptr;  ///< the payload; lives as long as the packet
     std::int32_t m_nLength = 0;             ///< payload length in bytes
 };
+
+static_assert(offsetof(RTPacket, m_nLeading) == 0 && offsetof(RTPacket, m_nType) == 4 &&
+              offsetof(RTPacket, m_pData) == 8 && offsetof(RTPacket, m_nLength) == 16 &&
+              sizeof(RTPacket) == 24);
+
+/// A packet that owns its payload.
+inline std::shared_ptr<RTPacket> MakePacket(RTPacketType type, std::vector<std::uint8_t> payload) {
+    struct OwningPacket : RTPacket {
+        std::vector<std::uint8_t> m_payload;
+    };
+    auto spPacket = std::make_shared<OwningPacket>();
+    spPacket->m_payload = std::move(payload);
+    spPacket->m_nType = type;
+    spPacket->m_pData = spPacket->m_payload.data();
+    spPacket->m_nLength = static_cast<std::int32_t>(spPacket->m_payload.size());
+    return spPacket;
+}
 
 using RTPacketQueue = concurrent_queue<std::shared_ptr<RTPacket>>;

@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-/// m_nPositionInput of the session: a position measured on an analogue input.
-constexpr std::uint8_t POSITION_INPUT_ANALOGUE = 2;
+#include "curves/InstrumentMode.h"
 
 /// The values of a block are sample sets, one after another. A set holds the values of channel 1,
 /// then those of channel 2, then those of channel 3, as far as the channels are in use.
@@ -17,42 +16,18 @@ struct ValueLayout {
     friend bool operator==(const ValueLayout&, const ValueLayout&) = default;
 };
 
-/// Channels that an instrument mode has: 1 for a mode that is not known.
-constexpr std::uint8_t CountChannels(std::uint8_t nMode) {
-    switch (nMode) {
-    case 2:
-    case 12:
-    case 20:
-    case 22:
-        return 2;
-    case 3:
-        return 3;
-    default:
-        return 1;
-    }
-}
-
-/// Whether each time step of a mode brings a channel two values.
-constexpr bool HasValuePairs(std::uint8_t nMode, std::uint8_t nPositionInput) {
-    switch (nMode) {
-    case 1:
-    case 10:
-    case 20:
-        return true;
-    case 2:
-        return nPositionInput == POSITION_INPUT_ANALOGUE;
-    default:
-        return false;
-    }
-}
-
-/// The layout of a mode for the channels in use, which set-up derives from the mode with
-/// CountChannels. A number of channels that cannot be is taken as the nearest that can; three
-/// channels have no pairs.
+/// The layout of a mode for the channels in use, which set-up derives from the mode. A number of
+/// channels that cannot be is taken as the nearest that can; three channels have no pairs.
 constexpr ValueLayout FindValueLayout(std::uint8_t nMode, std::uint8_t nPositionInput,
                                       unsigned nChannels) {
     ValueLayout layout;
     layout.m_nChannels = std::clamp(nChannels, 1u, 3u);
-    if (layout.m_nChannels < 3 && HasValuePairs(nMode, nPositionInput)) layout.m_nPerChannel = 2;
+    if (layout.m_nChannels < 3 && HasValuePairs(nMode, SecondInput{nPositionInput}))
+        layout.m_nPerChannel = 2;
     return layout;
+}
+
+/// The layout of a mode with all of its channels.
+constexpr ValueLayout FindValueLayout(std::uint8_t nMode, SecondInput secondInput) {
+    return FindValueLayout(nMode, static_cast<std::uint8_t>(secondInput), CountChannels(nMode));
 }

@@ -14,16 +14,6 @@
 
 namespace {
 
-/// A packet that owns its payload.
-struct Packet : RTPacket {
-    Packet(RTPacketType type, std::vector<std::uint8_t> payload) : m_payload(std::move(payload)) {
-        m_nType = type;
-        m_pData = m_payload.data();
-        m_nLength = static_cast<std::int32_t>(m_payload.size());
-    }
-    std::vector<std::uint8_t> m_payload;
-};
-
 /// A block of 1,000 values with digital lines 1 and 3 set.
 std::shared_ptr<RTPacket> MakeBlock() {
     constexpr int VALUES = 1000;
@@ -33,7 +23,7 @@ std::shared_ptr<RTPacket> MakeBlock() {
         payload.push_back(static_cast<std::uint8_t>(nValue));
         payload.push_back(static_cast<std::uint8_t>(nValue >> 8));
     }
-    return std::make_shared<Packet>(RTPACKET_SAMPLES, std::move(payload));
+    return MakePacket(RTPACKET_SAMPLES, std::move(payload));
 }
 
 /// The view that the screen hands its messages to.
@@ -50,8 +40,7 @@ class CInstrumentView : public CView {
         const bool bStart = image[3] == RTCMD_CAPTURE && image[7] + image[8] != 0;
         if (bStart)
             for (int i = 0; i < 12; ++i) m_queue.push(MakeBlock());
-        m_queue.push(std::make_shared<Packet>(
-            RTPACKET_CONTROL, std::vector<std::uint8_t>{RTCMD_STATUS, 0, 0, 0, 0, 0}));
+        m_queue.push(MakePacket(RTPACKET_CONTROL, {RTCMD_STATUS, 0, 0, 0, 0, 0}));
         return 0;
     }
     DECLARE_MESSAGE_MAP()

@@ -103,8 +103,7 @@ void CDemo::PrintCurves() const {
         const std::lock_guard lock(m_session.m_lock);
         channels = m_session.m_spCurves->m_lstCurves;
     }
-    const auto secondInput = static_cast<SecondInput>(m_session.m_nPositionInput);
-    const bool bPairs = FindSampleLayout(m_session.m_nMode, secondInput).m_nValuesPerChannel == 2;
+    const bool bPairs = HasValuePairs(m_session.m_nMode, SecondInput{m_session.m_nPositionInput});
     for (std::size_t k = 0; k < m_session.m_nChannels; ++k) {
         if (channels[k].empty())
             throw CDemoError("channel " + std::to_string(k + 1) + " has no curve");

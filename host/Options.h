@@ -5,9 +5,9 @@
 #include <span>
 #include <string>
 
-#include "host/RecordedPress.h"
-#include "host/RecordingFile.h"
-#include "host/SampleLayout.h"
+#include "curves/InstrumentMode.h"
+#include "instrument/RecordedPress.h"
+#include "instrument/RecordingFile.h"
 
 struct Options {
     std::uint8_t m_nMode = 1;

@@ -4,8 +4,8 @@
 
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
-#include "host/PressInstrument.h"
-#include "host/SimulatedPress.h"
+#include "instrument/PressInstrument.h"
+#include "instrument/SimulatedPress.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Archive.h"
 #include "platform/system/DynamicLibrary.h"
@@ -87,7 +87,7 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
     if (m_options.m_bCaptureLocked)
         selfStart = CaptureRequest{SELF_START_MILLISECONDS, true, m_options.m_nValueRate, 0};
     return std::make_unique<CPressInstrument>(
-        m_queue, FindSampleLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
+        m_queue, FindValueLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
         selfStart);
 }
 

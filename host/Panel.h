@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "acquisition/RTPacket.h"
-#include "host/Instrument.h"
 #include "host/Options.h"
 #include "host/PanelView.h"
+#include "instrument/Instrument.h"
 #include "platform/windows/Application.h"
 #include "plugin/RealTimeData.h"
 

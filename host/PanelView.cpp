@@ -1,7 +1,7 @@
 #include "host/PanelView.h"
 
 #include "acquisition/ObjRTGeneric.h"
-#include "host/Instrument.h"
+#include "instrument/Instrument.h"
 
 BEGIN_MESSAGE_MAP(CPanelView, CView)
 ON_MESSAGE(WM_RT_SENDOBJECT, OnSendObject)

@@ -31,7 +31,7 @@ void CDialogDraw::OnPaint() {
     } else {
         m_pPlot->m_nBottom = m_pPlot->m_nHeight = client.Height();
         m_pPlot->m_nWidth = client.Width();
-        m_pPlot->Paint(memory);
+        m_pPlot->Paint(memory, &m_lines);
         if (m_pPlot->m_bZoomDrag && m_pPlot->m_nDragBandX != 0)
             InvertBand(memory, m_pPlot->m_nDragBandX);
     }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/drawing/Graphics.h"
 #include "platform/windows/Controls.h"
+#include "plot/CurveLine.h"
 
 struct RTPlot;
 
@@ -31,6 +33,8 @@ class CDialogDraw : public CStatic {
     /// Inverts the full height of the plot from the press to an x position.
     void InvertBand(CDC& dc, int x) const;
 
-    CBitmap m_bitmap;  ///< the size of the client area; kept from paint to paint
+    // Kept from paint to paint.
+    CBitmap m_bitmap;                ///< the size of the client area
+    std::vector<CurveLine> m_lines;  ///< by a curve's place in its list
     DECLARE_MESSAGE_MAP()
 };

@@ -1,4 +1,5 @@
 // The curves: each reduced to columns of smallest and largest values.
+#include "curves/InstrumentMode.h"
 #include "plot/PlotPainter.h"
 
 namespace {
@@ -38,8 +39,8 @@ CPlotPainter::IndexRange CPlotPainter::FindIndexRange(const PlotSnapshot::Curve&
         range.m_nFirst = std::max<std::int64_t>(range.m_nFirst, 2);
     else if (range.m_nFirst % 2 != m_shown.m_nDisplay)
         ++range.m_nFirst;
-    if (m_shown.m_nMode == 3 && range.m_nFirst >= m_shown.m_nDisplay)
-        range.m_nFirst -= (range.m_nFirst - m_shown.m_nDisplay) % 3;
+    if (range.m_nFirst >= m_shown.m_nDisplay)
+        range.m_nFirst -= (range.m_nFirst - m_shown.m_nDisplay) % GetColumnGroup(m_shown.m_nMode);
     return range;
 }
 

@@ -1,6 +1,5 @@
-// The mouse on a plot: placing markers and levels, dragging a zoom band, and the two read-outs.
+// The mouse on a plot: placing markers and levels, and dragging a zoom band.
 #include <algorithm>
-#include <cstdlib>
 
 #include "plot/RTPlot.h"
 #include "plot/Truncate.h"
@@ -13,11 +12,6 @@ constexpr std::int64_t ZOOM_STEP = 100;
 constexpr std::int64_t RoundToZoomStep(std::int64_t nIndex) {
     return nIndex / ZOOM_STEP * ZOOM_STEP;
 }
-
-/// The fixed scale of the time between markers.
-constexpr std::int64_t VALUES_PER_MILLISECOND = 40;
-
-constexpr double FULL_TRIGGER_LEVEL = 5000.0;
 
 }  // namespace
 
@@ -106,15 +100,4 @@ void RTPlot::SnapMarker(std::int32_t& nMarker) const {
             return;
         }
     }
-}
-
-std::int32_t RTPlot::GetTimeDistance() const {
-    if (m_nMarkerA == -1 || m_nMarkerB == -1) return 0;
-    return static_cast<std::int32_t>(std::abs(std::int64_t{m_nMarkerA} - m_nMarkerB) /
-                                     VALUES_PER_MILLISECOND);
-}
-
-std::int32_t RTPlot::GetTriggerPercent() const {
-    if (m_nTriggerLevel == -1) return 0;
-    return static_cast<std::int32_t>(m_nTriggerLevel / FULL_TRIGGER_LEVEL * 100.0);
 }

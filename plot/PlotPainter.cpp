@@ -5,13 +5,14 @@
 
 #include "plot/Truncate.h"
 
-void RTPlot::Paint(CDC& dc) {
+void RTPlot::Paint(CDC& dc, std::vector<CurveLine>* pKept) {
     const CBrush background(m_pColours->m_crBackground);
     dc.Rectangle({0, 0, m_nWidth, m_nHeight}, &background);
     const PlotSnapshot shown = PlotSnapshot::Take(*this);
     if (shown.m_lstCurves.empty()) return;
 
-    CPlotPainter painter(dc, *this, shown, m_lines);
+    std::vector<CurveLine> lines;
+    CPlotPainter painter(dc, *this, shown, pKept ? *pKept : lines);
     m_nLeftMargin = LEFT_MARGIN;
     m_dXScale = painter.GetTimeAxis().m_dScale;
     m_dYScale = painter.GetValueAxis().m_dScale;

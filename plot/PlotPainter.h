@@ -28,7 +28,7 @@ class CPenScope {
 /// on the plot's width and the number of curves, not on how many values the curves hold.
 class CPlotPainter {
   public:
-    /// @param lines those of the plot's last paint; those of this one when the curves are drawn.
+    /// @param lines kept from a paint before, or none; those of this one when the curves are drawn.
     ///        All four must outlive the painter.
     CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown,
                  std::vector<CurveLine>& lines);

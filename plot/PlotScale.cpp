@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "curves/InstrumentMode.h"
 #include "plot/RTPlot.h"
 #include "plot/Truncate.h"
 
@@ -9,9 +10,6 @@ namespace {
 
 /// Columns across the width when each takes an even share of the range.
 constexpr std::int64_t TARGET_COLUMNS = 500;
-
-/// Mode 3 delivers its values in groups of so many; a column never splits one.
-constexpr std::int64_t MODE_3_GROUP = 3;
 
 constexpr int MIN_AUTO_SPAN = 20;
 
@@ -84,8 +82,8 @@ TimeAxis::TimeAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
 
     m_nColumnWidth = std::max<std::int64_t>(nRange / TARGET_COLUMNS, 1);
     if (m_nColumnWidth % 2 != 0) ++m_nColumnWidth;
-    if (shown.m_nMode == 3 && m_nColumnWidth % MODE_3_GROUP != 0)
-        m_nColumnWidth = m_nColumnWidth / MODE_3_GROUP * MODE_3_GROUP + MODE_3_GROUP;
+    const std::int64_t nGroup = GetColumnGroup(shown.m_nMode);
+    m_nColumnWidth = (m_nColumnWidth + nGroup - 1) / nGroup * nGroup;
 }
 
 int TimeAxis::XAt(std::int64_t nDistance) const {

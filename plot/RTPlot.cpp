@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/windows/Application.h"
-#include "plot/CurveLine.h"
 
 namespace {
 
@@ -44,8 +43,4 @@ void RTPlot::ZoomAll() {
     constexpr std::uint32_t LAST_INDEX = std::numeric_limits<std::int32_t>::max();
     m_nViewStart = 0;
     m_nViewEnd = static_cast<std::int32_t>(std::min(spFirst->GetCapacity(), LAST_INDEX));
-}
-
-std::unique_lock<CFairLock> RTPlot::LockSession() const {
-    return m_pSessionLock ? std::unique_lock(*m_pSessionLock) : std::unique_lock<CFairLock>();
 }

@@ -1,7 +1,9 @@
 // The state of one plot, and what is done with it: painting, zooming, placing markers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -29,11 +31,31 @@ enum PlotAction : std::int32_t {
 /// One plot. Positions along a curve are value indices; levels are value units; a position, level
 /// or marker that is not set is -1. Coordinates are pixels from the plot control's top-left corner.
 ///
+/// Hosts: part of the session record and of its binary contract. A host reads the fields and what
+/// is defined here; what is only declared here belongs to the screen and is not for hosts.
+///
 /// Thread safety: the view fields (m_nViewStart, m_nViewEnd, m_bZoomed, m_spCurves, m_nSpanValues)
 /// are guarded by *m_pSessionLock; all other fields belong to the user-interface thread. Operations
 /// that take the lock themselves say so; the others expect a caller that holds it or is alone.
 /// Ownership: part of the session record; owns its colours, shares the curve set, borrows the rest.
 struct RTPlot {
+    /// Milliseconds between markers A and B at 40 values a millisecond; 0 when either is unset.
+    std::int32_t GetTimeDistance() const {
+        if (m_nMarkerA == -1 || m_nMarkerB == -1) return 0;
+        return static_cast<std::int32_t>(std::abs(std::int64_t{m_nMarkerA} - m_nMarkerB) / 40);
+    }
+
+    /// The trigger level in percent of 5000, toward zero.
+    std::int32_t GetTriggerPercent() const {
+        if (m_nTriggerLevel == -1) return 0;
+        return static_cast<std::int32_t>(m_nTriggerLevel / 5000.0 * 100.0);
+    }
+
+    /// Holds the session lock while it lives; holds nothing for a plot that has none.
+    std::unique_lock<CFairLock> LockSession() const {
+        return m_pSessionLock ? std::unique_lock(*m_pSessionLock) : std::unique_lock<CFairLock>();
+    }
+
     /// Reads colours and flags from the settings store.
     RTPlot();
     /// Writes the two flags back.
@@ -46,7 +68,9 @@ struct RTPlot {
 
     /// Draws the plot, m_nWidth by m_nHeight pixels, with its top-left corner at (0, 0), and leaves
     /// scales and zero line for the mouse. Works on a snapshot taken under the lock.
-    void Paint(CDC& dc);
+    /// @param pKept the lines that the last paint has left, of whatever plot; left again for the
+    ///        next one. Null: none are kept
+    void Paint(CDC& dc, std::vector<CurveLine>* pKept = nullptr);
 
     /// Performs the armed action at a point, or begins a zoom drag. Takes the lock.
     /// @return the action performed, or 0
@@ -62,15 +86,6 @@ struct RTPlot {
 
     /// Moves a marker position onto a mark within a thousandth of it.
     void SnapMarker(std::int32_t& nMarker) const;
-
-    /// Milliseconds between markers A and B at 40 values a millisecond; 0 when either is unset.
-    std::int32_t GetTimeDistance() const;
-
-    /// The trigger level in percent of 5000, toward zero.
-    std::int32_t GetTriggerPercent() const;
-
-    /// Holds the session lock while it lives; holds nothing for a plot that has none.
-    std::unique_lock<CFairLock> LockSession() const;
 
     std::int32_t m_nLeft = 0;
     std::int32_t m_nBottom = 0;
@@ -105,6 +120,7 @@ struct RTPlot {
     std::int32_t m_nSpanValues = 1;  ///< value indices across the width when not zoomed
     std::uint8_t m_nMode = 1;        ///< the instrument mode
 
+    // Behind the contract part: the screen's own.
     CFairLock* m_pSessionLock = nullptr;  ///< null: the plot is used by one thread only
 
   private:
@@ -112,6 +128,28 @@ struct RTPlot {
     void BeginZoomDrag(std::int32_t x);
     /// The value indices from the curve area's left edge to an x position, toward zero.
     std::int64_t DistanceAt(std::int32_t x) const;
-
-    std::vector<CurveLine> m_lines;  ///< of the last paint, by a curve's place in its list
 };
+
+// The members need not be of standard layout, for which the language leaves offsetof to the
+// compiler.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(offsetof(RTPlot, m_nLeft) == 0 && offsetof(RTPlot, m_nBottom) == 4 &&
+              offsetof(RTPlot, m_nWidth) == 8 && offsetof(RTPlot, m_nHeight) == 12 &&
+              offsetof(RTPlot, m_nViewStart) == 16 && offsetof(RTPlot, m_nViewEnd) == 20 &&
+              offsetof(RTPlot, m_dXScale) == 24 && offsetof(RTPlot, m_dYScale) == 32);
+static_assert(offsetof(RTPlot, m_bZoomDrag) == 40 && offsetof(RTPlot, m_nDragAnchorX) == 44 &&
+              offsetof(RTPlot, m_nDragBandX) == 48 && offsetof(RTPlot, m_nPrevViewStart) == 52 &&
+              offsetof(RTPlot, m_nZeroY) == 56 && offsetof(RTPlot, m_pColours) == 64 &&
+              offsetof(RTPlot, m_nValueSpan) == 72 && offsetof(RTPlot, m_nLeftMargin) == 76);
+static_assert(offsetof(RTPlot, m_nArmedAction) == 80 &&
+              offsetof(RTPlot, m_bSnapToTimeMarkers) == 84 &&
+              offsetof(RTPlot, m_bShowAllCurvePulses) == 88 && offsetof(RTPlot, m_bZoomed) == 89 &&
+              offsetof(RTPlot, m_nChannel) == 90 && offsetof(RTPlot, m_spCurves) == 96);
+static_assert(offsetof(RTPlot, m_nStartMark) == 112 && offsetof(RTPlot, m_nEndMark) == 116 &&
+              offsetof(RTPlot, m_nToolPulseMark) == 120 && offsetof(RTPlot, m_nMarkerA) == 124 &&
+              offsetof(RTPlot, m_nMarkerB) == 128 && offsetof(RTPlot, m_nTriggerLevel) == 132);
+static_assert(offsetof(RTPlot, m_nDisplay) == 136 && offsetof(RTPlot, m_pGraph) == 144 &&
+              offsetof(RTPlot, m_nSpanValues) == 152 && offsetof(RTPlot, m_nMode) == 156 &&
+              offsetof(RTPlot, m_pSessionLock) == 160 && sizeof(RTPlot) == 168);
+#pragma GCC diagnostic pop

@@ -1,6 +1,6 @@
 #include "plugin/DlgSetupMode.h"
 
-#include "acquisition/ValueLayout.h"
+#include "curves/InstrumentMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BarMessages.h"
 #include "ui/DlgBarInfo.h"
@@ -48,11 +48,16 @@ CDlgSetupMode::~CDlgSetupMode() = default;
 void CDlgSetupMode::Run() {
     // The reader decodes by it from its first packet on, which may come before the set-up.
     m_nChannels = CountChannels(m_nMode);
-    m_hReaderThread = StartThread([this] { m_reader.Run(); });
+    m_hReaderThread = StartThread([this] { return ReaderThreadProc(*this); });
     DoModal();
     m_bStopReader = 1;
     if (!m_hReaderThread.Wait(READER_PATIENCE_MS)) m_reader.LeaveBetweenPackets();
     m_hReaderThread.Close();
+}
+
+unsigned CDlgSetupMode::ReaderThreadProc(CDlgSetupMode& screen) {
+    screen.m_reader.Run();
+    return 0;
 }
 
 void CDlgSetupMode::DoDataExchange(CDataExchange* pExchange) {

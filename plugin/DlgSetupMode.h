@@ -37,6 +37,10 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     DECLARE_MESSAGE_MAP()
 
   private:
+    /// Entry of the reader thread.
+    /// @return 0
+    static unsigned ReaderThreadProc(CDlgSetupMode& screen);
+
     // Set-up (ScreenSetup.cpp)
     void BindPlots();
     void MakeFonts();

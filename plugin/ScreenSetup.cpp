@@ -1,7 +1,7 @@
 // What happens between the making of the screen's window and its showing.
 #include <mutex>
 
-#include "acquisition/ValueLayout.h"
+#include "curves/InstrumentMode.h"
 #include "platform/windows/Controls.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
@@ -32,11 +32,6 @@ constexpr ControlText CONTROL_TEXTS[] = {
     {IDC_SETTINGS, 1511}, {IDC_SAMPLE_TIME_MODE, 1514},
     {IDC_SECONDS, 1521},  {IDC_TRIGGER_LABEL, 1517},
 };
-
-/// Modes whose display list offers both values of a pair, apart from mode 2 with an analogue input.
-constexpr bool OffersPairViews(std::uint8_t nMode) {
-    return nMode == 1 || nMode == 10 || nMode == 20 || nMode == 21 || nMode == 22;
-}
 
 }  // namespace
 
@@ -119,7 +114,7 @@ void CDlgSetupMode::FillChannelList() {
 }
 
 std::wstring CDlgSetupMode::GetRangeTag(std::uint8_t nPositionInput) const {
-    if (nPositionInput != POSITION_INPUT_ANALOGUE) return {};
+    if (SecondInput{nPositionInput} != SecondInput::Analogue) return {};
     const std::uint32_t nRanges =
         m_pDevice ? m_pDevice->ReadParameter(PARAMETER_POSITION_RANGE) & 0xFFu : 0;
     return (nRanges >> CurrentIndex()) & 1u ? L" (0-24V)" : L" (0-10V)";
@@ -138,7 +133,7 @@ void CDlgSetupMode::FillDisplayList(std::uint8_t nMode, std::uint8_t nPositionIn
     };
     const std::wstring strForce = GetLangText(0, L"Force");
     const std::wstring strVoltage = GetLangText(101, L"Voltage");
-    if (!OffersPairViews(nMode) && !(nMode == 2 && m_nPositionInput == POSITION_INPUT_ANALOGUE)) {
+    if (!OffersPairViews(nMode, SecondInput{m_nPositionInput})) {
         add(strForce, 0);
     } else if (nPositionInput != 0) {
         add(strForce + L"/" + strVoltage, 0);

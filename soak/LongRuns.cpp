@@ -54,7 +54,8 @@ void RunClosings(const SoakOptions& options, unsigned nScreens, CSoakRecord& rec
         CThreadHandle link = StartThread([&] {
             for (int i = 1; !bEnd; ++i) {
                 panel.m_queue.push(spBlock);
-                if (i % 20 == 0 && bContinuous) panel.m_queue.push(MakePacket(20, {'P'}));
+                if (i % 20 == 0 && bContinuous)
+                    panel.m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
                 SleepMilliseconds(2);
             }
         });

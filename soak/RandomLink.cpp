@@ -136,21 +136,20 @@ void CRandomLink::Unknown() {
     constexpr std::int32_t TYPES[] = {0, 1, 2, 4, 19, 21, 38, 40, -1, -3, 0x7FFFFFFF, 0x10003};
     std::vector<std::uint8_t> payload;
     for (unsigned nBytes = Pick(200); nBytes > 0; --nBytes) payload.push_back(PickByte());
-    Push(TYPES[Pick(std::size(TYPES))], payload);
+    Push(RTPacketType{TYPES[Pick(std::size(TYPES))]}, payload);
     if (!payload.empty() && payload[0] <= RTCMD_CAPTURE) payload[0] = 3 + PickByte() % 250;
     Push(RTPACKET_CONTROL, payload);
 }
 
 void CRandomLink::Empty() {
-    constexpr std::int32_t TYPES[] = {RTPACKET_SAMPLES, RTPACKET_NEW_CURVE, RTPACKET_CONTROL};
-    for (const std::int32_t nType : TYPES) {
-        Push(nType, {});
-        Push(nType, {RTCMD_STATUS});
+    for (const RTPacketType type : {RTPACKET_SAMPLES, RTPACKET_NEW_CURVE, RTPACKET_CONTROL}) {
+        Push(type, {});
+        Push(type, {RTCMD_STATUS});
         auto spNoData = std::make_shared<RTPacket>();
-        spNoData->m_nType = nType;
+        spNoData->m_nType = type;
         spNoData->m_nLength = static_cast<std::int32_t>(Pick(2) ? 100 : 0);
         PushShared(spNoData, 0);
-        auto spNegative = MakePacket(nType, {'P', 2, 2, 0, 0, 0, 0});
+        auto spNegative = MakePacket(type, {'P', 2, 2, 0, 0, 0, 0});
         spNegative->m_nLength = -1 - static_cast<std::int32_t>(Pick(1000));
         PushShared(spNegative, 0);
     }
@@ -183,9 +182,9 @@ void CRandomLink::Pause(unsigned nMilliseconds) {
     if (!m_bStop) SleepMilliseconds(nMilliseconds);
 }
 
-void CRandomLink::Push(std::int32_t nType, std::vector<std::uint8_t> payload) {
+void CRandomLink::Push(RTPacketType type, std::vector<std::uint8_t> payload) {
     const std::size_t nBytes = payload.size();
-    PushShared(MakePacket(nType, std::move(payload)), nBytes);
+    PushShared(MakePacket(type, std::move(payload)), nBytes);
 }
 
 void CRandomLink::PushShared(std::shared_ptr<RTPacket> spPacket, std::size_t nBytes) {

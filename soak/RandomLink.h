@@ -52,7 +52,7 @@ class CRandomLink {
     unsigned Pick(unsigned nBelow);
     std::uint8_t PickByte() { return static_cast<std::uint8_t>(Pick(256)); }
     void Pause(unsigned nMilliseconds);
-    void Push(std::int32_t nType, std::vector<std::uint8_t> payload);
+    void Push(RTPacketType type, std::vector<std::uint8_t> payload);
     void PushShared(std::shared_ptr<RTPacket> spPacket, std::size_t nBytes);
     void AddBlock(std::vector<std::uint8_t>& payload, unsigned nValues);
 

@@ -7,6 +7,7 @@
 
 class CLanguageTable;
 
+/// The two operations on texts belong to the screen and are not for hosts.
 class CDlgLangBase : public CDialogEx {
   public:
     using CDialogEx::CDialogEx;

@@ -35,18 +35,6 @@ inline Bytes MakeSamples(const std::vector<int>& values, std::uint8_t byState = 
     return payload;
 }
 
-inline std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, Bytes payload) {
-    struct OwningPacket : RTPacket {
-        Bytes m_bytes;
-    };
-    auto spPacket = std::make_shared<OwningPacket>();
-    spPacket->m_bytes = std::move(payload);
-    spPacket->m_nType = nType;
-    spPacket->m_pData = spPacket->m_bytes.data();
-    spPacket->m_nLength = static_cast<std::int32_t>(spPacket->m_bytes.size());
-    return spPacket;
-}
-
 /// The numbers first, first + 1, ... last.
 inline std::vector<int> CountUp(int nFirst, int nLast) {
     std::vector<int> values;
@@ -124,7 +112,7 @@ struct TestReader : TestSession {
     using TestSession::TestSession;
 
     Calls Handle(std::int32_t nType, Bytes payload) {
-        m_reader.HandlePacket(*MakePacket(nType, std::move(payload)));
+        m_reader.HandlePacket(*MakePacket(RTPacketType{nType}, std::move(payload)));
         return m_screen.TakeCalls();
     }
     Calls HandleSamples(const std::vector<int>& values) {

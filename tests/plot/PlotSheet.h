@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/drawing/Graphics.h"
+#include "plot/CurveLine.h"
 #include "plot/RTPlot.h"
 
 using Pixels = std::set<std::pair<int, int>>;
@@ -39,7 +40,7 @@ struct PlotSheet {
         return *spCurve;
     }
 
-    void Paint() { m_plot.Paint(m_dc); }
+    void Paint() { m_plot.Paint(m_dc, &m_lines); }
 
     Pixels Find(COLORREF color) const {
         Pixels found;
@@ -85,6 +86,7 @@ struct PlotSheet {
     RTGraphSettings m_graph;
     std::shared_ptr<CRTCurves> m_spCurves;
     RTPlot m_plot;
+    std::vector<CurveLine> m_lines;  ///< kept from paint to paint
     CBitmap m_bitmap;
     CDC m_dc;
 };

@@ -85,4 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
         DisplayListCase{2, 2, 1, {L"Force/Voltage", L"Position (0-24V)", L"F/V vs P (0-24V)"}},
         DisplayListCase{2, 2, 2, {L"Force/Voltage", L"Position (0-10V)", L"F/V vs P (0-10V)"}},
         DisplayListCase{2, 1, 0, {L"Force"}}, DisplayListCase{3, 0, 0, {L"Force"}},
-        DisplayListCase{12, 1, 0, {L"Force"}}));
+        DisplayListCase{12, 2, 0, {L"Force"}}, DisplayListCase{4, 1, 0, {L"Force"}},
+        DisplayListCase{10, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
+        DisplayListCase{21, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
+        DisplayListCase{22, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}}));

@@ -6,24 +6,6 @@
 #include "acquisition/ObjRTGeneric.h"
 #include "plugin/ScreenTemplate.h"
 
-namespace {
-
-struct OwningPacket : RTPacket {
-    explicit OwningPacket(std::vector<std::uint8_t> payload) : m_payload(std::move(payload)) {
-        m_pData = m_payload.data();
-        m_nLength = static_cast<std::int32_t>(m_payload.size());
-    }
-    std::vector<std::uint8_t> m_payload;
-};
-
-}  // namespace
-
-std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, std::vector<std::uint8_t> payload) {
-    auto spPacket = std::make_shared<OwningPacket>(std::move(payload));
-    spPacket->m_nType = nType;
-    return spPacket;
-}
-
 std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
                                       const std::vector<std::int16_t>& values) {
     std::vector<std::uint8_t> payload{0, byState, static_cast<std::uint8_t>(values.size() >> 8),
@@ -36,7 +18,7 @@ std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
 }
 
 std::shared_ptr<RTPacket> MakeIdleReport() {
-    return MakePacket(RTPACKET_CONTROL, std::vector<std::uint8_t>{RTCMD_STATUS, 0, 0, 0, 0, 0});
+    return MakePacket(RTPACKET_CONTROL, {RTCMD_STATUS, 0, 0, 0, 0, 0});
 }
 
 BEGIN_MESSAGE_MAP(CTestView, CView)
@@ -128,9 +110,10 @@ std::size_t TestPanel::CurveCount(std::size_t nChannel) {
 
 void TestPanel::Settle() {
     // The reader looks at its queue every 10 ms; a packet that it ignores marks the end.
-    const auto spMark = MakePacket(0, {});
+    constexpr RTPacketType IGNORED{0};
+    const auto spMark = MakePacket(IGNORED, {});
     m_queue.push(spMark);
-    m_queue.push(MakePacket(0, {}));
+    m_queue.push(MakePacket(IGNORED, {}));
     for (int i = 0; i < 1000 && spMark.use_count() > 1; ++i) Operator::Wait(2);
     Operator::Ask([] {});
     Operator::Wait(5);

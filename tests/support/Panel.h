@@ -16,9 +16,6 @@
 #include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
 
-/// A packet with a payload of its own.
-std::shared_ptr<RTPacket> MakePacket(std::int32_t nType, std::vector<std::uint8_t> payload);
-
 /// A sample packet of one block.
 std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
                                       const std::vector<std::int16_t>& values);

@@ -1,4 +1,4 @@
-#include "host/PacketWriter.h"
+#include "instrument/PacketWriter.h"
 
 #include <memory>
 
@@ -8,11 +8,6 @@ namespace {
 
 constexpr std::size_t BLOCK_HEAD = 3;  // status byte and value count
 constexpr std::uint8_t HEADER_BYTE = 0;
-
-/// A packet that owns its payload.
-struct OwnedPacket : RTPacket {
-    std::vector<std::uint8_t> m_payload;
-};
 
 }  // namespace
 
@@ -46,7 +41,7 @@ void CPacketWriter::BeginBlock(std::uint8_t byLines) {
 
 void CPacketWriter::Flush() {
     if (m_payload.empty()) return;
-    Push(RTPACKET_SAMPLES, std::move(m_payload));
+    m_queue.push(MakePacket(RTPACKET_SAMPLES, std::move(m_payload)));
     m_payload.clear();
 }
 
@@ -61,19 +56,10 @@ void CPacketWriter::PushControl(RTCommand command, std::size_t nByte, bool bValu
     std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
     payload[0] = command;
     payload[nByte] = bValue ? 1 : 0;
-    Push(RTPACKET_CONTROL, std::move(payload));
+    m_queue.push(MakePacket(RTPACKET_CONTROL, std::move(payload)));
 }
 
 void CPacketWriter::AnnounceCurve() {
     Flush();
-    Push(RTPACKET_NEW_CURVE, {'P'});
-}
-
-void CPacketWriter::Push(std::int32_t nType, std::vector<std::uint8_t> payload) {
-    auto spPacket = std::make_shared<OwnedPacket>();
-    spPacket->m_payload = std::move(payload);
-    spPacket->m_nType = nType;
-    spPacket->m_pData = spPacket->m_payload.data();
-    spPacket->m_nLength = static_cast<std::int32_t>(spPacket->m_payload.size());
-    m_queue.push(std::move(spPacket));
+    m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/RecordedPress.h"
+#include "instrument/RecordedPress.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

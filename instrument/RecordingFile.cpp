@@ -1,4 +1,4 @@
-#include "host/RecordingFile.h"
+#include "instrument/RecordingFile.h"
 
 #include <cerrno>
 #include <charconv>

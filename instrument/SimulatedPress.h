@@ -3,8 +3,8 @@
 
 #include <random>
 
-#include "host/PressSignal.h"
-#include "host/SampleLayout.h"
+#include "curves/InstrumentMode.h"
+#include "instrument/PressSignal.h"
 
 /// A stroke takes 1.5 s: the ram goes down, meets the part, the part snaps in, the force rises to
 /// its peak of about 3800, the ram turns and releases the part with less force than it took. The

@@ -1,4 +1,4 @@
-#include "host/SimulatedPress.h"
+#include "instrument/SimulatedPress.h"
 
 #include <algorithm>
 #include <cmath>

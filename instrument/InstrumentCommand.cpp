@@ -1,4 +1,4 @@
-#include "host/InstrumentCommand.h"
+#include "instrument/InstrumentCommand.h"
 
 #include "acquisition/ObjRTGeneric.h"
 

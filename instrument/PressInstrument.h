@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "host/CaptureEngine.h"
-#include "host/Instrument.h"
+#include "instrument/CaptureEngine.h"
+#include "instrument/Instrument.h"
 
 /// Runs a capture engine on a thread of its own, against the steady clock. While a capture runs a
 /// block of values leaves every 10 ms, as a link delivers them; a command is carried out at once.
@@ -19,7 +19,7 @@ class CPressInstrument : public IInstrument {
   public:
     /// @param queue must outlive the instrument
     /// @param selfStart a capture that begins by itself once the screen is shown
-    CPressInstrument(RTPacketQueue& queue, const SampleLayout& layout,
+    CPressInstrument(RTPacketQueue& queue, const ValueLayout& layout,
                      std::unique_ptr<IPressSignal> pPress,
                      std::optional<CaptureRequest> selfStart = {});
 

@@ -6,10 +6,10 @@
 #include <memory>
 #include <vector>
 
-#include "host/InstrumentCommand.h"
-#include "host/PacketWriter.h"
-#include "host/PressSignal.h"
-#include "host/SampleLayout.h"
+#include "acquisition/ValueLayout.h"
+#include "instrument/InstrumentCommand.h"
+#include "instrument/PacketWriter.h"
+#include "instrument/PressSignal.h"
 
 /// Samples a press at the value rate and forms the packets. It has no clock and no thread of its
 /// own: the caller says how much time has passed, and every sample set due by then has been pushed
@@ -30,7 +30,7 @@ class CCaptureEngine {
     static constexpr int FULL_SCALE = 5000;
 
     /// @param queue must outlive the engine
-    CCaptureEngine(RTPacketQueue& queue, const SampleLayout& layout,
+    CCaptureEngine(RTPacketQueue& queue, const ValueLayout& layout,
                    std::unique_ptr<IPressSignal> pPress);
 
     /// Carries a command out; a capture begins at `now`.
@@ -52,7 +52,7 @@ class CCaptureEngine {
     std::uint64_t CountSetsDue(Time elapsed) const;
 
     CPacketWriter m_writer;
-    const SampleLayout m_layout;
+    const ValueLayout m_layout;
     const std::unique_ptr<IPressSignal> m_pPress;
 
     bool m_bRunning = false;

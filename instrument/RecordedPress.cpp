@@ -1,4 +1,4 @@
-#include "host/RecordedPress.h"
+#include "instrument/RecordedPress.h"
 
 #include <algorithm>
 #include <cmath>

@@ -40,7 +40,6 @@ class CPacketWriter {
   private:
     void BeginBlock(std::uint8_t byLines);
     void PushControl(RTCommand command, std::size_t nByte, bool bValue);
-    void Push(std::int32_t nType, std::vector<std::uint8_t> payload);
 
     RTPacketQueue& m_queue;
     std::vector<std::uint8_t> m_payload;  ///< of the sample packet being collected; empty: none

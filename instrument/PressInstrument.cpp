@@ -1,4 +1,4 @@
-#include "host/PressInstrument.h"
+#include "instrument/PressInstrument.h"
 
 #include <chrono>
 
@@ -8,7 +8,7 @@ constexpr std::chrono::milliseconds BLOCK_TIME(10);
 
 }  // namespace
 
-CPressInstrument::CPressInstrument(RTPacketQueue& queue, const SampleLayout& layout,
+CPressInstrument::CPressInstrument(RTPacketQueue& queue, const ValueLayout& layout,
                                    std::unique_ptr<IPressSignal> pPress,
                                    std::optional<CaptureRequest> selfStart)
     : m_engine(queue, layout, std::move(pPress)), m_selfStart(selfStart),

@@ -1,4 +1,4 @@
-#include "host/CaptureEngine.h"
+#include "instrument/CaptureEngine.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@ std::int16_t ClampToValue(double d) {
 
 }  // namespace
 
-CCaptureEngine::CCaptureEngine(RTPacketQueue& queue, const SampleLayout& layout,
+CCaptureEngine::CCaptureEngine(RTPacketQueue& queue, const ValueLayout& layout,
                                std::unique_ptr<IPressSignal> pPress)
     : m_writer(queue), m_layout(layout), m_pPress(std::move(pPress)),
       m_samples(layout.m_nChannels) {
@@ -51,7 +51,7 @@ void CCaptureEngine::Begin(const CaptureRequest& request, Time now) {
     // Rounded up, so that a curve sized for an odd number of values fills too.
     const std::uint64_t nValues =
         std::uint64_t{request.m_nSampleMilliseconds} * request.m_nValueRate / 1000;
-    m_nSetsLeft = (nValues + m_layout.m_nValuesPerChannel - 1) / m_layout.m_nValuesPerChannel;
+    m_nSetsLeft = (nValues + m_layout.m_nPerChannel - 1) / m_layout.m_nPerChannel;
     if (request.m_nValueRate == 0 || (!request.m_bContinuous && m_nSetsLeft == 0)) End();
 }
 
@@ -76,13 +76,13 @@ std::uint64_t CCaptureEngine::CountSetsDue(Time elapsed) const {
     const auto nRest = static_cast<std::uint64_t>((elapsed - seconds).count());
     const std::uint64_t nValues =
         static_cast<std::uint64_t>(seconds.count()) * nRate + nRest * nRate / 1'000'000'000;
-    return nValues / m_layout.m_nValuesPerChannel;
+    return nValues / m_layout.m_nPerChannel;
 }
 
 void CCaptureEngine::TakeSet(std::uint8_t byPass) {
     const double dStroke = m_pPress->GetStrokeSeconds();
     const double dSeconds =
-        static_cast<double>(m_nSetsTaken) * m_layout.m_nValuesPerChannel / m_request.m_nValueRate;
+        static_cast<double>(m_nSetsTaken) * m_layout.m_nPerChannel / m_request.m_nValueRate;
     const auto nStroke = static_cast<std::uint64_t>(dSeconds / dStroke);
     const double dInStroke =
         std::clamp(dSeconds - static_cast<double>(nStroke) * dStroke, 0.0, dStroke);
@@ -109,7 +109,7 @@ void CCaptureEngine::SendSet(std::uint8_t byLines) {
     m_values.clear();
     for (const PressSample& sample : m_samples) {
         m_values.push_back(ClampToValue(sample.m_dForce));
-        if (m_layout.m_nValuesPerChannel == 2) m_values.push_back(ClampToValue(sample.m_dSecond));
+        if (m_layout.m_nPerChannel == 2) m_values.push_back(ClampToValue(sample.m_dSecond));
     }
     m_writer.AddSet(byLines, m_values);
 }

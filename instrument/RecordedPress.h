@@ -1,8 +1,8 @@
 // A press that repeats a recorded stroke.
 #pragma once
 
-#include "host/PressSignal.h"
-#include "host/RecordingFile.h"
+#include "instrument/PressSignal.h"
+#include "instrument/RecordingFile.h"
 
 /// How a recording is played.
 struct ReplaySettings {

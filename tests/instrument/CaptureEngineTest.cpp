@@ -1,8 +1,8 @@
-#include "host/CaptureEngine.h"
+#include "instrument/CaptureEngine.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/host/PacketDecoder.h"
+#include "tests/instrument/PacketDecoder.h"
 
 namespace {
 
@@ -29,14 +29,14 @@ class CRamp : public IPressSignal {
 
 class CaptureEngine : public ::testing::Test {
   protected:
-    CCaptureEngine Make(const SampleLayout& layout, double dGain = 1) {
-        m_decoder = CPacketDecoder(layout.m_nChannels, layout.m_nValuesPerChannel);
+    CCaptureEngine Make(const ValueLayout& layout, double dGain = 1) {
+        m_decoder = CPacketDecoder(layout.m_nChannels, layout.m_nPerChannel);
         return CCaptureEngine(m_queue, layout, std::make_unique<CRamp>(dGain));
     }
     const Received& Drain() { return m_decoder.Drain(m_queue); }
 
     /// What comes of a capture by a time after its start when nobody looked before.
-    const Received& Capture(const SampleLayout& layout, const CaptureRequest& request,
+    const Received& Capture(const ValueLayout& layout, const CaptureRequest& request,
                             CCaptureEngine::Time end, double dGain = 1) {
         CCaptureEngine engine = Make(layout, dGain);
         engine.Execute(request, 0s);
@@ -47,6 +47,37 @@ class CaptureEngine : public ::testing::Test {
     RTPacketQueue m_queue;
     CPacketDecoder m_decoder{1, 1};
 };
+
+TEST_F(CaptureEngine, SendsTheSampleSetsOfTheMode) {
+    struct Case {
+        std::uint8_t m_nMode;
+        SecondInput m_secondInput;
+        std::vector<int> m_values;  ///< two values of each channel, a tenth of a second apart
+    };
+    const std::vector<int> single{0, 500}, pair{0, 0}, twoSingles{0, 100, 500, 100},
+        twoPairs{0, 0, 100, -100};
+    const Case cases[] = {
+        {0, SecondInput::Analogue, single},
+        {1, SecondInput::Voltage, pair},
+        {2, SecondInput::Voltage, twoSingles},
+        {2, SecondInput::Position, twoSingles},
+        {2, SecondInput::Analogue, twoPairs},
+        {3, SecondInput::Analogue, {0, 100, 200, 500, 100, 200}},
+        {10, SecondInput::Position, pair},
+        {12, SecondInput::Analogue, twoSingles},
+        {20, SecondInput::Position, twoPairs},
+        {21, SecondInput::Analogue, single},
+        {22, SecondInput::Analogue, twoSingles},
+        {255, SecondInput::Position, single},
+    };
+    for (const Case& mode : cases) {
+        CCaptureEngine engine = Make(FindValueLayout(mode.m_nMode, mode.m_secondInput));
+        m_decoder = CPacketDecoder(1, 1);  // the values as they come
+        engine.Execute(CaptureRequest{200, false, 10, 0}, 0s);
+        engine.Advance(1s);
+        EXPECT_EQ(Drain().m_channels[0], mode.m_values) << int{mode.m_nMode};
+    }
+}
 
 TEST_F(CaptureEngine, SixtySecondsAtFullRateAreCompleteWhateverTheSteps) {
     CCaptureEngine engine = Make({1, 2});

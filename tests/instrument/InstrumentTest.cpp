@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "acquisition/ValueLayout.h"
-#include "host/PressInstrument.h"
-#include "host/SimulatedPress.h"
-#include "tests/host/PacketDecoder.h"
+#include "instrument/PressInstrument.h"
+#include "instrument/SimulatedPress.h"
+#include "tests/instrument/PacketDecoder.h"
 
 namespace {
 
@@ -33,21 +32,10 @@ TEST(InstrumentCommand, IsReadFromTheImageOrRefused) {
         EXPECT_FALSE(ReadCommand(strImage));
 }
 
-TEST(SampleLayout, IsTheOneThatTheScreenReadsByTheMode) {
-    for (int nMode = 0; nMode < 256; ++nMode)
-        for (std::uint8_t nInput = 0; nInput < 3; ++nInput) {
-            const auto byMode = static_cast<std::uint8_t>(nMode);
-            const ValueLayout read = FindValueLayout(byMode, nInput, CountChannels(byMode));
-            EXPECT_EQ(FindSampleLayout(byMode, SecondInput{nInput}),
-                      (SampleLayout{read.m_nChannels, read.m_nPerChannel}))
-                << nMode;
-        }
-}
-
 std::unique_ptr<CPressInstrument> MakeInstrument(RTPacketQueue& queue,
                                                  std::optional<CaptureRequest> selfStart = {}) {
     return std::make_unique<CPressInstrument>(
-        queue, SampleLayout{1, 2}, std::make_unique<CSimulatedPress>(SecondInput::Position, 1u),
+        queue, ValueLayout{1, 2}, std::make_unique<CSimulatedPress>(SecondInput::Position, 1u),
         selfStart);
 }
 
