@@ -54,7 +54,7 @@ class CObject {
     static CObject* CreateObject();
 
 #define IMPLEMENT_SERIAL(class_name, base_class, schema)                                           \
-    CObject* class_name::CreateObject() { return new class_name; }                                 \
+    CObject* class_name::CreateObject() { return new class_name(); }                               \
     const CRuntimeClass class_name::class##class_name {                                            \
 #class_name, schema, &class_name::CreateObject, &base_class::class##base_class             \
     };
