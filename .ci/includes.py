@@ -8,6 +8,7 @@ import sys
 # An include may point to a lower floor or into its own folder, never to a neighbour.
 FLOORS = {
     "platform/system": 1,
+    "platform/commandline": 2,
     "platform/drawing": 2,
     "curves": 2,
     "platform/windows": 3,
@@ -34,6 +35,8 @@ AROUND = ("tests", "soak", "fuzz", "benchmarks", "docs")
 RESERVED = (
     (r"platform/operator/.*", ("platform/operator", "host", "tests", "soak", "benchmarks", "docs"),
      "the scripted operator"),
+    (r"platform/commandline/.*", ("platform/commandline", "host", "tools", "soak", "tests"),
+     "the programs' command line"),
     (r"platform/\w+/qt/.*", ("platform",), "the inside of the platform"),
     (r"tests/(?!support/).*", ("tests",), "what the tests keep to themselves"),
     (r"<Q.*", ("platform", "siblings", "host", "benchmarks/alternatives"), "Qt"),
