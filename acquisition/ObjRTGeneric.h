@@ -42,7 +42,9 @@ class CObjConfig {
     virtual std::string HostHook11(std::uint32_t) { return {}; }
     virtual void HostHook12(std::uint32_t, std::uint32_t) {}
     virtual void HostHook13(std::uint32_t, std::uint32_t) {}
+    // The host passes its texts by value. NOLINTNEXTLINE(performance-unnecessary-value-param)
     virtual void HostHook14(std::uint32_t, std::string) {}
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     virtual void HostHook15(std::uint32_t, std::wstring) {}
     virtual void HostHook16(std::uint32_t, std::uint32_t, std::uint32_t) {}
     virtual void HostHook17(std::uint32_t, std::uint32_t) {}

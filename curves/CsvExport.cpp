@@ -24,21 +24,22 @@ struct WholePart {
     std::uint8_t m_nLength = 0;
 };
 
-constexpr int MAX_WHOLE = 32;
+/// How many there are of either sign: 0 to 32.
+constexpr std::size_t WHOLE_COUNT = 33;
 
-constexpr std::array<WholePart, 2 * (MAX_WHOLE + 1)> MakeWholeParts() {
-    std::array<WholePart, 2 * (MAX_WHOLE + 1)> parts{};
-    for (int nSign = 0; nSign < 2; ++nSign) {
-        for (int nWhole = 0; nWhole <= MAX_WHOLE; ++nWhole) {
-            WholePart& part = parts[static_cast<std::size_t>(nSign * (MAX_WHOLE + 1) + nWhole)];
-            const auto append = [&](int c) {
-                part.m_text[part.m_nLength++] = static_cast<char>(c);
-            };
-            if (nSign != 0) append('-');
-            if (nWhole >= 10) append('0' + nWhole / 10);
-            append('0' + nWhole % 10);
-            append('.');
-        }
+/// Those of positive values, then those of negative ones.
+constexpr std::array<WholePart, 2 * WHOLE_COUNT> MakeWholeParts() {
+    std::array<WholePart, 2 * WHOLE_COUNT> parts{};
+    for (std::size_t n = 0; n < parts.size(); ++n) {
+        WholePart& part = parts[n];
+        const auto append = [&part](std::size_t c) {
+            part.m_text[part.m_nLength++] = static_cast<char>(c);
+        };
+        const std::size_t nWhole = n % WHOLE_COUNT;
+        if (n >= WHOLE_COUNT) append('-');
+        if (nWhole >= 10) append('0' + nWhole / 10);
+        append('0' + nWhole % 10);
+        append('.');
     }
     return parts;
 }
@@ -58,8 +59,7 @@ constexpr auto THOUSANDTHS = MakeThousandths();
 /// Copies four characters at a time and goes on behind those that count.
 char* AppendThousandths(char* pTo, std::int16_t nValue) {
     const auto nMagnitude = static_cast<unsigned>(nValue < 0 ? -nValue : nValue);
-    const WholePart& whole =
-        WHOLE_PARTS[nMagnitude / 1000 + (nValue < 0 ? std::size_t{MAX_WHOLE + 1} : 0)];
+    const WholePart& whole = WHOLE_PARTS[nMagnitude / 1000 + (nValue < 0 ? WHOLE_COUNT : 0)];
     std::memcpy(pTo, whole.m_text.data(), 4);
     pTo += whole.m_nLength;
     std::memcpy(pTo, THOUSANDTHS[nMagnitude % 1000].data(), 4);

@@ -19,7 +19,7 @@ constexpr std::uint64_t CURVE_RECORD_LENGTH = 62;  ///< without values and pulse
 constexpr std::uint64_t PULSE_LENGTH = 5;
 
 /// Read, and then summarised, while they are at hand still.
-constexpr std::size_t VALUES_PER_PART = 2 * 1024 * 1024;
+constexpr std::size_t VALUES_PER_PART = std::size_t{2} << 20;
 constexpr std::size_t PULSES_PER_PART = 4096;
 using PulsePart = std::array<std::uint8_t, PULSES_PER_PART * PULSE_LENGTH>;
 
@@ -108,7 +108,7 @@ std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion) {
     EnsureFits(ar, sizeof(std::int16_t) * std::uint64_t{nCount},
                std::to_wstring(nCount) + L" values");
 
-    const auto pCurve = std::make_shared<RTCurveData>(nCount, nCapacity);
+    auto pCurve = std::make_shared<RTCurveData>(nCount, nCapacity);
     pCurve->m_wReserved = wReserved;
     ReadValues(ar, *pCurve, nCount);
     ReadPulses(ar, *pCurve);

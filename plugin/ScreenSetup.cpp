@@ -1,4 +1,6 @@
 // What happens between the making of the screen's window and its showing.
+#include <algorithm>
+#include <iterator>
 #include <mutex>
 
 #include "curves/InstrumentMode.h"
@@ -107,7 +109,8 @@ void CDlgSetupMode::FillChannelList() {
     auto* pList = static_cast<CComboBox*>(GetControl(IDC_CHANNEL_LIST));
     if (!pList) return;
     static constexpr const wchar_t* BUILT_IN[] = {L"Channel 1", L"Channel 2", L"Channel 3"};
-    for (int k = 0; k < m_nChannels; ++k)
+    const int nChannels = std::min<int>(m_nChannels, std::size(BUILT_IN));
+    for (int k = 0; k < nChannels; ++k)
         pList->SetItemData(pList->AddString(GetLangText(120 + k, BUILT_IN[k])),
                            static_cast<DWORD>(k));
     pList->SetCurSel(0);

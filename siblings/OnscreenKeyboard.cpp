@@ -12,6 +12,8 @@ unsigned char ShowKeyboard(const std::wstring* pError, const std::wstring* pTitl
     return 1;
 }
 
+// Its texts come by value, as the callers of the library pass them.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 unsigned char ShowNumberPad(std::wstring strTitle, std::wstring strInitial, std::wstring* pResult,
                             double* pNumber, unsigned char* pOption1, unsigned char*) {
     CNumberPadWindow window(strTitle, strInitial, pOption1 && *pOption1 ? 3 : 1);
