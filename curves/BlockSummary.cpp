@@ -24,17 +24,22 @@ template <class Fold>
     return fold(lanes4, __builtin_shufflevector(lanes4, lanes4, 2, 3, 2, 3, 2, 3, 2, 3));
 }
 
+template <bool COPY>
 [[gnu::always_inline]] inline void Summarise(const void* pValues, std::size_t nBlocks,
-                                             RTBlockSummary* pSummaries) {
-    const auto* pLanes = static_cast<const std::uint8_t*>(pValues);
+                                             RTBlockSummary* pSummaries, std::int16_t* pCopy) {
+    const auto* pFrom = static_cast<const std::uint8_t*>(pValues);
+    auto* pTo = reinterpret_cast<std::uint8_t*>(pCopy);
     for (std::size_t nBlock = 0; nBlock < nBlocks; ++nBlock) {
         Lanes smallest;
-        std::memcpy(&smallest, pLanes, sizeof smallest);
-        pLanes += sizeof(Lanes);
-        Lanes largest = smallest;
-        for (std::size_t n = 1; n < LANES_PER_BLOCK; ++n, pLanes += sizeof(Lanes)) {
+        Lanes largest;
+        for (std::size_t n = 0; n < LANES_PER_BLOCK; ++n, pFrom += sizeof(Lanes)) {
             Lanes lanes;
-            std::memcpy(&lanes, pLanes, sizeof lanes);
+            std::memcpy(&lanes, pFrom, sizeof lanes);
+            if constexpr (COPY) {
+                std::memcpy(pTo, &lanes, sizeof lanes);
+                pTo += sizeof lanes;
+            }
+            if (n == 0) smallest = largest = lanes;
             smallest = smallest < lanes ? smallest : lanes;
             largest = largest > lanes ? largest : lanes;
         }
@@ -44,22 +49,32 @@ template <class Fold>
     }
 }
 
+[[gnu::always_inline]] inline void SummariseOrCopy(const void* pValues, std::size_t nBlocks,
+                                                   RTBlockSummary* pSummaries,
+                                                   std::int16_t* pCopy) {
+    if (pCopy)
+        Summarise<true>(pValues, nBlocks, pSummaries, pCopy);
+    else
+        Summarise<false>(pValues, nBlocks, pSummaries, pCopy);
+}
+
 #ifdef __x86_64__
 /// For processors with registers as long as Lanes: twice as fast.
 [[gnu::target("avx2")]] void SummariseWide(const void* pValues, std::size_t nBlocks,
-                                           RTBlockSummary* pSummaries) {
-    Summarise(pValues, nBlocks, pSummaries);
+                                           RTBlockSummary* pSummaries, std::int16_t* pCopy) {
+    SummariseOrCopy(pValues, nBlocks, pSummaries, pCopy);
 }
 #endif
 
 }  // namespace
 
-void SummariseBlocks(const void* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries) {
+void SummariseBlocks(const void* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries,
+                     std::int16_t* pCopy) {
 #ifdef __x86_64__
     if (__builtin_cpu_supports("avx2")) {
-        SummariseWide(pValues, nBlocks, pSummaries);
+        SummariseWide(pValues, nBlocks, pSummaries, pCopy);
         return;
     }
 #endif
-    Summarise(pValues, nBlocks, pSummaries);
+    SummariseOrCopy(pValues, nBlocks, pSummaries, pCopy);
 }

@@ -26,4 +26,6 @@ constexpr std::size_t RT_BLOCK_VALUES = 128;
 using RTBlockSummary = std::array<RTMinMax, 2>;
 
 /// Summarises nBlocks blocks in a row, of values as they stand in memory, aligned or not.
-void SummariseBlocks(const void* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries);
+/// @param pCopy where the values go on the way; null: nowhere
+void SummariseBlocks(const void* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries,
+                     std::int16_t* pCopy = nullptr);

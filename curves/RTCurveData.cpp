@@ -40,17 +40,21 @@ void RTCurveData::PublishCount(std::uint32_t nCount) {
 
 void RTCurveData::AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues) {
     static_assert(std::endian::native == std::endian::little);
-    // Each piece is summarised while it is at hand still.
-    constexpr std::uint32_t PIECE = 1024;
-    std::uint32_t nCount = m_nCount.load(std::memory_order_relaxed);
+    const std::uint32_t nCount = m_nCount.load(std::memory_order_relaxed);
     assert(nValues <= m_nArrayLength - nCount);
-    while (nValues > 0) {
-        const std::uint32_t nPiece = std::min(nValues, PIECE);
-        std::memcpy(m_pValues.get() + nCount, pBytes, nPiece * sizeof(std::int16_t));
-        nCount += nPiece;
-        m_summary.Extend(m_pValues.get(), nCount);
-        pBytes += nPiece * sizeof(std::int16_t);
-        nValues -= nPiece;
-    }
-    m_nCount.store(nCount, std::memory_order_release);
+    std::int16_t* const pTarget = m_pValues.get() + nCount;
+    const auto copy = [&](std::size_t nFrom, std::size_t nTo) {
+        std::memcpy(pTarget + nFrom, pBytes + nFrom * sizeof(std::int16_t),
+                    (nTo - nFrom) * sizeof(std::int16_t));
+    };
+    // What completes the block that has been begun, whole blocks, and what begins the next one.
+    const std::size_t nBegun = nCount % RT_BLOCK_VALUES;
+    const std::size_t nHead =
+        std::min<std::size_t>(nBegun == 0 ? 0 : RT_BLOCK_VALUES - nBegun, nValues);
+    const std::size_t nBlocks = (nValues - nHead) / RT_BLOCK_VALUES;
+    copy(0, nHead);
+    m_summary.Extend(m_pValues.get(), nCount + nHead);
+    m_summary.AppendBlocks(pBytes + nHead * sizeof(std::int16_t), nBlocks, pTarget + nHead);
+    copy(nHead + nBlocks * RT_BLOCK_VALUES, nValues);
+    m_nCount.store(nCount + nValues, std::memory_order_release);
 }

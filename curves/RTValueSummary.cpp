@@ -6,11 +6,15 @@ RTValueSummary::RTValueSummary(std::size_t nLength)
                                                                  GROUP_BLOCKS)) {}
 
 void RTValueSummary::Extend(const std::int16_t* pValues, std::size_t nCount) {
-    const std::size_t nBlocks = nCount / RT_BLOCK_VALUES;
-    if (nBlocks == m_nBlocks) return;
-    SummariseBlocks(pValues + m_nBlocks * RT_BLOCK_VALUES, nBlocks - m_nBlocks,
-                    &m_pBlocks[m_nBlocks]);
-    for (std::size_t nGroup = m_nBlocks / GROUP_BLOCKS; nGroup < nBlocks / GROUP_BLOCKS; ++nGroup) {
+    AppendBlocks(pValues + m_nBlocks * RT_BLOCK_VALUES, nCount / RT_BLOCK_VALUES - m_nBlocks);
+}
+
+void RTValueSummary::AppendBlocks(const void* pValues, std::size_t nBlocks, std::int16_t* pCopy) {
+    if (nBlocks == 0) return;
+    SummariseBlocks(pValues, nBlocks, &m_pBlocks[m_nBlocks], pCopy);
+    const std::size_t nFirstGroup = m_nBlocks / GROUP_BLOCKS;
+    m_nBlocks += nBlocks;
+    for (std::size_t nGroup = nFirstGroup; nGroup < m_nBlocks / GROUP_BLOCKS; ++nGroup) {
         RTBlockSummary group;
         for (std::size_t nBlock = nGroup * GROUP_BLOCKS; nBlock < (nGroup + 1) * GROUP_BLOCKS;
              ++nBlock)
@@ -18,5 +22,4 @@ void RTValueSummary::Extend(const std::int16_t* pValues, std::size_t nCount) {
                 group[nParity].Include(m_pBlocks[nBlock][nParity]);
         m_pGroups[nGroup] = group;
     }
-    m_nBlocks = nBlocks;
 }

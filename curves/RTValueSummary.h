@@ -25,6 +25,10 @@ class RTValueSummary {
     /// Fills the blocks that the first nCount values have completed. The writer's thread only.
     void Extend(const std::int16_t* pValues, std::size_t nCount);
 
+    /// Fills the next blocks, nBlocks in number, from their values, which are copied on the way
+    /// unless pCopy is null. The writer's thread only.
+    void AppendBlocks(const void* pValues, std::size_t nBlocks, std::int16_t* pCopy = nullptr);
+
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast; the neutral range
     /// when there is no such value.
     RTMinMax Find(const std::int16_t* pValues, std::size_t nFirst, std::size_t nLast) const {
