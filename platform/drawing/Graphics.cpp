@@ -156,8 +156,8 @@ void CDC::DrawText(const std::wstring& strText, const CRect& rect, bool bCentere
     painter.setFont(ToQFont(m_pSurface->m_pFont ? *m_pSurface->m_pFont : DefaultFont()));
     painter.setPen(QColor::fromRgb(ToPixel(m_pSurface->m_textColor)));
     painter.drawText(QRect(rect.left, rect.top, rect.Width(), rect.Height()),
-                     (bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
-                         Qt::TextWordWrap,
+                     static_cast<int>((bCentered ? Qt::AlignHCenter : Qt::AlignLeft) |
+                                      Qt::AlignTop | Qt::TextWordWrap),
                      QString::fromStdWString(strText));
 }
 
