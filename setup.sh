@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the build, the tests and a headless run need and this machine does not have yet.
-# Sourced by ./run, ./test and ./bench, which may name further packages: setup_packages NAME...
+# Sourced by ./run, ./test, ./check and ./bench, which may name further packages:
+# setup_packages NAME...
 
 setup_packages() {
     local missing=() package
