@@ -115,10 +115,9 @@ void StaticWidget::PaintText() {
     QColor color = ToQColor(dc.SetTextColor(0));
     if (!isEnabled()) color = palette().color(QPalette::Disabled, QPalette::WindowText);
     painter.setPen(color);
-    painter.drawText(rect(),
-                     (m_bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
-                         Qt::TextWordWrap | Qt::TextExpandTabs,
-                     m_text);
+    const auto flags = (m_bCentered ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop |
+                       Qt::TextWordWrap | Qt::TextExpandTabs;
+    painter.drawText(rect(), static_cast<int>(flags), m_text);
 }
 
 ButtonWidget::ButtonWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
