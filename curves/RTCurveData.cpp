@@ -58,3 +58,7 @@ void RTCurveData::AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues
     copy(nHead + nBlocks * RT_BLOCK_VALUES, nValues);
     m_nCount.store(nCount + nValues, std::memory_order_release);
 }
+
+void RTCurveData::AddPulse(std::int32_t nPosition, std::uint8_t byState) {
+    m_lstPulses.Append({nPosition, byState});
+}

@@ -31,6 +31,8 @@ struct alignas(8) RTExtremes {
 /// array, reserved word and markers never change once other threads can see the curve.
 /// Ownership: shared among the set that holds it, the screen while it is the current curve, and
 /// whoever draws or writes it.
+/// Hosts: what is defined here is for them too; what is only declared belongs to whoever makes and
+/// fills the curve.
 class RTCurveData {
   public:
     static constexpr std::size_t MARKER_COUNT = 10;
@@ -95,9 +97,7 @@ class RTCurveData {
 
     /// Appends the state of the digital lines. The writer's thread only.
     /// @throws CMemoryException
-    void AddPulse(std::int32_t nPosition, std::uint8_t byState) {
-        m_lstPulses.Append({nPosition, byState});
-    }
+    void AddPulse(std::int32_t nPosition, std::uint8_t byState);
     const RTPulseList& GetPulses() const { return m_lstPulses; }
 
     /// Carried through files unchanged.

@@ -4,7 +4,7 @@
 
 #include "platform/system/Exceptions.h"
 
-IMPLEMENT_SERIAL(CRTCurves, CObject, VERSIONABLE_SCHEMA | 1)
+IMPLEMENT_SERIAL(CRTCurves, VERSIONABLE_SCHEMA | 1)
 
 std::shared_ptr<RTCurveData> CRTCurves::AddCurve(std::size_t nChannel, std::uint32_t nCapacity) {
     try {

@@ -16,6 +16,8 @@ using RTCurveList = std::vector<std::shared_ptr<RTCurveData>>;
 /// Thread safety: the lists carry no lock of their own. Those of the set in hand are read and
 /// appended to only under the session lock of its screen; what goes on longer (painting, saving)
 /// copies the list under the lock and works on the copy.
+/// Hosts: they read the lists and FirstCurve; sets are made, filled, stored and loaded by the
+/// screen.
 class CRTCurves : public CObject {
     DECLARE_SERIAL(CRTCurves)
 

@@ -3,7 +3,7 @@
 #include "platform/windows/PaintDC.h"
 #include "plot/RTPlot.h"
 
-IMPLEMENT_DYNAMIC(CDialogDraw, CObject)
+IMPLEMENT_DYNAMIC(CDialogDraw)
 
 BEGIN_MESSAGE_MAP(CDialogDraw, CStatic)
 ON_WM_PAINT()

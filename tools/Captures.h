@@ -34,7 +34,6 @@ class COutput {
     COutput(std::wstring strOutput, const wchar_t* pExtension,
             const std::vector<std::wstring>& arrInputs);
 
-    bool IsStandardOutput() const { return m_strOutput == L"-"; }
     std::wstring GetPath(const std::wstring& strInput) const;
 
     /// For results of another kind than their input.

@@ -3,7 +3,7 @@
 #include "ui/ClampedNumber.h"
 #include "ui/KeyboardCalls.h"
 
-IMPLEMENT_DYNAMIC(CEditClick, CObject)
+IMPLEMENT_DYNAMIC(CEditClick)
 
 BEGIN_MESSAGE_MAP(CEditClick, CEdit)
 ON_WM_LBUTTONDOWN()

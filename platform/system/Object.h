@@ -9,9 +9,8 @@ class CObject;
 /// What is known at run time about a class of the framework's object tree.
 struct CRuntimeClass {
     const char* m_pClassName;
-    UINT m_nSchema;                     ///< schema number; high bit set: versionable
-    CObject* (*m_pCreateObject)();      ///< makes an object on the heap; null: not creatable
-    const CRuntimeClass* m_pBaseClass;  ///< null for CObject
+    UINT m_nSchema;                 ///< schema number; high bit set: versionable
+    CObject* (*m_pCreateObject)();  ///< makes an object on the heap; null: not creatable
 
     /// A new object that the caller owns, or null when the class cannot be created by class.
     CObject* CreateObject() const { return m_pCreateObject ? m_pCreateObject() : nullptr; }
@@ -29,7 +28,7 @@ class CObject {
     virtual void AssertValid() const {}
     virtual void Dump() const {}
 
-    static inline const CRuntimeClass classCObject{"CObject", 0xFFFF, nullptr, nullptr};
+    static inline const CRuntimeClass classCObject{"CObject", 0xFFFF, nullptr};
 
   protected:
     CObject() = default;
@@ -43,20 +42,18 @@ class CObject {
     static const CRuntimeClass class##class_name;                                                  \
     const CRuntimeClass* GetRuntimeClass() const override { return &class##class_name; }
 
-#define IMPLEMENT_DYNAMIC(class_name, base_class)                                                  \
-    const CRuntimeClass class_name::class##class_name {                                            \
-#class_name, 0xFFFF, nullptr, &base_class::class##base_class                               \
-    };
+#define IMPLEMENT_DYNAMIC(class_name)                                                              \
+    const CRuntimeClass class_name::class##class_name { #class_name, 0xFFFF, nullptr };
 
 /// The same for a class that can be created by class and carries a schema number.
 #define DECLARE_SERIAL(class_name)                                                                 \
     DECLARE_DYNAMIC(class_name)                                                                    \
     static CObject* CreateObject();
 
-#define IMPLEMENT_SERIAL(class_name, base_class, schema)                                           \
+#define IMPLEMENT_SERIAL(class_name, schema)                                                       \
     CObject* class_name::CreateObject() { return new class_name(); }                               \
     const CRuntimeClass class_name::class##class_name {                                            \
-#class_name, schema, &class_name::CreateObject, &base_class::class##base_class             \
+#class_name, schema, &class_name::CreateObject                                             \
     };
 
 #define RUNTIME_CLASS(class_name) (&class_name::class##class_name)
