@@ -21,9 +21,9 @@ void Read(const std::vector<std::uint8_t>& bytes, RTCaptureFile& capture) {
     ReadCapture(file, capture);
 }
 
-std::vector<std::uint8_t> Write(RTCaptureFile& capture) {
+std::vector<std::uint8_t> Write(RTCaptureFile& capture, IProgress* pProgress = nullptr) {
     CMemFile file(L"a.rt3");
-    WriteCapture(file, capture);
+    WriteCapture(file, capture, pProgress);
     return file.GetContents();
 }
 
@@ -70,18 +70,25 @@ TEST(CaptureFile, ReadsASmallCapture) {
 }
 
 TEST(CaptureFile, ReadsScreenRecordsOfEveryVersion) {
+    constexpr int NONE = -1;
     const auto read = [](FileBytes bytes) {
         RTCaptureFile capture;
+        capture.m_screen.m_nMode = capture.m_screen.m_nPositionInput = 9;
         Read(bytes.Spans({}).Byte(14).Byte(0).m_bytes, capture);
-        return std::pair<int, int>(capture.m_screen.m_nValueRate, capture.m_screen.m_nAuxRate);
+        const RTScreenRecord& screen = capture.m_screen;
+        return std::vector<int>{screen.m_nMode ? *screen.m_nMode : NONE,
+                                screen.m_nPositionInput ? *screen.m_nPositionInput : NONE,
+                                screen.m_nValueRate, screen.m_nAuxRate};
     };
-    EXPECT_EQ(read(FileBytes().Long(1)), std::pair(40000, 20000));
-    EXPECT_EQ(read(FileBytes().Long(-1)), std::pair(40000, 20000));
-    EXPECT_EQ(read(FileBytes().Long(2).Byte(20)), std::pair(40000, 20000));
-    EXPECT_EQ(read(FileBytes().Long(3).Byte(20).Byte(1)), std::pair(40000, 20000));
-    EXPECT_EQ(read(FileBytes().Long(3).Byte(20).Byte(2)), std::pair(32000, 16000));
-    EXPECT_EQ(read(FileBytes().Long(4).Byte(20).Byte(2).Word(50000).Word(7)), std::pair(50000, 7));
-    EXPECT_EQ(read(FileBytes().Long(9).Byte(20).Byte(2).Word(50000).Word(7)), std::pair(50000, 7));
+    using Fields = std::vector<int>;
+    EXPECT_EQ(read(FileBytes().Long(1)), (Fields{NONE, NONE, 40000, 20000}));
+    EXPECT_EQ(read(FileBytes().Long(-1)), (Fields{NONE, NONE, 40000, 20000}));
+    EXPECT_EQ(read(FileBytes().Long(2).Byte(20)), (Fields{20, NONE, 40000, 20000}));
+    EXPECT_EQ(read(FileBytes().Long(3).Byte(20).Byte(1)), (Fields{20, 1, 40000, 20000}));
+    EXPECT_EQ(read(FileBytes().Long(3).Byte(20).Byte(2)), (Fields{20, 2, 32000, 16000}));
+    for (const int nVersion : {4, 9})
+        EXPECT_EQ(read(FileBytes().Long(nVersion).Byte(20).Byte(2).Word(50000).Word(7)),
+                  (Fields{20, 2, 50000, 7}));
 }
 
 TEST(CaptureFile, ReadsCurveSetsFromBeforeVersioning) {
@@ -302,6 +309,9 @@ TEST(CaptureFile, ACancelledOrFailedSaveLeavesTheOldFile) {
     StopAt stopReading(1);
     EXPECT_THROW(ReadCapture(file, again, &stopReading), CUserException);
     EXPECT_TRUE(again.m_curves.m_lstCurves[0].empty());
+    file.Open(folder.Path("a.rt3"), CFile::modeRead);
+    ReadCapture(file, again, &never);
+    EXPECT_EQ(never.m_nLast, folder.Get("a.rt3").size());
 }
 
 TEST(CaptureFile, SavesACurveThatIsBeingFilledAsItStands) {
@@ -320,7 +330,8 @@ TEST(CaptureFile, SavesACurveThatIsBeingFilledAsItStands) {
     while (nCount < 200000) {
         RTCaptureFile read;
         pCurve->SetExtremes({});
-        Read(Write(capture), read);
+        StopAt never(1000);
+        Read(Write(capture, &never), read);
         const RTCurveData& curve = *read.m_curves.m_lstCurves[0].front();
         nCount = curve.GetCount();
         if (nCount == 0) continue;
