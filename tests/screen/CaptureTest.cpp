@@ -178,19 +178,3 @@ TEST(Screen, ClosesUnderAFlood) {
     bFlood = false;
     EXPECT_FALSE(panel.m_pDialog->GetHandle());
 }
-
-TEST(Screen, SurvivesManyCapturesAndOpenings) {
-    for (int nScreen = 0; nScreen < 3; ++nScreen) {
-        TestPanel panel(20);
-        panel.Run([&] {
-            for (int i = 0; i < 20; ++i) {
-                ASSERT_TRUE(panel.Tap(IDC_START));
-                panel.m_queue.push(MakeSamples(0, {1, 2, 3, 4}));
-                ASSERT_TRUE(panel.Tap(IDC_STOP));
-                panel.m_queue.push(MakeIdleReport());
-                ASSERT_TRUE(Operator::WaitUntil([&] { return panel.IsEnabled(IDC_START); }, 2000));
-            }
-            EXPECT_EQ(panel.CurveCount(1), 20u);
-        });
-    }
-}
