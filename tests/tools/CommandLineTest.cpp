@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/Exceptions.h"
+#include "tests/support/ErrorOf.h"
 
 namespace {
 
@@ -21,24 +22,13 @@ Given Read(Arguments arguments) {
     line.AddFlag("--flag", given.m_bFlag, "a flag");
     line.AddNumber("-w,--whole", "N", given.m_nWhole, 1, 4294967295.0, "a whole number (7)");
     line.AddNumber("--number", "X", given.m_dNumber, -2.5, 1e6, "a number (0.5)");
-    line.AddText("-t,--text", "TEXT", given.m_strText,
-                 "a text whose help is longer than what goes on one line of the help, and which "
-                 "goes on in the next");
+    line.AddText("-t,--text", "TEXT", given.m_strText, "a text");
     given.m_arrFiles = line.Parse(arguments);
     given.m_bHasWhole = line.Has("--whole");
     return given;
 }
 
 Given Read(std::vector<const char*> arguments) { return Read(Arguments(arguments)); }
-
-std::string ErrorOf(std::vector<const char*> arguments) {
-    try {
-        Read(arguments);
-    } catch (const CUsageError& error) {
-        return error.what();
-    }
-    return "no error";
-}
 
 TEST(CommandLine, TakesValuesAndFilesWithAnyBytes) {
     for (const char* pText :
@@ -83,7 +73,8 @@ TEST(CommandLine, RefusalsNameTheOptionTheValueAndTheRange) {
         {{"-5"}, "there is no option '-5'"},
         {{"file", "---flag"}, "there is no option '---flag'"},
     };
-    for (const auto& [arguments, pError] : cases) EXPECT_EQ(ErrorOf(arguments), pError);
+    for (const auto& [arguments, pError] : cases)
+        EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
 }
 
 struct Outcome {
@@ -123,12 +114,9 @@ TEST(CommandLine, EndsAProgramByWhatCameOfIt) {
         EXPECT_EQ(helped.m_nExitCode, 0);
         EXPECT_EQ(helped.m_strErr, "");
         EXPECT_TRUE(helped.m_strOut.starts_with("usage: tool [OPTION]... FILE...\n\nDoes "));
-        for (const char* pLine :
-             {"\n  --flag                      a flag\n",
-              "\n  -w,--whole N                a whole number (7); 1 to 4294967295\n",
-              "\n  -t,--text TEXT              a text whose help is longer than what goes on one "
-              "line of the\n                              help, and which goes on in the next\n"})
-            EXPECT_NE(helped.m_strOut.find(pLine), std::string::npos) << pLine << helped.m_strOut;
+        const char* const pLine =
+            "\n  -w,--whole N                a whole number (7); 1 to 4294967295\n";
+        EXPECT_NE(helped.m_strOut.find(pLine), std::string::npos) << helped.m_strOut;
     }
 }
 
