@@ -90,23 +90,10 @@ void CRandomOperator::WorkFileDialog() {
     PressKey(Operator::Key::Enter);
 }
 
-void CRandomOperator::DismissBox() {
-    m_record.Count("message box");
-    PressKey(OneIn(3) ? Operator::Key::Escape : Operator::Key::Enter);
-}
-
 void CRandomOperator::EndDialog(const CWnd& dialog) {
-    switch (Pick(5)) {
-    case 0:
-        PressKey(Operator::Key::Escape);
-        break;
-    case 1:
-        Operator::Tap(dialog, IDCANCEL);
-        break;
-    case 2:
-        PressKey(Operator::Key::Enter);
-        break;
-    default:
-        Operator::Tap(dialog, IDOK);
-    }
+    const unsigned nWay = Pick(5);
+    if (nWay < 2)
+        PressKey(nWay == 0 ? Operator::Key::Escape : Operator::Key::Enter);
+    else
+        Operator::Tap(dialog, nWay == 2 ? IDCANCEL : IDOK);
 }

@@ -110,6 +110,12 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
         const auto nBlocks = static_cast<std::uint64_t>(dHours * 3600 * BLOCKS_PER_SECOND);
         const std::uint64_t nBegin = TickMilliseconds();
         const double dBegin = MeasureResidentMegabytes();
+        const auto say = [&](double dDone) {
+            std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n", dDone,
+                        MeasureResidentMegabytes(),
+                        static_cast<double>(TickMilliseconds() - nBegin) / 1000);
+            std::fflush(stdout);
+        };
         std::uint64_t nLongest = 0;
         for (std::uint64_t n = 0; n < nBlocks; ++n) {
             if (nStrokeSeconds && n % (nStrokeSeconds * BLOCKS_PER_SECOND) == 0)
@@ -122,17 +128,11 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
                 Operator::Ask([] {});
                 panel.Settle();
                 nLongest = std::max(nLongest, TickMilliseconds() - nAsked);
-                std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n",
-                            static_cast<double>(n) / BLOCKS_PER_SECOND / 3600,
-                            MeasureResidentMegabytes(),
-                            static_cast<double>(TickMilliseconds() - nBegin) / 1000);
-                std::fflush(stdout);
+                say(static_cast<double>(n) / BLOCKS_PER_SECOND / 3600);
             }
         }
         panel.Settle();
-        std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n", dHours,
-                    MeasureResidentMegabytes(),
-                    static_cast<double>(TickMilliseconds() - nBegin) / 1000);
+        say(dHours);
         record.Count("blocks", nBlocks);
         if (panel.CurveCount(0) != 1) record.Fault("the set does not hold the one curve");
         const auto spCurve = panel.m_pSession->m_spCurves->FirstCurve(0);

@@ -79,8 +79,6 @@ void CRandomLink::Flood() {
     while (!m_bStop && TickMilliseconds() < nEnd) Push(RTPACKET_SAMPLES, payload);
 }
 
-void CRandomLink::Silence() { Pause(20 + Pick(200)); }
-
 /// Blocks that run past the end hold random bytes; blocks that may be stored, values of their
 /// channel.
 void CRandomLink::Malformed() {
@@ -174,12 +172,6 @@ void CRandomLink::Rates() {
     constexpr std::uint16_t RATES[] = {0, 1, 50, 1000, 8000, 32000, 40000, 40000, 65535};
     std::atomic_ref(m_session.m_nHostValueRate).store(RATES[Pick(std::size(RATES))]);
     std::atomic_ref(m_session.m_nHostAuxRate).store(RATES[Pick(std::size(RATES))]);
-}
-
-unsigned CRandomLink::Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
-
-void CRandomLink::Pause(unsigned nMilliseconds) {
-    if (!m_bStop) SleepMilliseconds(nMilliseconds);
 }
 
 void CRandomLink::Push(RTPacketType type, std::vector<std::uint8_t> payload) {

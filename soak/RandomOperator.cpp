@@ -19,33 +19,41 @@ using Operator::PressKey;
 struct CRandomOperator::Action {
     const char* m_pName;
     unsigned m_nWeight;
-    void (CRandomOperator::*m_pDo)();
+    void (*m_pDo)(CRandomOperator&);
 };
 
+using Self = CRandomOperator;
+
 constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
-    {"screen: Start", 14, &CRandomOperator::Start},
-    {"screen: Stop", 8, &CRandomOperator::Stop},
-    {"screen: Clear", 4, &CRandomOperator::Clear},
-    {"screen: Zoom All", 3, &CRandomOperator::ZoomAll},
-    {"screen: Save", 3, &CRandomOperator::Save},
-    {"screen: Load", 4, &CRandomOperator::Load},
-    {"screen: Settings", 3, &CRandomOperator::Settings},
-    {"screen: Sample Time", 4, &CRandomOperator::SampleTimeMode},
-    {"screen: sample time entry", 3, &CRandomOperator::SampleTime},
-    {"screen: trigger entry", 2, &CRandomOperator::Trigger},
-    {"screen: channel list", 4, &CRandomOperator::Channel},
-    {"screen: display list", 3, &CRandomOperator::Display},
-    {"screen: tap in the plot", 8, &CRandomOperator::TapPlot},
-    {"screen: drag in the plot", 8, &CRandomOperator::DragPlot},
-    {"screen: right click", 1, &CRandomOperator::RightClick},
-    {"screen: bar button", 14, &CRandomOperator::BarButton},
-    {"screen: key", 2, &CRandomOperator::Key},
-    {"screen: closed by its bar", 1, &CRandomOperator::CloseByBar},
-    {"screen: Enter or Escape", 1, &CRandomOperator::CloseByKey},
-    {"screen: closed by the host", 1, &CRandomOperator::CloseByHost},
-    {"screen: file dropped", 2, &CRandomOperator::DropFile},
-    {"screen: stray message", 2, &CRandomOperator::StrayMessage},
-    {"screen: wait", 6, &CRandomOperator::Wait},
+    {"screen: Start", 14, [](Self& o) { o.m_panel.Tap(IDC_START); }},
+    {"screen: Stop", 8, [](Self& o) { o.m_panel.Tap(IDC_STOP); }},
+    {"screen: Clear", 4, [](Self& o) { o.m_panel.Tap(IDC_CLEAR); }},
+    {"screen: Zoom All", 3, [](Self& o) { o.m_panel.Tap(IDC_ZOOM_ALL); }},
+    {"screen: Save", 3, [](Self& o) { o.m_panel.Tap(IDC_SAVE); }},
+    {"screen: Load", 4, [](Self& o) { o.m_panel.Tap(IDC_LOAD); }},
+    {"screen: Settings", 3, [](Self& o) { o.m_panel.Tap(IDC_SETTINGS); }},
+    {"screen: Sample Time", 4, [](Self& o) { o.m_panel.Tap(IDC_SAMPLE_TIME_MODE); }},
+    {"screen: sample time entry", 3, [](Self& o) { o.m_panel.Tap(IDC_SAMPLE_TIME); }},
+    {"screen: trigger entry", 2, [](Self& o) { o.m_panel.Tap(IDC_TRIGGER); }},
+    {"screen: channel list", 4,
+     [](Self& o) { o.SelectAny(*o.m_panel.m_pDialog, IDC_CHANNEL_LIST); }},
+    {"screen: display list", 3,
+     [](Self& o) { o.SelectAny(*o.m_panel.m_pDialog, IDC_DISPLAY_LIST); }},
+    {"screen: tap in the plot", 8, [](Self& o) { o.TapPlot(); }},
+    {"screen: drag in the plot", 8, [](Self& o) { o.DragPlot(); }},
+    {"screen: right click", 1,
+     [](Self& o) { Operator::RightClick(*o.m_panel.m_pDialog, o.PickPoint()); }},
+    {"screen: bar button", 14, [](Self& o) { o.BarButton(); }},
+    {"screen: key", 2, [](Self& o) { o.Key(); }},
+    {"screen: closed by its bar", 1,
+     [](Self& o) { o.m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }},
+    {"screen: Enter or Escape", 1,
+     [](Self& o) { PressKey(o.OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape); }},
+    {"screen: closed by the host", 1, [](Self& o) { o.m_panel.m_pDialog->PostMessage(WM_CLOSE); }},
+    {"screen: file dropped", 2,
+     [](Self& o) { Operator::DropFiles(*o.m_panel.m_pDialog, {o.PickPath()}); }},
+    {"screen: stray message", 2, [](Self& o) { o.StrayMessage(); }},
+    {"screen: wait", 6, [](Self& o) { Operator::Wait(1 + o.Pick(60)); }},
 };
 
 CRandomOperator::CRandomOperator(TestPanel& panel, const std::wstring& strFolder,
@@ -71,14 +79,14 @@ void CRandomOperator::CloseScreen() {
 }
 
 CRandomOperator::Front CRandomOperator::FindFront() const {
-    Front front = Front::StandardBox;
+    Front front = Front::Box;
     Operator::Ask([&] {
         const CWnd* const pFront = Operator::ModalWindow();
         const auto has = [pFront](int nID) { return pFront->GetControl(nID) != nullptr; };
         if (pFront == m_panel.m_pDialog.get())
             front = Front::Screen;
         else if (!pFront)
-            front = Operator::ModalText().empty() ? Front::FileDialog : Front::StandardBox;
+            front = Operator::ModalText().empty() ? Front::FileDialog : Front::Box;
         else if (has(CProgressBox::ID_PERCENT))
             front = Front::Progress;
         else if (has(CDlgSettings::ID_AUTO_ZOOM))
@@ -86,7 +94,7 @@ CRandomOperator::Front CRandomOperator::FindFront() const {
         else if (has(CDlgListFiles::ID_FILES))
             front = Front::FileList;
         else if (has(CBigMessageBox::ID_MESSAGE))
-            front = Front::LargeBox;
+            front = Front::Box;
         else
             front = has(CKeyboardWindow::ID_SIGNS) ? Front::Keyboard : Front::NumberPad;
     });
@@ -110,7 +118,7 @@ void CRandomOperator::Act() {
         for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction)
             n -= pAction->m_nWeight;
         m_record.Count(pAction->m_pName);
-        (this->*pAction->m_pDo)();
+        pAction->m_pDo(*this);
         break;
     }
     case Front::Keyboard:
@@ -132,25 +140,12 @@ void CRandomOperator::Act() {
     case Front::FileDialog:
         WorkFileDialog();
         break;
-    case Front::LargeBox:
-    case Front::StandardBox:
-        DismissBox();
+    case Front::Box:
+        m_record.Count("message box");
+        PressKey(OneIn(3) ? Operator::Key::Escape : Operator::Key::Enter);
         break;
     }
 }
-
-void CRandomOperator::Start() { m_panel.Tap(IDC_START); }
-void CRandomOperator::Stop() { m_panel.Tap(IDC_STOP); }
-void CRandomOperator::Clear() { m_panel.Tap(IDC_CLEAR); }
-void CRandomOperator::ZoomAll() { m_panel.Tap(IDC_ZOOM_ALL); }
-void CRandomOperator::Save() { m_panel.Tap(IDC_SAVE); }
-void CRandomOperator::Load() { m_panel.Tap(IDC_LOAD); }
-void CRandomOperator::Settings() { m_panel.Tap(IDC_SETTINGS); }
-void CRandomOperator::SampleTimeMode() { m_panel.Tap(IDC_SAMPLE_TIME_MODE); }
-void CRandomOperator::SampleTime() { m_panel.Tap(IDC_SAMPLE_TIME); }
-void CRandomOperator::Trigger() { m_panel.Tap(IDC_TRIGGER); }
-void CRandomOperator::Channel() { SelectAny(*m_panel.m_pDialog, IDC_CHANNEL_LIST); }
-void CRandomOperator::Display() { SelectAny(*m_panel.m_pDialog, IDC_DISPLAY_LIST); }
 
 void CRandomOperator::TapPlot() {
     const CPoint point = PickPoint();
@@ -165,8 +160,6 @@ void CRandomOperator::DragPlot() {
     // Sometimes the window system keeps the release to itself.
     if (!OneIn(10)) Operator::Release(*m_panel.m_pDialog, PickPoint());
 }
-
-void CRandomOperator::RightClick() { Operator::RightClick(*m_panel.m_pDialog, PickPoint()); }
 
 void CRandomOperator::BarButton() {
     constexpr int BUTTONS[] = {CDlgBarMainMenu::ID_INFO,       CDlgBarMainMenu::ID_INFO,
@@ -183,36 +176,17 @@ void CRandomOperator::Key() {
     for (unsigned nKeys = 1 + Pick(8); nKeys > 0; --nKeys) PressKey(KEYS[Pick(std::size(KEYS))]);
 }
 
-void CRandomOperator::CloseByBar() { m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }
-
-void CRandomOperator::CloseByKey() {
-    PressKey(OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape);
-}
-
-void CRandomOperator::CloseByHost() { m_panel.m_pDialog->PostMessage(WM_CLOSE); }
-
-void CRandomOperator::DropFile() { Operator::DropFiles(*m_panel.m_pDialog, {PickPath()}); }
-
 void CRandomOperator::StrayMessage() {
     CDlgBase& screen = *m_panel.m_pDialog;
-    switch (Pick(4)) {
-    case 0:
-        screen.PostMessage(WM_RT_BARCOMMAND, 198 + Pick(9));
-        break;
-    case 1:
-        screen.PostMessage(WM_RT_SWITCHBAR, 208 + Pick(5));
-        break;
-    case 2:
-        screen.PostMessage(WM_COMMAND, CommandParam(IDC_CONTINUOUS, 0));
-        break;
-    default:
-        screen.PostMessage(2000 + Pick(100), m_random());
-    }
+    const std::pair<UINT, WPARAM> MESSAGES[] = {{WM_RT_BARCOMMAND, 198 + Pick(9)},
+                                                {WM_RT_SWITCHBAR, 208 + Pick(5)},
+                                                {WM_COMMAND, CommandParam(IDC_CONTINUOUS, 0)},
+                                                {2000 + Pick(100), m_random()}};
+    const auto& [nMessage, wParam] = MESSAGES[Pick(4)];
+    screen.PostMessage(nMessage, wParam);
     // The bar that a tap may be aimed at next must be the one that stands then.
     Operator::Ask([] {});
 }
-
-void CRandomOperator::Wait() { Operator::Wait(1 + Pick(60)); }
 
 CPoint CRandomOperator::PickPoint() {
     CRect area;

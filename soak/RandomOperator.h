@@ -22,17 +22,7 @@ class CRandomOperator {
     void CloseScreen();
 
   private:
-    enum class Front {
-        Screen,
-        Keyboard,
-        NumberPad,
-        Settings,
-        FileList,
-        LargeBox,
-        Progress,
-        FileDialog,
-        StandardBox
-    };
+    enum class Front { Screen, Keyboard, NumberPad, Settings, FileList, Progress, FileDialog, Box };
     struct Action;
     static const Action ON_SCREEN[];
 
@@ -41,29 +31,11 @@ class CRandomOperator {
     void Act();
 
     // On the screen
-    void Start();
-    void Stop();
-    void Clear();
-    void ZoomAll();
-    void Save();
-    void Load();
-    void Settings();
-    void SampleTimeMode();
-    void SampleTime();
-    void Trigger();
-    void Channel();
-    void Display();
     void TapPlot();
     void DragPlot();
-    void RightClick();
     void BarButton();
     void Key();
-    void CloseByBar();
-    void CloseByKey();
-    void CloseByHost();
-    void DropFile();
     void StrayMessage();
-    void Wait();
 
     // In what stands in front of it
     void WorkKeyboard(const CWnd& keyboard);
@@ -71,7 +43,6 @@ class CRandomOperator {
     void WorkSettings(const CWnd& settings);
     void WorkFileList(const CWnd& list);
     void WorkFileDialog();
-    void DismissBox();
 
     unsigned Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
     bool OneIn(unsigned nTimes) { return Pick(nTimes) == 0; }
