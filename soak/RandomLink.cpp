@@ -23,8 +23,7 @@ constinit const CRandomLink::Phase CRandomLink::PHASES[] = {
     {"link: malformed samples", 4, &CRandomLink::Malformed},
     {"link: new curves", 4, &CRandomLink::NewCurves},
     {"link: capture started", 3, &CRandomLink::Started},
-    {"link: idle reports", 5, &CRandomLink::Idle},
-    {"link: running reports", 2, &CRandomLink::Running},
+    {"link: idle or running reports", 7, &CRandomLink::Reports},
     {"link: unknown types", 2, &CRandomLink::Unknown},
     {"link: empty packets", 2, &CRandomLink::Empty},
     {"link: longest packets", 1, &CRandomLink::Long},
@@ -119,15 +118,12 @@ void CRandomLink::Started() {
                                 PickByte(), PickByte(), PickByte(), PickByte()});
 }
 
-void CRandomLink::Idle() {
-    for (unsigned nTimes = 1 + Pick(5); nTimes > 0; --nTimes)
-        Push(RTPACKET_CONTROL, {RTCMD_STATUS, PickByte(), PickByte(), 0, PickByte()});
-}
-
-void CRandomLink::Running() {
-    for (unsigned nTimes = 1 + Pick(20); nTimes > 0; --nTimes)
+void CRandomLink::Reports() {
+    const bool bRunning = Pick(4) == 0;
+    for (unsigned nTimes = 1 + Pick(bRunning ? 20 : 5); nTimes > 0; --nTimes)
         Push(RTPACKET_CONTROL,
-             {RTCMD_STATUS, 0, 0, static_cast<std::uint8_t>(1 + Pick(255)), PickByte()});
+             {RTCMD_STATUS, PickByte(), PickByte(),
+              static_cast<std::uint8_t>(bRunning ? 1 + Pick(255) : 0), PickByte()});
 }
 
 void CRandomLink::Unknown() {

@@ -41,8 +41,7 @@ class CRandomLink {
     void Malformed();
     void NewCurves();
     void Started();
-    void Idle();
-    void Running();
+    void Reports();
     void Unknown();
     void Empty();
     void Long();

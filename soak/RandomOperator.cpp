@@ -6,8 +6,8 @@
 #include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
 #include "siblings/KeyboardWindow.h"
+#include "siblings/NumberPadWindow.h"
 #include "ui/BarMessages.h"
-#include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/DlgListFiles.h"
@@ -68,7 +68,7 @@ void CRandomOperator::Work(unsigned nMilliseconds) {
 void CRandomOperator::CloseScreen() {
     constexpr int TRIES = 300;
     for (int i = 0; IsOpen() && i < TRIES; ++i) {
-        if (FindFront() == Front::Screen)
+        if (FindWork() == &Self::WorkScreen)
             m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN) ||
                 m_panel.m_pDialog->PostMessage(WM_CLOSE);
         else if (i % 3 != 2 || !Operator::PressModalButton(L"Cancel"))
@@ -78,73 +78,46 @@ void CRandomOperator::CloseScreen() {
     if (IsOpen()) throw std::runtime_error("the screen does not close");
 }
 
-CRandomOperator::Front CRandomOperator::FindFront() const {
-    Front front = Front::Box;
+CRandomOperator::FrontWork CRandomOperator::FindWork() const {
+    // A control that tells each window; every window of keys has the first one.
+    static constexpr std::pair<int, FrontWork> WINDOWS[] = {
+        {CNumberPadWindow::ID_DIGIT, &Self::WorkNumberPad},
+        {CKeyboardWindow::ID_SIGNS, &Self::WorkKeyboard},
+        {CProgressBox::ID_PERCENT, &Self::WorkProgress},
+        {CDlgSettings::ID_AUTO_ZOOM, &Self::WorkSettings},
+        {CDlgListFiles::ID_FILES, &Self::WorkFileList}};
+    FrontWork work = &Self::WorkBox;
     Operator::Ask([&] {
         const CWnd* const pFront = Operator::ModalWindow();
-        const auto has = [pFront](int nID) { return pFront->GetControl(nID) != nullptr; };
         if (pFront == m_panel.m_pDialog.get())
-            front = Front::Screen;
-        else if (!pFront)
-            front = Operator::ModalText().empty() ? Front::FileDialog : Front::Box;
-        else if (has(CProgressBox::ID_PERCENT))
-            front = Front::Progress;
-        else if (has(CDlgSettings::ID_AUTO_ZOOM))
-            front = Front::Settings;
-        else if (has(CDlgListFiles::ID_FILES))
-            front = Front::FileList;
-        else if (has(CBigMessageBox::ID_MESSAGE))
-            front = Front::Box;
-        else
-            front = has(CKeyboardWindow::ID_SIGNS) ? Front::Keyboard : Front::NumberPad;
+            work = &Self::WorkScreen;
+        else if (!pFront && Operator::ModalText().empty())
+            work = &Self::WorkFileDialog;
+        for (const auto& [nID, workThere] : WINDOWS)
+            if (pFront && work != &Self::WorkScreen && pFront->GetControl(nID)) work = workThere;
     });
-    return front;
+    return work;
 }
 
 void CRandomOperator::Act() {
-    const Front front = FindFront();
+    const FrontWork work = FindWork();
     // Windows in front of the screen close by nobody's hand but this thread's; the progress box,
     // which does, is worked by keys only.
-    CWnd* const pFront = Operator::ModalWindow();
-    if (front != Front::Screen && front != Front::Progress && OneIn(60)) {
+    const CWnd* const pFront = Operator::ModalWindow();
+    if (work != &Self::WorkScreen && work != &Self::WorkProgress && OneIn(60)) {
         m_record.Count("closed by the host behind a window");
         m_panel.m_pDialog->PostMessage(WM_CLOSE);
     }
-    switch (front) {
-    case Front::Screen: {
-        unsigned nWeights = 0;
-        for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
-        const Action* pAction = ON_SCREEN;
-        for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction)
-            n -= pAction->m_nWeight;
-        m_record.Count(pAction->m_pName);
-        pAction->m_pDo(*this);
-        break;
-    }
-    case Front::Keyboard:
-        WorkKeyboard(*pFront);
-        break;
-    case Front::NumberPad:
-        WorkNumberPad(*pFront);
-        break;
-    case Front::Settings:
-        WorkSettings(*pFront);
-        break;
-    case Front::FileList:
-        WorkFileList(*pFront);
-        break;
-    case Front::Progress:
-        m_record.Count("progress box");
-        OneIn(4) ? PressKey(Operator::Key::Escape) : Operator::Wait(20);
-        break;
-    case Front::FileDialog:
-        WorkFileDialog();
-        break;
-    case Front::Box:
-        m_record.Count("message box");
-        PressKey(OneIn(3) ? Operator::Key::Escape : Operator::Key::Enter);
-        break;
-    }
+    (this->*work)(pFront ? *pFront : *m_panel.m_pDialog);
+}
+
+void CRandomOperator::WorkScreen(const CWnd&) {
+    unsigned nWeights = 0;
+    for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
+    const Action* pAction = ON_SCREEN;
+    for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction) n -= pAction->m_nWeight;
+    m_record.Count(pAction->m_pName);
+    pAction->m_pDo(*this);
 }
 
 void CRandomOperator::TapPlot() {

@@ -22,15 +22,17 @@ class CRandomOperator {
     void CloseScreen();
 
   private:
-    enum class Front { Screen, Keyboard, NumberPad, Settings, FileList, Progress, FileDialog, Box };
+    /// What is done with the window in front: of the keyboard, a dialog or a box, and the screen.
+    using FrontWork = void (CRandomOperator::*)(const CWnd& front);
     struct Action;
     static const Action ON_SCREEN[];
 
     bool IsOpen() const { return m_panel.m_pDialog->GetHandle() != 0; }
-    Front FindFront() const;
+    FrontWork FindWork() const;
     void Act();
 
     // On the screen
+    void WorkScreen(const CWnd&);
     void TapPlot();
     void DragPlot();
     void BarButton();
@@ -42,7 +44,9 @@ class CRandomOperator {
     void WorkNumberPad(const CWnd& pad);
     void WorkSettings(const CWnd& settings);
     void WorkFileList(const CWnd& list);
-    void WorkFileDialog();
+    void WorkFileDialog(const CWnd&);
+    void WorkProgress(const CWnd&);
+    void WorkBox(const CWnd&);
 
     unsigned Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
     bool OneIn(unsigned nTimes) { return Pick(nTimes) == 0; }

@@ -22,11 +22,7 @@ TEST(Options, AreReadInBothForms) {
     EXPECT_EQ(options.m_nDevice24V, 3u);
     EXPECT_EQ(options.m_strReplay, "-.csv");
     EXPECT_EQ(options.m_replay.m_dSecondScale, -2.5);
-}
-
-TEST(Options, ACaptureFileGoesWithTheDesktop) {
     EXPECT_EQ(Read({"run1.rt3", "--desktop"}).m_strCaptureFile, "run1.rt3");
-    EXPECT_EQ(Read({"--desktop", "--", "--run.rt3"}).m_strCaptureFile, "--run.rt3");
 }
 
 TEST(Options, RefusalsNameTheOptionAndTheRange) {

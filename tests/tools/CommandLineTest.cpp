@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/system/Exceptions.h"
 #include "tests/support/ErrorOf.h"
 
 namespace {
@@ -77,46 +76,13 @@ TEST(CommandLine, RefusalsNameTheOptionTheValueAndTheRange) {
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
 }
 
-struct Outcome {
-    int m_nExitCode;
-    std::string m_strOut;
-    std::string m_strErr;
-};
-
-Outcome RunTool(const std::function<void(Arguments)>& work, std::vector<const char*> arguments) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const int nExitCode = RunProgram("tool", static_cast<int>(arguments.size()),
-                                     const_cast<char**>(arguments.data()), [&](Arguments given) {
-                                         work(given);
-                                         return 5;
-                                     });
-    const std::string strOut = testing::internal::GetCapturedStdout();
-    return {nExitCode, strOut, testing::internal::GetCapturedStderr()};
-}
-
-TEST(CommandLine, EndsAProgramByWhatCameOfIt) {
-    const auto read = [](Arguments arguments) { Read(arguments); };
-    EXPECT_EQ(RunTool(read, {"path/tool", "file"}).m_nExitCode, 5);
-
-    const Outcome refused = RunTool(read, {"path/tool", "--whole", "x"});
-    EXPECT_EQ(refused.m_nExitCode, 2);
-    EXPECT_EQ(refused.m_strErr, "tool: --whole: 'x' is not a whole number from 1 to 4294967295\n"
-                                "tool --help lists the options.\n");
-
-    const Outcome failed =
-        RunTool([](Arguments) { throw CFileException(L"a.rt3", ENOENT); }, {"path/tool", "file"});
-    EXPECT_EQ(failed.m_nExitCode, 1);
-    EXPECT_EQ(failed.m_strErr, "tool: a.rt3: No such file or directory.\n");
-
+TEST(CommandLine, HelpGoesBeforeErrors) {
     for (const char* pHelp : {"-h", "--help"}) {
-        const Outcome helped = RunTool(read, {"path/tool", "-w", "x", "--flags", pHelp});
-        EXPECT_EQ(helped.m_nExitCode, 0);
-        EXPECT_EQ(helped.m_strErr, "");
-        EXPECT_TRUE(helped.m_strOut.starts_with("usage: tool [OPTION]... FILE...\n\nDoes "));
-        const char* const pLine =
-            "\n  -w,--whole N                a whole number (7); 1 to 4294967295\n";
-        EXPECT_NE(helped.m_strOut.find(pLine), std::string::npos) << helped.m_strOut;
+        const std::string strHelp = ErrorOf<CHelpRequest>([&] {
+            Read({"-w", "x", "--flags", pHelp});
+        });
+        EXPECT_TRUE(strHelp.starts_with("usage: tool [OPTION]... FILE...\n\nDoes ")) << strHelp;
+        EXPECT_TRUE(strHelp.find(" a whole number (7); 1 to 4294967295\n") != strHelp.npos);
     }
 }
 
