@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/system/Exceptions.h"
 #include "tests/support/ErrorOf.h"
 
 namespace {
@@ -74,6 +75,15 @@ TEST(CommandLine, RefusalsNameTheOptionTheValueAndTheRange) {
     };
     for (const auto& [arguments, pError] : cases)
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
+}
+
+TEST(CommandLine, AFailureIsSaidAndEndsAProgramWithOne) {
+    const auto fail = [](Arguments) -> int { throw CFileException(L"a.rt3", ENOENT); };
+    char szProgram[] = "path/tool";
+    char* argv[] = {szProgram, nullptr};
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunProgram("tool", 1, argv, fail), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "tool: a.rt3: No such file or directory.\n");
 }
 
 TEST(CommandLine, HelpGoesBeforeErrors) {
