@@ -59,14 +59,11 @@ void CRandomOperator::WorkSettings(const CWnd& settings) {
 void CRandomOperator::WorkFileList(const CWnd& list) {
     m_record.Count("file list");
     constexpr int ARROWS[] = {CDlgListFiles::ID_DOWN, CDlgListFiles::ID_UP};
-    switch (Pick(4)) {
-    case 0:
+    if (OneIn(4)) {
         Operator::Tap(list, ARROWS[Pick(2)]);
-        break;
-    case 1:
+    } else if (OneIn(3)) {
         EndDialog(list);
-        break;
-    default:
+    } else {
         SelectAny(list, CDlgListFiles::ID_FILES);
         if (OneIn(2)) Operator::Tap(list, IDOK);
     }
@@ -80,7 +77,7 @@ std::wstring CRandomOperator::PickPath() {
     return JoinPath(JoinPath(m_strFolder, L"RealTimeFiles"), NAMES[Pick(std::size(NAMES))]);
 }
 
-void CRandomOperator::WorkFileDialog() {
+void CRandomOperator::WorkFileDialog(const CWnd&) {
     m_record.Count("file dialog");
     if (OneIn(4)) {
         PressKey(Operator::Key::Escape);
@@ -90,23 +87,20 @@ void CRandomOperator::WorkFileDialog() {
     PressKey(Operator::Key::Enter);
 }
 
-void CRandomOperator::DismissBox() {
+void CRandomOperator::WorkProgress(const CWnd&) {
+    m_record.Count("progress box");
+    OneIn(4) ? PressKey(Operator::Key::Escape) : Operator::Wait(20);
+}
+
+void CRandomOperator::WorkBox(const CWnd&) {
     m_record.Count("message box");
     PressKey(OneIn(3) ? Operator::Key::Escape : Operator::Key::Enter);
 }
 
 void CRandomOperator::EndDialog(const CWnd& dialog) {
-    switch (Pick(5)) {
-    case 0:
-        PressKey(Operator::Key::Escape);
-        break;
-    case 1:
-        Operator::Tap(dialog, IDCANCEL);
-        break;
-    case 2:
-        PressKey(Operator::Key::Enter);
-        break;
-    default:
-        Operator::Tap(dialog, IDOK);
-    }
+    const unsigned nWay = Pick(5);
+    if (nWay < 2)
+        PressKey(nWay == 0 ? Operator::Key::Escape : Operator::Key::Enter);
+    else
+        Operator::Tap(dialog, nWay == 2 ? IDCANCEL : IDOK);
 }

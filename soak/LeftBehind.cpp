@@ -1,6 +1,16 @@
 #include "soak/LeftBehind.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <malloc.h>
+#include <unistd.h>
+
+#include "platform/operator/Operator.h"
 #include "platform/system/Threads.h"
+#include "platform/windows/Application.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -10,29 +20,49 @@ std::string Join(const std::vector<std::string>& names) {
     return strAll;
 }
 
+ProcessUse MeasureProcess() {
+    PumpMessages();
+    ProcessUse use;
+    for (const auto& entry : fs::directory_iterator("/proc/self/task")) {
+        std::string strName;
+        std::getline(std::ifstream(entry.path() / "comm"), strName);
+        use.m_threads.push_back(strName);
+    }
+    std::sort(use.m_threads.begin(), use.m_threads.end());
+    use.m_nFiles = static_cast<std::size_t>(
+        std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+    use.m_widgets = Operator::ListWidgets();
+    ::malloc_trim(0);
+    use.m_dMegabytes = MeasureResidentMegabytes();
+    return use;
+}
+
 }  // namespace
+
+double MeasureResidentMegabytes() {
+    std::size_t nPages = 0;
+    std::size_t nResident = 0;
+    std::ifstream("/proc/self/statm") >> nPages >> nResident;
+    return static_cast<double>(nResident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
+}
 
 void CLeftBehind::Check() {
     // A thread that has been joined may still be listed for a moment.
     constexpr int TRIES = 100;
     for (int i = 0; i < TRIES; ++i) {
         m_now = MeasureProcess();
-        if (!m_bMeasured || m_now.m_threads.size() <= m_first.m_threads.size()) break;
+        if (!m_first || m_now.m_threads.size() <= m_first->m_threads.size()) break;
         SleepMilliseconds(20);
     }
     m_record.Largest("most megabytes between screens",
                      static_cast<std::uint64_t>(m_now.m_dMegabytes));
-    if (!m_bMeasured) {
-        m_bMeasured = true;
-        m_first = m_now;
-        return;
-    }
-    if (m_now.m_threads.size() > m_first.m_threads.size())
+    if (!m_first) m_first = m_now;
+    if (m_now.m_threads.size() > m_first->m_threads.size())
         m_record.Fault("threads are left:" + Join(m_now.m_threads) + ", at first" +
-                       Join(m_first.m_threads));
-    if (m_now.m_nFiles > m_first.m_nFiles)
-        m_record.Fault(std::to_string(m_now.m_nFiles - m_first.m_nFiles) + " files are left open");
-    if (m_now.m_widgets.size() > m_first.m_widgets.size())
+                       Join(m_first->m_threads));
+    if (m_now.m_nFiles > m_first->m_nFiles)
+        m_record.Fault(std::to_string(m_now.m_nFiles - m_first->m_nFiles) + " files are left open");
+    if (m_now.m_widgets.size() > m_first->m_widgets.size())
         m_record.Fault("windows or controls are left:" + Join(m_now.m_widgets) + ", at first" +
-                       Join(m_first.m_widgets));
+                       Join(m_first->m_widgets));
 }

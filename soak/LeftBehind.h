@@ -1,8 +1,29 @@
-// Finds what closed screens have left behind in the process.
+// What this process holds of the system, and what closed screens have left behind in it.
 #pragma once
 
+#include <optional>
+#include <vector>
+
 #include "soak/Counts.h"
-#include "soak/Process.h"
+
+struct ProcessUse {
+    std::vector<std::string> m_threads;  ///< names, sorted
+    std::size_t m_nFiles = 0;            ///< open file descriptors
+    std::vector<std::string> m_widgets;  ///< kinds of the windows and controls, sorted
+    double m_dMegabytes = 0;             ///< resident memory, after free memory was given back
+};
+
+/// Resident memory now, in megabytes. Any thread.
+double MeasureResidentMegabytes();
+
+/// Whether a sanitizer keeps books of its own on memory, and slows everything down.
+constexpr bool IsSanitized() {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return true;
+#else
+    return false;
+#endif
+}
 
 /// Check is called when no screen is open. The first call takes the measure that the later ones go
 /// by: the first screen loads fonts and pictures that stay. User-interface thread.
@@ -12,11 +33,9 @@ class CLeftBehind {
 
     void Check();
     const ProcessUse& GetUse() const { return m_now; }
-    const ProcessUse& GetFirst() const { return m_first; }
 
   private:
     CSoakRecord& m_record;
-    ProcessUse m_first;
     ProcessUse m_now;
-    bool m_bMeasured = false;
+    std::optional<ProcessUse> m_first;
 };

@@ -44,15 +44,15 @@ void RunCaptures(const SoakOptions& options, unsigned nCaptures, CSoakRecord& re
     record.Count("messages to the instrument", panel.m_view.m_images.size());
 }
 
-void RunClosings(const SoakOptions& options, unsigned nScreens, CSoakRecord& record) {
+void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record) {
     CLeftBehind leftBehind(record);
     const auto spBlock = MakeSamples(5, MakeValues(600));
     for (unsigned n = 0; n < nScreens && !record.HasFaults(); ++n) {
         TestPanel panel(options.m_nMode.value_or(3), 1);
-        const bool bContinuous = n % 2 == 1;
+        const bool bCapture = n % 4 != 3, bContinuous = n % 2 == 1;
         std::atomic<bool> bEnd{false};
         CThreadHandle link = StartThread([&] {
-            for (int i = 1; !bEnd; ++i) {
+            for (int i = 1; bCapture && !bEnd; ++i) {
                 panel.m_queue.push(spBlock);
                 if (i % 20 == 0 && bContinuous)
                     panel.m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
@@ -60,28 +60,15 @@ void RunClosings(const SoakOptions& options, unsigned nScreens, CSoakRecord& rec
             }
         });
         panel.Run([&] {
+            if (!bCapture) panel.TapBar(CDlgBarMainMenu::ID_INFO);
             if (bContinuous) panel.Tap(IDC_SAMPLE_TIME_MODE);
-            panel.Tap(IDC_START);
-            Operator::Wait(n % 60);
+            if (bCapture) panel.Tap(IDC_START);
+            if (bCapture) Operator::Wait(n % 60);
             if (n % 3 == 0) panel.Tap(IDC_STOP);
         });
         bEnd = true;
         link.Close();
         panel.m_pDialog.reset();
-        record.Count("screens closed during a capture");
-        leftBehind.Check();
-    }
-}
-
-void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record) {
-    CLeftBehind leftBehind(record);
-    for (unsigned n = 0; n < nScreens && !record.HasFaults(); ++n) {
-        {
-            TestPanel panel(options.m_nMode.value_or(20), 1);
-            panel.Run([&] {
-                if (n % 2 == 0) panel.TapBar(CDlgBarMainMenu::ID_INFO);
-            });
-        }
         record.Count("screens opened and closed");
         leftBehind.Check();
         const ProcessUse& use = leftBehind.GetUse();
@@ -110,6 +97,12 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
         const auto nBlocks = static_cast<std::uint64_t>(dHours * 3600 * BLOCKS_PER_SECOND);
         const std::uint64_t nBegin = TickMilliseconds();
         const double dBegin = MeasureResidentMegabytes();
+        const auto say = [&](double dDone) {
+            std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n", dDone,
+                        MeasureResidentMegabytes(),
+                        static_cast<double>(TickMilliseconds() - nBegin) / 1000);
+            std::fflush(stdout);
+        };
         std::uint64_t nLongest = 0;
         for (std::uint64_t n = 0; n < nBlocks; ++n) {
             if (nStrokeSeconds && n % (nStrokeSeconds * BLOCKS_PER_SECOND) == 0)
@@ -122,17 +115,11 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
                 Operator::Ask([] {});
                 panel.Settle();
                 nLongest = std::max(nLongest, TickMilliseconds() - nAsked);
-                std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n",
-                            static_cast<double>(n) / BLOCKS_PER_SECOND / 3600,
-                            MeasureResidentMegabytes(),
-                            static_cast<double>(TickMilliseconds() - nBegin) / 1000);
-                std::fflush(stdout);
+                say(static_cast<double>(n) / BLOCKS_PER_SECOND / 3600);
             }
         }
         panel.Settle();
-        std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n", dHours,
-                    MeasureResidentMegabytes(),
-                    static_cast<double>(TickMilliseconds() - nBegin) / 1000);
+        say(dHours);
         record.Count("blocks", nBlocks);
         if (panel.CurveCount(0) != 1) record.Fault("the set does not hold the one curve");
         const auto spCurve = panel.m_pSession->m_spCurves->FirstCurve(0);

@@ -15,7 +15,6 @@ constexpr double MAX_COUNT = 4294967295.0;
 struct Run {
     SoakOptions m_options;
     unsigned m_nCaptures = 0;
-    unsigned m_nClosings = 0;
     unsigned m_nScreens = 0;
     double m_dHours = 0;
     unsigned m_nStrokeSeconds = 0;
@@ -24,7 +23,7 @@ struct Run {
 Run ReadRun(Arguments arguments) {
     Run run;
     CCommandLine line("rtsoak [--seconds N] [--seed S] [--mode M] [--patience MS]\n"
-                      "       rtsoak --captures N | --closings N | --screens N [--mode M]\n"
+                      "       rtsoak --captures N | --screens N [--mode M]\n"
                       "       rtsoak --continuous H [--stroke S] [--mode M]",
                       "Without a run named in the second or third line: operator and instrument at "
                       "random.\n");
@@ -40,9 +39,8 @@ Run ReadRun(Arguments arguments) {
                    "asks for)");
     line.AddNumber("--captures", "N", run.m_nCaptures, 0, MAX_COUNT,
                    "captures in a row on one screen, through its buttons");
-    line.AddNumber("--closings", "N", run.m_nClosings, 0, MAX_COUNT,
-                   "screens closed in the middle of a capture");
-    line.AddNumber("--screens", "N", run.m_nScreens, 0, MAX_COUNT, "screens opened and closed");
+    line.AddNumber("--screens", "N", run.m_nScreens, 0, MAX_COUNT,
+                   "screens opened and closed, most of them in the middle of a capture");
     line.AddNumber("--continuous", "H", run.m_dHours, 0, 1e6,
                    "a continuous capture of so many hours, as fast as the reader takes it");
     line.AddNumber("--stroke", "S", run.m_nStrokeSeconds, 0, MAX_COUNT,
@@ -56,8 +54,6 @@ Run ReadRun(Arguments arguments) {
 void Work(const Run& run, CSoakRecord& record) {
     if (run.m_nCaptures)
         RunCaptures(run.m_options, run.m_nCaptures, record);
-    else if (run.m_nClosings)
-        RunClosings(run.m_options, run.m_nClosings, record);
     else if (run.m_nScreens)
         RunScreens(run.m_options, run.m_nScreens, record);
     else if (run.m_dHours > 0)

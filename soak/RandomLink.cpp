@@ -23,8 +23,7 @@ constinit const CRandomLink::Phase CRandomLink::PHASES[] = {
     {"link: malformed samples", 4, &CRandomLink::Malformed},
     {"link: new curves", 4, &CRandomLink::NewCurves},
     {"link: capture started", 3, &CRandomLink::Started},
-    {"link: idle reports", 5, &CRandomLink::Idle},
-    {"link: running reports", 2, &CRandomLink::Running},
+    {"link: idle or running reports", 7, &CRandomLink::Reports},
     {"link: unknown types", 2, &CRandomLink::Unknown},
     {"link: empty packets", 2, &CRandomLink::Empty},
     {"link: longest packets", 1, &CRandomLink::Long},
@@ -79,8 +78,6 @@ void CRandomLink::Flood() {
     while (!m_bStop && TickMilliseconds() < nEnd) Push(RTPACKET_SAMPLES, payload);
 }
 
-void CRandomLink::Silence() { Pause(20 + Pick(200)); }
-
 /// Blocks that run past the end hold random bytes; blocks that may be stored, values of their
 /// channel.
 void CRandomLink::Malformed() {
@@ -121,15 +118,12 @@ void CRandomLink::Started() {
                                 PickByte(), PickByte(), PickByte(), PickByte()});
 }
 
-void CRandomLink::Idle() {
-    for (unsigned nTimes = 1 + Pick(5); nTimes > 0; --nTimes)
-        Push(RTPACKET_CONTROL, {RTCMD_STATUS, PickByte(), PickByte(), 0, PickByte()});
-}
-
-void CRandomLink::Running() {
-    for (unsigned nTimes = 1 + Pick(20); nTimes > 0; --nTimes)
+void CRandomLink::Reports() {
+    const bool bRunning = Pick(4) == 0;
+    for (unsigned nTimes = 1 + Pick(bRunning ? 20 : 5); nTimes > 0; --nTimes)
         Push(RTPACKET_CONTROL,
-             {RTCMD_STATUS, 0, 0, static_cast<std::uint8_t>(1 + Pick(255)), PickByte()});
+             {RTCMD_STATUS, PickByte(), PickByte(),
+              static_cast<std::uint8_t>(bRunning ? 1 + Pick(255) : 0), PickByte()});
 }
 
 void CRandomLink::Unknown() {
@@ -174,12 +168,6 @@ void CRandomLink::Rates() {
     constexpr std::uint16_t RATES[] = {0, 1, 50, 1000, 8000, 32000, 40000, 40000, 65535};
     std::atomic_ref(m_session.m_nHostValueRate).store(RATES[Pick(std::size(RATES))]);
     std::atomic_ref(m_session.m_nHostAuxRate).store(RATES[Pick(std::size(RATES))]);
-}
-
-unsigned CRandomLink::Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
-
-void CRandomLink::Pause(unsigned nMilliseconds) {
-    if (!m_bStop) SleepMilliseconds(nMilliseconds);
 }
 
 void CRandomLink::Push(RTPacketType type, std::vector<std::uint8_t> payload) {

@@ -35,23 +35,24 @@ class CRandomLink {
     static const Phase PHASES[];
 
     void Run();
+    void Silence() { Pause(20 + Pick(200)); }
     void Steady();
     void Flood();
-    void Silence();
     void Malformed();
     void NewCurves();
     void Started();
-    void Idle();
-    void Running();
+    void Reports();
     void Unknown();
     void Empty();
     void Long();
     void QueueAway();
     void Rates();
 
-    unsigned Pick(unsigned nBelow);
+    unsigned Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
     std::uint8_t PickByte() { return static_cast<std::uint8_t>(Pick(256)); }
-    void Pause(unsigned nMilliseconds);
+    void Pause(unsigned nMilliseconds) {
+        if (!m_bStop) SleepMilliseconds(nMilliseconds);
+    }
     void Push(RTPacketType type, std::vector<std::uint8_t> payload);
     void PushShared(std::shared_ptr<RTPacket> spPacket, std::size_t nBytes);
     void AddBlock(std::vector<std::uint8_t>& payload, unsigned nValues);

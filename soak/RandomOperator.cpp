@@ -6,8 +6,8 @@
 #include "platform/windows/Controls.h"
 #include "plugin/ScreenTemplate.h"
 #include "siblings/KeyboardWindow.h"
+#include "siblings/NumberPadWindow.h"
 #include "ui/BarMessages.h"
-#include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/DlgListFiles.h"
@@ -19,33 +19,41 @@ using Operator::PressKey;
 struct CRandomOperator::Action {
     const char* m_pName;
     unsigned m_nWeight;
-    void (CRandomOperator::*m_pDo)();
+    void (*m_pDo)(CRandomOperator&);
 };
 
+using Self = CRandomOperator;
+
 constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
-    {"screen: Start", 14, &CRandomOperator::Start},
-    {"screen: Stop", 8, &CRandomOperator::Stop},
-    {"screen: Clear", 4, &CRandomOperator::Clear},
-    {"screen: Zoom All", 3, &CRandomOperator::ZoomAll},
-    {"screen: Save", 3, &CRandomOperator::Save},
-    {"screen: Load", 4, &CRandomOperator::Load},
-    {"screen: Settings", 3, &CRandomOperator::Settings},
-    {"screen: Sample Time", 4, &CRandomOperator::SampleTimeMode},
-    {"screen: sample time entry", 3, &CRandomOperator::SampleTime},
-    {"screen: trigger entry", 2, &CRandomOperator::Trigger},
-    {"screen: channel list", 4, &CRandomOperator::Channel},
-    {"screen: display list", 3, &CRandomOperator::Display},
-    {"screen: tap in the plot", 8, &CRandomOperator::TapPlot},
-    {"screen: drag in the plot", 8, &CRandomOperator::DragPlot},
-    {"screen: right click", 1, &CRandomOperator::RightClick},
-    {"screen: bar button", 14, &CRandomOperator::BarButton},
-    {"screen: key", 2, &CRandomOperator::Key},
-    {"screen: closed by its bar", 1, &CRandomOperator::CloseByBar},
-    {"screen: Enter or Escape", 1, &CRandomOperator::CloseByKey},
-    {"screen: closed by the host", 1, &CRandomOperator::CloseByHost},
-    {"screen: file dropped", 2, &CRandomOperator::DropFile},
-    {"screen: stray message", 2, &CRandomOperator::StrayMessage},
-    {"screen: wait", 6, &CRandomOperator::Wait},
+    {"screen: Start", 14, [](Self& o) { o.m_panel.Tap(IDC_START); }},
+    {"screen: Stop", 8, [](Self& o) { o.m_panel.Tap(IDC_STOP); }},
+    {"screen: Clear", 4, [](Self& o) { o.m_panel.Tap(IDC_CLEAR); }},
+    {"screen: Zoom All", 3, [](Self& o) { o.m_panel.Tap(IDC_ZOOM_ALL); }},
+    {"screen: Save", 3, [](Self& o) { o.m_panel.Tap(IDC_SAVE); }},
+    {"screen: Load", 4, [](Self& o) { o.m_panel.Tap(IDC_LOAD); }},
+    {"screen: Settings", 3, [](Self& o) { o.m_panel.Tap(IDC_SETTINGS); }},
+    {"screen: Sample Time", 4, [](Self& o) { o.m_panel.Tap(IDC_SAMPLE_TIME_MODE); }},
+    {"screen: sample time entry", 3, [](Self& o) { o.m_panel.Tap(IDC_SAMPLE_TIME); }},
+    {"screen: trigger entry", 2, [](Self& o) { o.m_panel.Tap(IDC_TRIGGER); }},
+    {"screen: channel list", 4,
+     [](Self& o) { o.SelectAny(*o.m_panel.m_pDialog, IDC_CHANNEL_LIST); }},
+    {"screen: display list", 3,
+     [](Self& o) { o.SelectAny(*o.m_panel.m_pDialog, IDC_DISPLAY_LIST); }},
+    {"screen: tap in the plot", 8, [](Self& o) { o.TapPlot(); }},
+    {"screen: drag in the plot", 8, [](Self& o) { o.DragPlot(); }},
+    {"screen: right click", 1,
+     [](Self& o) { Operator::RightClick(*o.m_panel.m_pDialog, o.PickPoint()); }},
+    {"screen: bar button", 14, [](Self& o) { o.BarButton(); }},
+    {"screen: key", 2, [](Self& o) { o.Key(); }},
+    {"screen: closed by its bar", 1,
+     [](Self& o) { o.m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }},
+    {"screen: Enter or Escape", 1,
+     [](Self& o) { PressKey(o.OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape); }},
+    {"screen: closed by the host", 1, [](Self& o) { o.m_panel.m_pDialog->PostMessage(WM_CLOSE); }},
+    {"screen: file dropped", 2,
+     [](Self& o) { Operator::DropFiles(*o.m_panel.m_pDialog, {o.PickPath()}); }},
+    {"screen: stray message", 2, [](Self& o) { o.StrayMessage(); }},
+    {"screen: wait", 6, [](Self& o) { Operator::Wait(1 + o.Pick(60)); }},
 };
 
 CRandomOperator::CRandomOperator(TestPanel& panel, const std::wstring& strFolder,
@@ -60,7 +68,7 @@ void CRandomOperator::Work(unsigned nMilliseconds) {
 void CRandomOperator::CloseScreen() {
     constexpr int TRIES = 300;
     for (int i = 0; IsOpen() && i < TRIES; ++i) {
-        if (FindFront() == Front::Screen)
+        if (FindWork() == &Self::WorkScreen)
             m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN) ||
                 m_panel.m_pDialog->PostMessage(WM_CLOSE);
         else if (i % 3 != 2 || !Operator::PressModalButton(L"Cancel"))
@@ -70,87 +78,47 @@ void CRandomOperator::CloseScreen() {
     if (IsOpen()) throw std::runtime_error("the screen does not close");
 }
 
-CRandomOperator::Front CRandomOperator::FindFront() const {
-    Front front = Front::StandardBox;
+CRandomOperator::FrontWork CRandomOperator::FindWork() const {
+    // A control that tells each window; every window of keys has the first one.
+    static constexpr std::pair<int, FrontWork> WINDOWS[] = {
+        {CNumberPadWindow::ID_DIGIT, &Self::WorkNumberPad},
+        {CKeyboardWindow::ID_SIGNS, &Self::WorkKeyboard},
+        {CProgressBox::ID_PERCENT, &Self::WorkProgress},
+        {CDlgSettings::ID_AUTO_ZOOM, &Self::WorkSettings},
+        {CDlgListFiles::ID_FILES, &Self::WorkFileList}};
+    FrontWork work = &Self::WorkBox;
     Operator::Ask([&] {
         const CWnd* const pFront = Operator::ModalWindow();
-        const auto has = [pFront](int nID) { return pFront->GetControl(nID) != nullptr; };
         if (pFront == m_panel.m_pDialog.get())
-            front = Front::Screen;
-        else if (!pFront)
-            front = Operator::ModalText().empty() ? Front::FileDialog : Front::StandardBox;
-        else if (has(CProgressBox::ID_PERCENT))
-            front = Front::Progress;
-        else if (has(CDlgSettings::ID_AUTO_ZOOM))
-            front = Front::Settings;
-        else if (has(CDlgListFiles::ID_FILES))
-            front = Front::FileList;
-        else if (has(CBigMessageBox::ID_MESSAGE))
-            front = Front::LargeBox;
-        else
-            front = has(CKeyboardWindow::ID_SIGNS) ? Front::Keyboard : Front::NumberPad;
+            work = &Self::WorkScreen;
+        else if (!pFront && Operator::ModalText().empty())
+            work = &Self::WorkFileDialog;
+        for (const auto& [nID, workThere] : WINDOWS)
+            if (pFront && work != &Self::WorkScreen && pFront->GetControl(nID)) work = workThere;
     });
-    return front;
+    return work;
 }
 
 void CRandomOperator::Act() {
-    const Front front = FindFront();
+    const FrontWork work = FindWork();
     // Windows in front of the screen close by nobody's hand but this thread's; the progress box,
     // which does, is worked by keys only.
-    CWnd* const pFront = Operator::ModalWindow();
-    if (front != Front::Screen && front != Front::Progress && OneIn(60)) {
+    const CWnd* const pFront = Operator::ModalWindow();
+    if (work != &Self::WorkScreen && work != &Self::WorkProgress && OneIn(60)) {
         m_record.Count("closed by the host behind a window");
         m_panel.m_pDialog->PostMessage(WM_CLOSE);
     }
-    switch (front) {
-    case Front::Screen: {
-        unsigned nWeights = 0;
-        for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
-        const Action* pAction = ON_SCREEN;
-        for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction)
-            n -= pAction->m_nWeight;
-        m_record.Count(pAction->m_pName);
-        (this->*pAction->m_pDo)();
-        break;
-    }
-    case Front::Keyboard:
-        WorkKeyboard(*pFront);
-        break;
-    case Front::NumberPad:
-        WorkNumberPad(*pFront);
-        break;
-    case Front::Settings:
-        WorkSettings(*pFront);
-        break;
-    case Front::FileList:
-        WorkFileList(*pFront);
-        break;
-    case Front::Progress:
-        m_record.Count("progress box");
-        OneIn(4) ? PressKey(Operator::Key::Escape) : Operator::Wait(20);
-        break;
-    case Front::FileDialog:
-        WorkFileDialog();
-        break;
-    case Front::LargeBox:
-    case Front::StandardBox:
-        DismissBox();
-        break;
-    }
+    (this->*work)(pFront ? *pFront : *m_panel.m_pDialog);
 }
 
-void CRandomOperator::Start() { m_panel.Tap(IDC_START); }
-void CRandomOperator::Stop() { m_panel.Tap(IDC_STOP); }
-void CRandomOperator::Clear() { m_panel.Tap(IDC_CLEAR); }
-void CRandomOperator::ZoomAll() { m_panel.Tap(IDC_ZOOM_ALL); }
-void CRandomOperator::Save() { m_panel.Tap(IDC_SAVE); }
-void CRandomOperator::Load() { m_panel.Tap(IDC_LOAD); }
-void CRandomOperator::Settings() { m_panel.Tap(IDC_SETTINGS); }
-void CRandomOperator::SampleTimeMode() { m_panel.Tap(IDC_SAMPLE_TIME_MODE); }
-void CRandomOperator::SampleTime() { m_panel.Tap(IDC_SAMPLE_TIME); }
-void CRandomOperator::Trigger() { m_panel.Tap(IDC_TRIGGER); }
-void CRandomOperator::Channel() { SelectAny(*m_panel.m_pDialog, IDC_CHANNEL_LIST); }
-void CRandomOperator::Display() { SelectAny(*m_panel.m_pDialog, IDC_DISPLAY_LIST); }
+void CRandomOperator::WorkScreen(const CWnd&) {
+    unsigned nWeights = 0;
+    for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
+    const Action* pAction = ON_SCREEN;
+    for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction) n -= pAction->m_nWeight;
+    m_record.Count(pAction->m_pName);
+    pAction->m_pDo(*this);
+}
 
 void CRandomOperator::TapPlot() {
     const CPoint point = PickPoint();
@@ -165,8 +133,6 @@ void CRandomOperator::DragPlot() {
     // Sometimes the window system keeps the release to itself.
     if (!OneIn(10)) Operator::Release(*m_panel.m_pDialog, PickPoint());
 }
-
-void CRandomOperator::RightClick() { Operator::RightClick(*m_panel.m_pDialog, PickPoint()); }
 
 void CRandomOperator::BarButton() {
     constexpr int BUTTONS[] = {CDlgBarMainMenu::ID_INFO,       CDlgBarMainMenu::ID_INFO,
@@ -183,36 +149,17 @@ void CRandomOperator::Key() {
     for (unsigned nKeys = 1 + Pick(8); nKeys > 0; --nKeys) PressKey(KEYS[Pick(std::size(KEYS))]);
 }
 
-void CRandomOperator::CloseByBar() { m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }
-
-void CRandomOperator::CloseByKey() {
-    PressKey(OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape);
-}
-
-void CRandomOperator::CloseByHost() { m_panel.m_pDialog->PostMessage(WM_CLOSE); }
-
-void CRandomOperator::DropFile() { Operator::DropFiles(*m_panel.m_pDialog, {PickPath()}); }
-
 void CRandomOperator::StrayMessage() {
     CDlgBase& screen = *m_panel.m_pDialog;
-    switch (Pick(4)) {
-    case 0:
-        screen.PostMessage(WM_RT_BARCOMMAND, 198 + Pick(9));
-        break;
-    case 1:
-        screen.PostMessage(WM_RT_SWITCHBAR, 208 + Pick(5));
-        break;
-    case 2:
-        screen.PostMessage(WM_COMMAND, CommandParam(IDC_CONTINUOUS, 0));
-        break;
-    default:
-        screen.PostMessage(2000 + Pick(100), m_random());
-    }
+    const std::pair<UINT, WPARAM> MESSAGES[] = {{WM_RT_BARCOMMAND, 198 + Pick(9)},
+                                                {WM_RT_SWITCHBAR, 208 + Pick(5)},
+                                                {WM_COMMAND, CommandParam(IDC_CONTINUOUS, 0)},
+                                                {2000 + Pick(100), m_random()}};
+    const auto& [nMessage, wParam] = MESSAGES[Pick(4)];
+    screen.PostMessage(nMessage, wParam);
     // The bar that a tap may be aimed at next must be the one that stands then.
     Operator::Ask([] {});
 }
-
-void CRandomOperator::Wait() { Operator::Wait(1 + Pick(60)); }
 
 CPoint CRandomOperator::PickPoint() {
     CRect area;

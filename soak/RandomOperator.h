@@ -22,56 +22,31 @@ class CRandomOperator {
     void CloseScreen();
 
   private:
-    enum class Front {
-        Screen,
-        Keyboard,
-        NumberPad,
-        Settings,
-        FileList,
-        LargeBox,
-        Progress,
-        FileDialog,
-        StandardBox
-    };
+    /// What is done with the window in front: of the keyboard, a dialog or a box, and the screen.
+    using FrontWork = void (CRandomOperator::*)(const CWnd& front);
     struct Action;
     static const Action ON_SCREEN[];
 
     bool IsOpen() const { return m_panel.m_pDialog->GetHandle() != 0; }
-    Front FindFront() const;
+    FrontWork FindWork() const;
     void Act();
 
     // On the screen
-    void Start();
-    void Stop();
-    void Clear();
-    void ZoomAll();
-    void Save();
-    void Load();
-    void Settings();
-    void SampleTimeMode();
-    void SampleTime();
-    void Trigger();
-    void Channel();
-    void Display();
+    void WorkScreen(const CWnd&);
     void TapPlot();
     void DragPlot();
-    void RightClick();
     void BarButton();
     void Key();
-    void CloseByBar();
-    void CloseByKey();
-    void CloseByHost();
-    void DropFile();
     void StrayMessage();
-    void Wait();
 
     // In what stands in front of it
     void WorkKeyboard(const CWnd& keyboard);
     void WorkNumberPad(const CWnd& pad);
     void WorkSettings(const CWnd& settings);
     void WorkFileList(const CWnd& list);
-    void WorkFileDialog();
-    void DismissBox();
+    void WorkFileDialog(const CWnd&);
+    void WorkProgress(const CWnd&);
+    void WorkBox(const CWnd&);
 
     unsigned Pick(unsigned nBelow) { return static_cast<unsigned>(m_random() % nBelow); }
     bool OneIn(unsigned nTimes) { return Pick(nTimes) == 0; }

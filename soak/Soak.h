@@ -21,10 +21,8 @@ void RunRandomScreens(const SoakOptions& options, CSoakRecord& record);
 /// last value.
 void RunCaptures(const SoakOptions& options, unsigned nCaptures, CSoakRecord& record);
 
-/// Screens that are closed in the middle of a capture, each a little later than the one before.
-void RunClosings(const SoakOptions& options, unsigned nScreens, CSoakRecord& record);
-
-/// Screens that are opened, shown and closed.
+/// Screens that are opened, shown and closed, three of four in the middle of a capture, each a
+/// little later than the one before.
 void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record);
 
 /// A continuous capture at the highest speed that the reader takes, until as many blocks have come

@@ -4,7 +4,7 @@
 #include <mutex>
 
 #include "plugin/ScreenTemplate.h"
-#include "soak/Process.h"
+#include "soak/LeftBehind.h"
 #include "soak/RandomLink.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"

@@ -35,15 +35,6 @@ TEST(SampleDecoder, EveryModesLayout) {
     }
 }
 
-TEST(SampleDecoder, CountIsBigEndianAndValuesAreLittleEndian) {
-    TestSession session(0);
-    session.StartValues(1000);
-    Bytes payload{0, 0, 0x01, 0x02};
-    for (int i = 0; i < 258; ++i) payload.insert(payload.end(), {0x34, 0xF2});
-    session.m_capture.StoreSamples(payload);
-    EXPECT_EQ(session.ChannelValues(0), std::vector<int>(258, -3532));
-}
-
 TEST(SampleDecoder, BlocksOfOnePacketFollowEachOther) {
     TestSession session(12);
     session.StartValues(1000);

@@ -227,12 +227,4 @@ TEST(Bitmap, IsCopiedAndSavedOrReportsTheFile) {
     EXPECT_THROW(sheet.m_bitmap.SavePng(folder.Path("none/a.png")), CFileException);
 }
 
-TEST(Context, WithoutASurfaceDrawsNothing) {
-    CDC dc;
-    dc.LineTo(5, 5);
-    dc.FillSolidRect({0, 0, 9, 9}, INK);
-    dc.TextOut(0, 0, L"text");
-    EXPECT_EQ(dc.GetPixel(0, 0), NO_COLOR);
-}
-
 }  // namespace

@@ -32,67 +32,68 @@ TEST(InstrumentCommand, IsReadFromTheImageOrRefused) {
         EXPECT_FALSE(ReadCommand(strImage));
 }
 
-std::unique_ptr<CPressInstrument> MakeInstrument(RTPacketQueue& queue,
-                                                 std::optional<CaptureRequest> selfStart = {}) {
-    return std::make_unique<CPressInstrument>(
-        queue, ValueLayout{1, 2}, std::make_unique<CSimulatedPress>(SecondInput::Position, 1u),
-        selfStart);
-}
+class PressInstrument : public ::testing::Test {
+  protected:
+    PressInstrument() { Make({}); }
+    void Make(std::optional<CaptureRequest> selfStart) {
+        m_pInstrument = std::make_unique<CPressInstrument>(
+            m_queue, ValueLayout{1, 2},
+            std::make_unique<CSimulatedPress>(SecondInput::Position, 1u), selfStart);
+    }
+    const Received& Drain() { return m_decoder.Drain(m_queue); }
 
-/// Waits until these events have come, at most 10 s.
-bool WaitFor(CPacketDecoder& decoder, RTPacketQueue& queue, std::string_view strEvents) {
-    for (const auto end = Clock::now() + 10s; Clock::now() < end; std::this_thread::sleep_for(1ms))
-        if (decoder.Drain(queue).m_strEvents.starts_with(strEvents)) return true;
-    return false;
-}
+    /// Waits until these events have come, at most 10 s.
+    bool WaitFor(std::string_view strEvents) {
+        for (const auto end = Clock::now() + 10s; Clock::now() < end;
+             std::this_thread::sleep_for(1ms))
+            if (Drain().m_strEvents.starts_with(strEvents)) return true;
+        return false;
+    }
 
-TEST(PressInstrument, RunsACaptureInRealTime) {
-    RTPacketQueue queue;
-    CPacketDecoder decoder(1, 2);
-    const auto pInstrument = MakeInstrument(queue);
+    RTPacketQueue m_queue;
+    CPacketDecoder m_decoder{1, 2};
+    std::unique_ptr<CPressInstrument> m_pInstrument;
+};
+
+TEST_F(PressInstrument, RunsACaptureInRealTime) {
     const auto begin = Clock::now();
-    pInstrument->Send(MakeImage({2, 200, 0, 0, 0x40, 0x9C}));
+    m_pInstrument->Send(MakeImage({2, 200, 0, 0, 0x40, 0x9C}));
 
     // Never ahead of the clock.
     while (Clock::now() - begin < 150ms) {
-        const auto nCount = decoder.Drain(queue).m_channels[0].size();
+        const auto nCount = Drain().m_channels[0].size();
         const auto elapsed = std::chrono::duration<double>(Clock::now() - begin).count();
         ASSERT_LE(static_cast<double>(nCount), 40000 * elapsed + 2);
         std::this_thread::sleep_for(1ms);
     }
-    ASSERT_TRUE(WaitFor(decoder, queue, "RSI"));
+    ASSERT_TRUE(WaitFor("RSI"));
     EXPECT_GE(Clock::now() - begin, 200ms);
-    EXPECT_EQ(decoder.Drain(queue).m_channels[0].size(), 8000u);
-    EXPECT_GE(decoder.Drain(queue).m_nPackets, 5u);
+    EXPECT_EQ(Drain().m_channels[0].size(), 8000u);
+    EXPECT_GE(Drain().m_nPackets, 5u);
 }
 
-TEST(PressInstrument, StopsAndIsReadyForTheNextCapture) {
-    RTPacketQueue queue;
-    CPacketDecoder decoder(1, 2);
-    const auto pInstrument = MakeInstrument(queue);
-    pInstrument->Send("\x05\x01");
-    pInstrument->Send(MakeImage({2, 0x60, 0xEA, 0, 0x40, 0x9C}));
-    ASSERT_TRUE(WaitFor(decoder, queue, "RS"));
-    pInstrument->Send(MakeImage({2}));
-    ASSERT_TRUE(WaitFor(decoder, queue, "RSI"));
-    EXPECT_LT(decoder.Drain(queue).m_channels[0].size(), 2'400'000u);
-    pInstrument->Send(MakeImage({2, 20, 0, 0, 0x40, 0x9C}));
-    EXPECT_TRUE(WaitFor(decoder, queue, "RSIRSI"));
+TEST_F(PressInstrument, StopsAndIsReadyForTheNextCapture) {
+    m_pInstrument->Send("\x05\x01");
+    m_pInstrument->Send(MakeImage({2, 0x60, 0xEA, 0, 0x40, 0x9C}));
+    ASSERT_TRUE(WaitFor("RS"));
+    m_pInstrument->Send(MakeImage({2}));
+    ASSERT_TRUE(WaitFor("RSI"));
+    EXPECT_LT(Drain().m_channels[0].size(), 2'400'000u);
+    m_pInstrument->Send(MakeImage({2, 20, 0, 0, 0x40, 0x9C}));
+    EXPECT_TRUE(WaitFor("RSIRSI"));
 }
 
-TEST(PressInstrument, BeginsByItselfOnceTheScreenIsShown) {
-    RTPacketQueue queue;
-    CPacketDecoder decoder(1, 2);
-    auto pInstrument = MakeInstrument(queue, CaptureRequest{3000, true, 40000, 0});
-    EXPECT_EQ(decoder.Drain(queue).m_nPackets, 0u);
-    pInstrument->OnScreenShown();
-    ASSERT_TRUE(WaitFor(decoder, queue, "CRS"));
+TEST_F(PressInstrument, BeginsByItselfOnceTheScreenIsShown) {
+    Make(CaptureRequest{3000, true, 40000, 0});
+    EXPECT_EQ(Drain().m_nPackets, 0u);
+    m_pInstrument->OnScreenShown();
+    ASSERT_TRUE(WaitFor("CRS"));
 
     // Ends in the middle of it, and leaves the queue alone.
-    pInstrument.reset();
-    const std::size_t nPackets = decoder.Drain(queue).m_nPackets;
+    m_pInstrument.reset();
+    const std::size_t nPackets = Drain().m_nPackets;
     std::this_thread::sleep_for(30ms);
-    EXPECT_EQ(decoder.Drain(queue).m_nPackets, nPackets);
+    EXPECT_EQ(Drain().m_nPackets, nPackets);
 }
 
 TEST(SimulatedPress, SnapsOnItsWayDownWithTheNoiseOfItsSeed) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "instrument/RecordedPress.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -12,12 +13,7 @@ class RecordingTest : public ::testing::Test {
         return ReadRecording(m_strPath, columns);
     }
     std::string ErrorOf(const std::string& strText, const RecordingColumns& columns = {}) {
-        try {
-            Read(strText, columns);
-        } catch (const CRecordingError& error) {
-            return std::string(error.what()).substr(m_strPath.size());
-        }
-        return "no error";
+        return ::ErrorOf<CRecordingError>([&] { Read(strText, columns); }).substr(m_strPath.size());
     }
 
     TemporaryFolder m_folder;

@@ -3,7 +3,6 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "acquisition/ObjRTGeneric.h"
 #include "plugin/ScreenTemplate.h"
 
 std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
@@ -26,8 +25,8 @@ ON_MESSAGE(WM_RT_SENDOBJECT, OnSendObject)
 END_MESSAGE_MAP()
 
 LRESULT CTestView::OnSendObject(WPARAM wParam, LPARAM) {
-    const std::unique_ptr<CObjConfig> pMessage(reinterpret_cast<CObjConfig*>(wParam));
-    pMessage->ToBytes(m_images.emplace_back());
+    m_messages.emplace_back(reinterpret_cast<CObjConfig*>(wParam));
+    m_messages.back()->ToBytes(m_images.emplace_back());
     return 0;
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "acquisition/RTPacket.h"
+#include "acquisition/ObjRTGeneric.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/DynamicLibrary.h"
 #include "platform/windows/Application.h"
@@ -23,9 +23,10 @@ std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
 /// The instrument's report that it is idle.
 std::shared_ptr<RTPacket> MakeIdleReport();
 
-/// Takes message objects as the host's view does, and keeps their images.
+/// Takes message objects as the host's view does, and keeps them and their images.
 class CTestView : public CView {
   public:
+    std::vector<std::unique_ptr<CObjConfig>> m_messages;
     std::vector<std::string> m_images;
 
   private:

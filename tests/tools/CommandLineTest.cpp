@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/Exceptions.h"
+#include "tests/support/ErrorOf.h"
 
 namespace {
 
@@ -21,24 +22,13 @@ Given Read(Arguments arguments) {
     line.AddFlag("--flag", given.m_bFlag, "a flag");
     line.AddNumber("-w,--whole", "N", given.m_nWhole, 1, 4294967295.0, "a whole number (7)");
     line.AddNumber("--number", "X", given.m_dNumber, -2.5, 1e6, "a number (0.5)");
-    line.AddText("-t,--text", "TEXT", given.m_strText,
-                 "a text whose help is longer than what goes on one line of the help, and which "
-                 "goes on in the next");
+    line.AddText("-t,--text", "TEXT", given.m_strText, "a text");
     given.m_arrFiles = line.Parse(arguments);
     given.m_bHasWhole = line.Has("--whole");
     return given;
 }
 
 Given Read(std::vector<const char*> arguments) { return Read(Arguments(arguments)); }
-
-std::string ErrorOf(std::vector<const char*> arguments) {
-    try {
-        Read(arguments);
-    } catch (const CUsageError& error) {
-        return error.what();
-    }
-    return "no error";
-}
 
 TEST(CommandLine, TakesValuesAndFilesWithAnyBytes) {
     for (const char* pText :
@@ -83,52 +73,26 @@ TEST(CommandLine, RefusalsNameTheOptionTheValueAndTheRange) {
         {{"-5"}, "there is no option '-5'"},
         {{"file", "---flag"}, "there is no option '---flag'"},
     };
-    for (const auto& [arguments, pError] : cases) EXPECT_EQ(ErrorOf(arguments), pError);
+    for (const auto& [arguments, pError] : cases)
+        EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
 }
 
-struct Outcome {
-    int m_nExitCode;
-    std::string m_strOut;
-    std::string m_strErr;
-};
-
-Outcome RunTool(const std::function<void(Arguments)>& work, std::vector<const char*> arguments) {
-    testing::internal::CaptureStdout();
+TEST(CommandLine, AFailureIsSaidAndEndsAProgramWithOne) {
+    const auto fail = [](Arguments) -> int { throw CFileException(L"a.rt3", ENOENT); };
+    char szProgram[] = "path/tool";
+    char* argv[] = {szProgram, nullptr};
     testing::internal::CaptureStderr();
-    const int nExitCode = RunProgram("tool", static_cast<int>(arguments.size()),
-                                     const_cast<char**>(arguments.data()), [&](Arguments given) {
-                                         work(given);
-                                         return 5;
-                                     });
-    const std::string strOut = testing::internal::GetCapturedStdout();
-    return {nExitCode, strOut, testing::internal::GetCapturedStderr()};
+    EXPECT_EQ(RunProgram("tool", 1, argv, fail), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "tool: a.rt3: No such file or directory.\n");
 }
 
-TEST(CommandLine, EndsAProgramByWhatCameOfIt) {
-    const auto read = [](Arguments arguments) { Read(arguments); };
-    EXPECT_EQ(RunTool(read, {"path/tool", "file"}).m_nExitCode, 5);
-
-    const Outcome refused = RunTool(read, {"path/tool", "--whole", "x"});
-    EXPECT_EQ(refused.m_nExitCode, 2);
-    EXPECT_EQ(refused.m_strErr, "tool: --whole: 'x' is not a whole number from 1 to 4294967295\n"
-                                "tool --help lists the options.\n");
-
-    const Outcome failed =
-        RunTool([](Arguments) { throw CFileException(L"a.rt3", ENOENT); }, {"path/tool", "file"});
-    EXPECT_EQ(failed.m_nExitCode, 1);
-    EXPECT_EQ(failed.m_strErr, "tool: a.rt3: No such file or directory.\n");
-
+TEST(CommandLine, HelpGoesBeforeErrors) {
     for (const char* pHelp : {"-h", "--help"}) {
-        const Outcome helped = RunTool(read, {"path/tool", "-w", "x", "--flags", pHelp});
-        EXPECT_EQ(helped.m_nExitCode, 0);
-        EXPECT_EQ(helped.m_strErr, "");
-        EXPECT_TRUE(helped.m_strOut.starts_with("usage: tool [OPTION]... FILE...\n\nDoes "));
-        for (const char* pLine :
-             {"\n  --flag                      a flag\n",
-              "\n  -w,--whole N                a whole number (7); 1 to 4294967295\n",
-              "\n  -t,--text TEXT              a text whose help is longer than what goes on one "
-              "line of the\n                              help, and which goes on in the next\n"})
-            EXPECT_NE(helped.m_strOut.find(pLine), std::string::npos) << pLine << helped.m_strOut;
+        const std::string strHelp = ErrorOf<CHelpRequest>([&] {
+            Read({"-w", "x", "--flags", pHelp});
+        });
+        EXPECT_TRUE(strHelp.starts_with("usage: tool [OPTION]... FILE...\n\nDoes ")) << strHelp;
+        EXPECT_TRUE(strHelp.find(" a whole number (7); 1 to 4294967295\n") != strHelp.npos);
     }
 }
 

@@ -146,13 +146,8 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         {"draw a.rt3", "there is no command 'draw'"},
         {"--xml info", "there is no option '--xml'"},
         {"info", "info: a file is missing"},
-        {"info --xml a.rt3", "info: there is no option '--xml'"},
         {"csv --channel 0 a.rt3", "csv: --channel: '0' is not a whole number from 1 to 3"},
-        {"csv --channel 4 a.rt3", "csv: --channel: '4' is not a whole number from 1 to 3"},
-        {"csv --channel 1x a.rt3", "csv: --channel: '1x' is not a whole number from 1 to 3"},
         {"csv --curve 0 a.rt3", "csv: --curve: '0' is not a whole number from 1 to 2147483647"},
-        {"csv a.rt3 --channel", "csv: --channel needs its N"},
-        {"csv --time-column=1 a.rt3", "csv: --time-column takes no argument"},
         {"csv a.rt3 a.rt3", "csv: several files need an existing folder behind -o"},
         {"csv a.rt3 -o ./a.rt3", "csv: a.rt3 would be overwritten"},
         {"plot a.rt3", "plot: -o is missing"},
@@ -180,17 +175,13 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
     EXPECT_EQ(m_folder.CountEntries(), 1u);
 }
 
-TEST_F(Tool, HelpsForEveryCommand) {
-    for (const char* pHelp : {"--help", "-h", "help"})
-        EXPECT_TRUE(Contains(Run(std::string("$RT3 ") + pHelp).m_strOut, "convert")) << pHelp;
-    for (const char* pCommand : {"info", "csv", "plot", "convert"}) {
-        const Result result = Run(std::string("$RT3 ") + pCommand + " --help");
-        EXPECT_EQ(result.m_nExitCode, 0);
-        EXPECT_TRUE(result.m_strOut.starts_with(std::string("usage: rt3 ") + pCommand)) << pCommand;
+TEST_F(Tool, HelpsUnlessAFileHasThatName) {
+    for (const char* pHelp : {"--help", "-h", "help", "convert --help"}) {
+        const Result help = Run(std::string("$RT3 ") + pHelp);
+        EXPECT_EQ(help.m_nExitCode, 0);
+        EXPECT_EQ(help.m_strErr, "");
+        EXPECT_TRUE(help.m_strOut.starts_with("usage: rt3 ")) << pHelp;
     }
-}
-
-TEST_F(Tool, ReadsFilesWhoseNamesLookLikeOptions) {
     std::filesystem::copy(m_folder.GetPath() / "a.rt3", m_folder.GetPath() / "--help");
     EXPECT_TRUE(Contains(Run("$RT3 info -- --help").m_strOut, "4 of 4 values"));
 }
