@@ -12,7 +12,6 @@ FLOORS = {
     "platform/drawing": 2,
     "curves": 2,
     "platform/windows": 3,
-    "evaluation": 3,
     "platform/operator": 4,
     "plot": 4,
     "acquisition": 5,
@@ -20,7 +19,6 @@ FLOORS = {
     "plugin": 6,
     "siblings": 6,
     "instrument": 6,
-    "link": 6,
     "host": 7,
     "tools": 7,
 }
