@@ -71,8 +71,8 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
     EXPECT_EQ(m_session.m_nChannels, 2);
     EXPECT_EQ(m_session.m_nValueRate, 1000);
     EXPECT_EQ(m_session.m_nAuxRate, 250);
-    EXPECT_EQ(m_session.m_graph.m_nGraphRate, 1000);
-    EXPECT_EQ(m_session.m_graph.m_nRangeMin, -5000);
+    EXPECT_EQ(int{m_session.m_graph.m_nGraphRate}, 1000);
+    EXPECT_EQ(int{m_session.m_graph.m_nRangeMin}, -5000);
     EXPECT_TRUE(IsAutoZoom(m_session.m_graph));
 
     RTPlot& plot = m_session.m_aPlots[1];
