@@ -200,6 +200,33 @@ TEST_F(FingerTest, EveryOtherButtonAndMessage) {
     });
 }
 
+TEST(Finger, WorksDuringAContinuousCapture) {
+    TestPanel panel(3);
+    panel.Run([&] {
+        panel.Tap(IDC_SAMPLE_TIME_MODE);
+        panel.Tap(IDC_START);
+        std::atomic<int> nPackets{0};
+        std::atomic<bool> bOn{true};
+        CThreadHandle instrument = StartThread([&] {
+            while (bOn) {
+                panel.m_queue.push(MakeSamples(1, std::vector<std::int16_t>(30, 100)));
+                ++nPackets;
+                SleepMilliseconds(1);
+            }
+        });
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(panel.TapBar(Menu::ID_INFO));
+            EXPECT_TRUE(panel.TapBar(Bar::ID_MARKER_A));
+            EXPECT_TRUE(panel.TapBar(Bar::ID_BACK));
+        }
+        bOn = false;
+        instrument.Close();
+        panel.Settle();
+        for (std::size_t k = 0; k < 3; ++k)
+            EXPECT_EQ(panel.ValuesOf(k).size(), static_cast<std::size_t>(nPackets) * 10);
+    });
+}
+
 TEST(Finger, ShowsEachChannelInItsOwnPlot) {
     TestPanel panel(3);
     panel.Run([&] {
