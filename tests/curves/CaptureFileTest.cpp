@@ -50,21 +50,14 @@ TEST(CaptureFile, WritesASmallCaptureByteForByte) {
 TEST(CaptureFile, ReadsASmallCapture) {
     RTCaptureFile capture;
     Read(FileBytes::SmallCapture(), capture);
-    EXPECT_EQ(capture.m_screen.m_nMode, 1);
-    EXPECT_EQ(capture.m_screen.m_nValueRate, 40000);
-    EXPECT_EQ(capture.m_screen.m_nAuxRate, 20000);
     EXPECT_EQ(capture.m_plots.m_anSpans, (std::array<std::int32_t, 3>{4, 1, 1}));
     EXPECT_EQ(capture.m_curves.m_byVersion, 14);
     ASSERT_EQ(capture.m_curves.m_lstCurves[0].size(), 1u);
-    EXPECT_TRUE(capture.m_curves.m_lstCurves[1].empty());
-    EXPECT_TRUE(capture.m_curves.m_lstCurves[2].empty());
-
     const RTCurveData& curve = *capture.m_curves.m_lstCurves[0].front();
     EXPECT_EQ(GetValues(curve), (std::vector<std::int16_t>{100, -200, 300, -50}));
     EXPECT_EQ(curve.GetCapacity(), 4u);
     ASSERT_EQ(curve.GetPulses().GetCount(), 1u);
-    EXPECT_EQ(curve.GetPulses().At(0).m_nPosition, 4);
-    EXPECT_EQ(curve.GetPulses().At(0).m_byState, 5);
+    EXPECT_EQ(curve.GetPulses().At(0), (RTPulse{4, 5}));
     EXPECT_EQ(std::count(curve.m_anMarkers.begin(), curve.m_anMarkers.end(), -1), 10);
     EXPECT_EQ(curve.GetExtremes(), (RTExtremes{300, 100, -50, -200}));
 }
@@ -92,20 +85,11 @@ TEST(CaptureFile, ReadsScreenRecordsOfEveryVersion) {
 }
 
 TEST(CaptureFile, ReadsCurveSetsFromBeforeVersioning) {
+    FileBytes bytes = FileBytes().Head().Byte(2);
+    bytes.Long(1).Values({5, -3, 7, 9}).Pulses({{2, 1}, {4, 255}});
+    bytes.Long(2).Values({}).Pulses({}).Values({-1}).Pulses({});
     RTCaptureFile capture;
-    Read(FileBytes()
-             .Head()
-             .Byte(2)
-             .Long(1)
-             .Values({5, -3, 7, 9})
-             .Pulses({{2, 1}, {4, 255}})
-             .Long(2)
-             .Values({})
-             .Pulses({})
-             .Values({-1})
-             .Pulses({})
-             .m_bytes,
-         capture);
+    Read(bytes.m_bytes, capture);
     EXPECT_EQ(capture.m_curves.m_byVersion, 0);
     ASSERT_EQ(capture.m_curves.m_lstCurves[0].size(), 1u);
     ASSERT_EQ(capture.m_curves.m_lstCurves[1].size(), 2u);
@@ -115,6 +99,8 @@ TEST(CaptureFile, ReadsCurveSetsFromBeforeVersioning) {
     EXPECT_EQ(curve.GetPulses().At(1).m_byState, 255);
     EXPECT_EQ(std::count(curve.m_anMarkers.begin(), curve.m_anMarkers.end(), -1), 10);
     EXPECT_EQ(curve.GetExtremes(), (RTExtremes{7, 5, 9, -3}));
+    EXPECT_EQ(capture.m_curves.m_lstCurves[1][0]->GetExtremes(),
+              (RTExtremes{-32768, 32767, -32768, 32767}));
     EXPECT_EQ(capture.m_curves.m_lstCurves[1][1]->GetExtremes(),
               (RTExtremes{-1, -1, -32768, 32767}));
 }
@@ -184,8 +170,6 @@ TEST(CaptureFile, GivesBackLongCurvesAndPulseLists) {
     Read(bytes, again);
     const RTCurveData& read = *again.m_curves.m_lstCurves[2].front();
     EXPECT_EQ(GetValues(read), values);
-    ASSERT_EQ(read.GetPulses().GetCount(), 9000u);
-    EXPECT_EQ(read.GetPulses().At(8999).m_nPosition, 8999 * 30);
     EXPECT_EQ(read.FindMinMax(1, 300001), pCurve->FindMinMax(1, 300001));
     EXPECT_EQ(Write(again), bytes);
 }
@@ -196,18 +180,15 @@ TEST(CaptureFile, KeepsTheCompleteCurvesOfAFileCutAnywhere) {
     std::vector<std::size_t> anCurveEnds;
     for (int nCurve = 0; nCurve < 3; ++nCurve) {
         if (nCurve == 2) bytes.Long(1);
-        bytes.Values({1, 2, 3})
-            .Pulses({{3, 1}})
-            .Longs(std::vector<int>(10, -1))
-            .Words({1, 2, 3, 4});
+        bytes.Values({1, 2, 3}).Pulses({{3, 1}}).Longs(std::vector(10, -1)).Words({1, 2, 3, 4});
         anCurveEnds.push_back(bytes.m_bytes.size());
     }
     bytes.Long(0);
 
     for (std::size_t nLength = 0; nLength < bytes.m_bytes.size(); ++nLength) {
         RTCaptureFile capture;
-        const std::vector<std::uint8_t> cut(
-            bytes.m_bytes.begin(), bytes.m_bytes.begin() + static_cast<std::ptrdiff_t>(nLength));
+        std::vector<std::uint8_t> cut = bytes.m_bytes;
+        cut.resize(nLength);
         try {
             Read(cut, capture);
             FAIL() << "read a file cut at " << nLength;
@@ -223,29 +204,24 @@ TEST(CaptureFile, KeepsTheCompleteCurvesOfAFileCutAnywhere) {
 }
 
 TEST(CaptureFile, RefusesCountsThatCannotBeTrue) {
-    const auto findError = [](const FileBytes& bytes) -> std::wstring {
+    const FileBytes start = FileBytes().Head().Byte(14).Byte(1).Long(1).Word(0);
+    const std::pair<FileBytes, std::wstring> cases[] = {
+        {FileBytes().Long(1).Spans({1, 2, 3, 4}), L"4 plots"},
+        {FileBytes().Head().Byte(4).Long(0), L"4 channels"},
+        {FileBytes().Head().Byte(14).Byte(200), L"200 channels"},
+        {FileBytes(start).Long(0x7FFFFFFF).Long(1).Long(0),
+         L"2147483647 values, but only 4 bytes follow"},
+        {FileBytes(start).Long(0xFFFFFFFF).Long(1).Long(0), CMemoryException().GetErrorMessage()},
+        {FileBytes(start).Long(0).Long(1).Long(0x7FFFFFFF).Byte(1), L"2147483647 pulse records"}};
+    for (const auto& [bytes, strPart] : cases) {
         RTCaptureFile capture;
         try {
             Read(bytes.m_bytes, capture);
+            ADD_FAILURE() << "not refused: " << ToUtf8(strPart);
         } catch (const CException& error) {
-            return error.GetErrorMessage();
+            EXPECT_NE(error.GetErrorMessage().find(strPart), std::wstring::npos) << ToUtf8(strPart);
         }
-        return L"";
-    };
-    const auto contains = [](const std::wstring& strText, const wchar_t* pPart) {
-        return strText.find(pPart) != std::wstring::npos;
-    };
-    EXPECT_TRUE(contains(findError(FileBytes().Long(1).Spans({1, 2, 3, 4})), L"4 plots"));
-    EXPECT_TRUE(contains(findError(FileBytes().Head().Byte(4).Long(0)), L"4 channels"));
-    EXPECT_TRUE(contains(findError(FileBytes().Head().Byte(14).Byte(200)), L"200 channels"));
-
-    const FileBytes start = FileBytes().Head().Byte(14).Byte(1).Long(1).Word(0);
-    EXPECT_TRUE(contains(findError(FileBytes(start).Long(0x7FFFFFFF).Long(1).Long(0)),
-                         L"2147483647 values, but only 4 bytes follow"));
-    EXPECT_EQ(findError(FileBytes(start).Long(0xFFFFFFFF).Long(1).Long(0)),
-              CMemoryException().GetErrorMessage());
-    EXPECT_TRUE(contains(findError(FileBytes(start).Long(0).Long(1).Long(0x7FFFFFFF).Byte(1)),
-                         L"2147483647 pulse records"));
+    }
 }
 
 TEST(CaptureFile, ReadsNothingForCountsBelowOne) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -19,39 +18,29 @@ TEST(PulseList, KeepsOrderAndAddressesWhileItGrows) {
     for (int i = 0; i < 100000; ++i) {
         const RTPulse& pulse = list.At(static_cast<std::size_t>(i));
         ASSERT_EQ(&pulse, addresses[static_cast<std::size_t>(i)]);
-        ASSERT_EQ(pulse.m_nPosition, i * 3);
-        ASSERT_EQ(pulse.m_byState, i & 0xFF);
+        ASSERT_EQ(pulse, (RTPulse{i * 3, static_cast<std::uint8_t>(i)}));
     }
 }
 
 TEST(PulseList, KeepsEveryOneOfEqualRecords) {
     RTPulseList list;
-    std::vector<std::pair<int, int>> expected;
-    for (const auto& [nPosition, nState, nTimes] :
-         {std::tuple{5, 1, 1}, {9, 1, 3}, {9, 2, 1}, {12, 2, 4}, {15, 0, 1}, {20, 7, 5000}})
-        for (int i = 0; i < nTimes; ++i) {
-            list.Append({nPosition, static_cast<std::uint8_t>(nState)});
-            expected.emplace_back(nPosition, nState);
-        }
+    std::vector<RTPulse> expected;
+    for (const auto& [pulse, nTimes] :
+         {std::pair{RTPulse{5, 1}, 1u}, {{9, 1}, 3}, {{9, 2}, 1}, {{12, 2}, 4}, {{20, 7}, 5000}})
+        expected.insert(expected.end(), nTimes, pulse);
+    for (const RTPulse& pulse : expected) list.Append(pulse);
     ASSERT_EQ(list.GetCount(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        ASSERT_EQ(list.At(i).m_nPosition, expected[i].first) << i;
-        ASSERT_EQ(list.At(i).m_byState, expected[i].second) << i;
-    }
+    for (std::size_t i = 0; i < expected.size(); ++i) ASSERT_EQ(list.At(i), expected[i]) << i;
     EXPECT_EQ(list.FindPosition(list.GetCount(), 10), 5u);
-    EXPECT_EQ(list.FindPosition(list.GetCount(), 20), 10u);
+    EXPECT_EQ(list.FindPosition(list.GetCount(), 20), 9u);
 }
 
 TEST(PulseList, FindsTheFirstRecordAtOrBehindAPosition) {
     RTPulseList list;
     for (const int nPosition : {10, 20, 20, 20, 35}) list.Append({nPosition, 0});
-
-    EXPECT_EQ(list.FindPosition(5, -4000000000), 0u);
-    EXPECT_EQ(list.FindPosition(5, 10), 0u);
-    EXPECT_EQ(list.FindPosition(5, 11), 1u);
-    EXPECT_EQ(list.FindPosition(5, 20), 1u);
-    EXPECT_EQ(list.FindPosition(5, 21), 4u);
-    EXPECT_EQ(list.FindPosition(5, 36), 5u);
+    for (const auto& [nPosition, nFound] :
+         {std::pair{-4000000000, 0u}, {10, 0u}, {11, 1u}, {20, 1u}, {21, 4u}, {36, 5u}})
+        EXPECT_EQ(list.FindPosition(5, nPosition), nFound) << nPosition;
     EXPECT_EQ(list.FindPosition(3, 36), 3u) << "looks only below the count given";
     EXPECT_EQ(list.FindPosition(0, 10), 0u);
 }

@@ -11,12 +11,7 @@
 namespace {
 
 std::string Utf16(const std::u16string& text) {
-    std::string bytes;
-    for (const char16_t ch : text) {
-        bytes.push_back(static_cast<char>(ch & 0xFF));
-        bytes.push_back(static_cast<char>(ch >> 8));
-    }
-    return bytes;
+    return {reinterpret_cast<const char*>(text.data()), 2 * text.size()};
 }
 
 }  // namespace
@@ -44,16 +39,7 @@ TEST(ScreenLanguage, TakesItsTextsFromTheLanguageFile) {
     SetProgramFolder(L"");
 }
 
-struct DisplayListCase {
-    std::uint8_t m_nMode;
-    std::uint8_t m_nPositionInput;
-    std::uint32_t m_nRanges;
-    std::vector<std::wstring> m_texts;
-};
-
-class DisplayListTest : public ::testing::TestWithParam<DisplayListCase> {};
-
-TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
+TEST(DisplayList, OffersWhatTheModeMeasures) {
     struct Device final : IRTDevice {
         std::uint32_t ReadParameter(std::uint32_t nNumber) override {
             ++m_nReads;
@@ -61,31 +47,41 @@ TEST_P(DisplayListTest, OffersWhatTheModeMeasures) {
         }
         std::uint32_t m_nRanges = 0;
         int m_nReads = 0;
-    } device;
-    device.m_nRanges = GetParam().m_nRanges;
-    TestPanel panel(GetParam().m_nMode, GetParam().m_nPositionInput);
-    panel.m_pSession->m_pDevice = &device;
-    panel.Run([&] {
+    };
+    const struct {
+        std::uint8_t m_nMode;
+        std::uint8_t m_nPositionInput;
+        std::uint32_t m_nRanges;
+        std::vector<std::wstring> m_texts;
+    } cases[] = {
+        {1, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
+        {20, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
+        {2, 2, 1, {L"Force/Voltage", L"Position (0-24V)", L"F/V vs P (0-24V)"}},
+        {2, 2, 2, {L"Force/Voltage", L"Position (0-10V)", L"F/V vs P (0-10V)"}},
+        {2, 1, 0, {L"Force"}},
+        {3, 0, 0, {L"Force"}},
+        {12, 2, 0, {L"Force"}},
+        {4, 1, 0, {L"Force"}},
+        {10, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
+        {21, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
+        {22, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.m_nMode);
+        Device device;
+        device.m_nRanges = c.m_nRanges;
+        TestPanel panel(c.m_nMode, c.m_nPositionInput);
+        panel.m_pSession->m_pDevice = &device;
         std::vector<std::wstring> texts;
-        Operator::Ask([&] {
-            auto* pList = static_cast<CComboBox*>(panel.m_pDialog->GetControl(IDC_DISPLAY_LIST));
-            for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetItemText(i));
+        panel.Run([&] {
+            Operator::Ask([&] {
+                auto* pList =
+                    static_cast<CComboBox*>(panel.m_pDialog->GetControl(IDC_DISPLAY_LIST));
+                for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetItemText(i));
+            });
+            EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), c.m_texts[0]);
         });
-        EXPECT_EQ(texts, GetParam().m_texts);
-        EXPECT_EQ(panel.TextOf(IDC_DISPLAY_LIST), texts[0]);
-    });
-    EXPECT_EQ(device.m_nReads > 0, GetParam().m_nPositionInput == 2);
+        EXPECT_EQ(texts, c.m_texts);
+        EXPECT_EQ(device.m_nReads > 0, c.m_nPositionInput == 2);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Modes, DisplayListTest,
-    ::testing::Values(
-        DisplayListCase{1, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
-        DisplayListCase{20, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
-        DisplayListCase{2, 2, 1, {L"Force/Voltage", L"Position (0-24V)", L"F/V vs P (0-24V)"}},
-        DisplayListCase{2, 2, 2, {L"Force/Voltage", L"Position (0-10V)", L"F/V vs P (0-10V)"}},
-        DisplayListCase{2, 1, 0, {L"Force"}}, DisplayListCase{3, 0, 0, {L"Force"}},
-        DisplayListCase{12, 2, 0, {L"Force"}}, DisplayListCase{4, 1, 0, {L"Force"}},
-        DisplayListCase{10, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}},
-        DisplayListCase{21, 0, 0, {L"Force", L"Voltage", L"F vs V"}},
-        DisplayListCase{22, 1, 0, {L"Force/Voltage", L"Position", L"F/V vs P"}}));
