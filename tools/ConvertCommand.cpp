@@ -40,8 +40,7 @@ int RunConvert(Arguments arguments) {
     line.AddText("-o,--output", "OUT", strOutput,
                  "the file to write, an existing folder, or \"-\" for standard output");
     line.AddFlag("--salvage", bSalvage, "of a damaged file, keep the curves that are complete");
-    const auto arrFiles = line.Parse(arguments);
-    if (arrFiles.empty()) throw CUsageError("a file is missing");
+    const auto arrFiles = line.ParseFiles(arguments);
     if (strOutput.empty()) throw CUsageError("-o is missing");
 
     const COutput output(strOutput, L".rt3", arrFiles);

@@ -61,8 +61,7 @@ int RunCsv(Arguments arguments) {
                    "the channel's curve, counted from the oldest, which is 1 (1)");
     line.AddFlag("--time-column", request.m_bTimeColumn,
                  "begin each row with the time in milliseconds");
-    const auto arrFiles = line.Parse(arguments);
-    if (arrFiles.empty()) throw CUsageError("a file is missing");
+    const auto arrFiles = line.ParseFiles(arguments);
 
     const COutput output(strOutput, L".csv", arrFiles);
     output.KeepInputs(arrFiles);

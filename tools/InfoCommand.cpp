@@ -43,7 +43,6 @@ int RunInfo(Arguments arguments) {
                       "values, duration,\nsmallest and largest values, markers and pulse records. "
                       "Of a damaged file it shows what could be\nread, and fails.\n");
     line.AddFlag("--json", bJson, "one JSON object per file and line");
-    const auto arrFiles = line.Parse(arguments);
-    if (arrFiles.empty()) throw CUsageError("a file is missing");
+    const auto arrFiles = line.ParseFiles(arguments);
     return ForEachFile(arrFiles, bJson ? PrintJson : PrintText);
 }

@@ -79,8 +79,7 @@ int RunPlot(Arguments arguments) {
                    "0 first values of the pairs, 1 second values, 2 both (0)");
     line.AddOption("--size", "WxH", "in pixels (698x343, as on the screen); each from 1 to 10000",
                    [&](const std::string& strText) { request.m_size = ReadSize(strText); });
-    const auto arrFiles = line.Parse(arguments);
-    if (arrFiles.empty()) throw CUsageError("a file is missing");
+    const auto arrFiles = line.ParseFiles(arguments);
     if (strOutput.empty()) throw CUsageError("-o is missing");
 
     const COutput output(strOutput, L".png", arrFiles);

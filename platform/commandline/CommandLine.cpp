@@ -120,6 +120,12 @@ std::vector<std::wstring> CCommandLine::Parse(Arguments arguments) {
     return arrFiles;
 }
 
+std::vector<std::wstring> CCommandLine::ParseFiles(Arguments arguments) {
+    auto arrFiles = Parse(arguments);
+    if (arrFiles.empty()) throw CUsageError("a file is missing");
+    return arrFiles;
+}
+
 bool CCommandLine::Has(const char* pName) const { return m_pApp->count(pName) > 0; }
 
 std::string CCommandLine::MakeHelp() const {

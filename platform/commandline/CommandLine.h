@@ -70,6 +70,8 @@ class CCommandLine {
     /// Reads the options and returns the other arguments, the files. To be called once.
     /// @throws CUsageError, CHelpRequest
     std::vector<std::wstring> Parse(Arguments arguments);
+    /// As Parse, for what needs at least one file.
+    std::vector<std::wstring> ParseFiles(Arguments arguments);
 
     /// After Parse: whether an option was given.
     bool Has(const char* pName) const;

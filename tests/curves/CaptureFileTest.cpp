@@ -53,6 +53,8 @@ TEST(CaptureFile, ReadsASmallCapture) {
     EXPECT_EQ(capture.m_plots.m_anSpans, (std::array<std::int32_t, 3>{4, 1, 1}));
     EXPECT_EQ(capture.m_curves.m_byVersion, 14);
     ASSERT_EQ(capture.m_curves.m_lstCurves[0].size(), 1u);
+    EXPECT_EQ(capture.m_curves.FirstCurve(1), nullptr);
+    EXPECT_EQ(capture.m_curves.FirstCurve(2), nullptr);
     const RTCurveData& curve = *capture.m_curves.m_lstCurves[0].front();
     EXPECT_EQ(GetValues(curve), (std::vector<std::int16_t>{100, -200, 300, -50}));
     EXPECT_EQ(curve.GetCapacity(), 4u);
