@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr BYTE LAST_UNVERSIONED_COUNT =
-    10;  ///< a first byte up to this is the channel count itself
+/// A first byte up to this is the channel count itself.
+constexpr BYTE LAST_UNVERSIONED_COUNT = 10;
 constexpr BYTE FIRST_WITH_MARKERS = 11;
 constexpr BYTE FIRST_WITH_MARKERS_AS_STORED = 13;
 constexpr BYTE FIRST_WITH_EXTREMES = 14;

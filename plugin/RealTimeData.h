@@ -53,7 +53,7 @@ struct CRealTimeData {
     CThreadHandle m_hReaderThread;
     std::atomic<std::uint8_t> m_bStopReader{0};  ///< 1: the reader ends when its queue is empty
 
-    // Behind the contract part: the screen's own.
+    // Behind the part whose places are pinned: the screen's own, which hosts take as said above.
     CFairLock m_lock;
 };
 
