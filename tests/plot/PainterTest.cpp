@@ -152,6 +152,57 @@ TEST(Painter, FollowsTheExtremesWithAutoZoom) {
     }
 }
 
+struct RangeCase {
+    std::int32_t m_nRangeMin, m_nRangeMax;
+    int m_nSpan;
+    int m_nZeroY;
+    int m_nLines;
+    int m_nLow, m_nLowY;    ///< a value and where it stands
+    int m_nHigh, m_nHighY;  ///< another
+};
+
+/// Both ends count in 16 bits. With the lower end above the upper one the axis runs downwards, and
+/// has no grid: its steps are never negative.
+TEST(Painter, FollowsARangeOfAnyOrder) {
+    constexpr std::int32_t MIN = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
+    const RangeCase cases[] = {
+        {5000, -5000, -10000, 218, 0, 5000, 218, -5000, 20},
+        {-1, -5, -4, 267, 0, -1, 218, -5, 20},
+        {1, 0, -1, 218, 0, 1, 218, 0, 20},
+        {0, 0, 1, 218, 2, 0, 218, 1, 20},
+        {7, 7, 1, 218, 2, 7, 218, 8, 20},
+        {-20000, 70000, 24464, 56, 11, -20000, 217, 4464, 20},  // 70000 is 4464
+        {70000, -20000, -24464, 218, 0, 4464, 218, -20000, 20},
+        {MIN, MAX, -1, 218, 0, 0, 218, -1, 20},
+        {40000, -40000, 51072, 218, 11, 0, 218, 25536, 119},  // -25536 to 25536
+    };
+    for (const RangeCase& one : cases) {
+        PlotSheet sheet;
+        sheet.m_graph = {one.m_nRangeMin, one.m_nRangeMax, 40000, 0};
+        sheet.Add(1000, [&](std::uint32_t i) { return i < 500 ? one.m_nLow : one.m_nHigh; });
+        sheet.Paint();
+        const auto strCase =
+            std::to_string(one.m_nRangeMin) + " to " + std::to_string(one.m_nRangeMax);
+        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << strCase;
+        EXPECT_DOUBLE_EQ(sheet.m_plot.m_dYScale, 198.0 / one.m_nSpan) << strCase;
+        EXPECT_EQ(sheet.m_plot.m_nZeroY, one.m_nZeroY) << strCase;
+        int nLines = 0;
+        for (int y = 0; y < 343; ++y) nLines += sheet.m_dc.GetPixel(696, y) == YELLOW;
+        EXPECT_EQ(nLines, one.m_nLines) << strCase;
+        EXPECT_NEAR(sheet.CountInRow(one.m_nLowY, RGB(0, 0, 255)), 328, 3) << strCase;
+        EXPECT_NEAR(sheet.CountInRow(one.m_nHighY, RGB(0, 0, 255)), 328, 3) << strCase;
+
+        // A click sets the level that is drawn where it was made.
+        if (one.m_nRangeMin != 5000) continue;
+        sheet.m_plot.m_nArmedAction = PLOTACT_TRIGGER;
+        sheet.m_plot.OnPlotClick({300, 218 - 99});
+        EXPECT_EQ(sheet.m_plot.m_nTriggerLevel, -5000);
+        sheet.Paint();
+        EXPECT_EQ(sheet.CountInRow(218 - 99, MAGENTA), 658);
+    }
+}
+
 TEST(Painter, TakesTheExtremesOfAllCurves) {
     PlotSheet sheet;
     sheet.Add(1000, Zero).SetExtremes({500, 0, 0, 0});
@@ -254,7 +305,7 @@ TEST(Painter, SurvivesImpossibleState) {
                 for (const int bZoomed : {0, 1}) {
                     sheet.m_plot.m_bZoomed = static_cast<std::uint8_t>(bZoomed);
                     sheet.Paint();
-                    EXPECT_GE(sheet.m_plot.m_nValueSpan, 1);
+                    EXPECT_NE(sheet.m_plot.m_nValueSpan, 0);
                 }
             }
 }
