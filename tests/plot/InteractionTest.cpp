@@ -166,14 +166,56 @@ TEST_F(Interaction, TimeDistanceCountsFortyValuesAMillisecond) {
     EXPECT_EQ(m_plot.GetTimeDistance(), 107374182);
 }
 
-TEST_F(Interaction, ClicksOnAScaleWithoutExtentStayInRange) {
+TEST_F(Interaction, WithoutAUsableScaleClicksAndDragsDoNothing) {
+    using Limits = std::numeric_limits<double>;
+    PlotSheet unpainted(842);
+    unpainted.Add(120000, [](std::uint32_t) { return 0; });
+    for (RTPlot* pPlot : {&unpainted.m_plot, &m_plot}) {
+        RTPlot& plot = *pPlot;
+        for (const double dScale :
+             {0.0, Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+            if (pPlot == &m_plot) m_plot.m_dXScale = m_plot.m_dYScale = dScale;
+            for (const std::int32_t nAction : {1, 2, 3, 4, 5, 6, -1}) {
+                plot.m_nArmedAction = nAction;
+                EXPECT_EQ(plot.OnPlotClick({300, 100}), 0) << nAction << " at " << dScale;
+                EXPECT_EQ(plot.m_nArmedAction, nAction);
+            }
+            for (const std::int32_t nPlace :
+                 {plot.m_nToolPulseMark, plot.m_nStartMark, plot.m_nEndMark, plot.m_nTriggerLevel,
+                  plot.m_nMarkerA, plot.m_nMarkerB})
+                EXPECT_EQ(nPlace, -1) << dScale;
+            EXPECT_EQ(plot.m_bZoomDrag, 0);
+            EXPECT_EQ(plot.m_nViewStart, 0);
+        }
+    }
+    // The one scale that an action needs is enough.
+    m_plot.m_dYScale = 0.05;
+    EXPECT_EQ(Click(PLOTACT_MARKER_A, 300), 0);
+    EXPECT_EQ(Click(PLOTACT_TRIGGER, 300), PLOTACT_TRIGGER);
+    m_sheet.Paint();
+    m_plot.m_dYScale = 0;
+    EXPECT_EQ(Click(PLOTACT_MARKER_A, 300), PLOTACT_MARKER_A);
+}
+
+TEST_F(Interaction, ADragThatLosesItsScaleLeavesTheViewAsItWas) {
+    m_plot.OnPlotClick({340, 50});
+    m_plot.m_dXScale = 0;
+    m_plot.EndZoomDrag(640);
+    EXPECT_EQ(m_plot.m_bZoomDrag, 0);
+    EXPECT_EQ(m_plot.m_bZoomed, 0);
+    EXPECT_EQ(m_plot.m_nViewStart, 0);
+    EXPECT_EQ(m_plot.m_nViewEnd, 120000);
+}
+
+TEST_F(Interaction, PositionsStayInRange) {
     constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
-    m_plot.m_dXScale = m_plot.m_dYScale = 0;
+    m_plot.m_dXScale = m_plot.m_dYScale = 1e-300;
     m_plot.m_nViewStart = MAX;
-    for (const PlotAction action : {PLOTACT_TOOLPULSE, PLOTACT_START, PLOTACT_END, PLOTACT_TRIGGER,
-                                    PLOTACT_MARKER_A, PLOTACT_MARKER_B})
-        EXPECT_EQ(Click(action, 300), action);
-    EXPECT_EQ(m_plot.m_nMarkerA, MAX);
+    for (const PlotAction action : {PLOTACT_TOOLPULSE, PLOTACT_TRIGGER, PLOTACT_MARKER_B})
+        EXPECT_EQ(Click(action, 300, m_plot.m_nZeroY - 1), action);
+    EXPECT_EQ(m_plot.m_nToolPulseMark, MAX);
+    EXPECT_EQ(m_plot.m_nTriggerLevel, MAX);
+    EXPECT_EQ(m_plot.m_nMarkerB, MAX);
     Click(PLOTACT_NONE, 300);
     m_plot.EndZoomDrag(0);
     EXPECT_GE(m_plot.m_nViewStart, 0);
