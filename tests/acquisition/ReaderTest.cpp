@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "tests/acquisition/Support.h"
 
 namespace {
@@ -97,6 +99,21 @@ TEST(PacketReader, CaptureStartedByTheInstrument) {
     EXPECT_EQ(session.m_spCurves, spSecond);
     EXPECT_EQ(spSecond->m_lstCurves[1].size(), 2u);
     EXPECT_EQ(spSecond->m_lstCurves[1].back(), session.m_capture.GetCurrentCurve(1));
+}
+
+/// In a process of its own each, as the rules are read once.
+TEST(PacketReader, TracesNewCurvesOnlyWhenARuleAsksForIt) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto announce = [] {
+        TestReader(0).Handle(RTPACKET_NEW_CURVE, {0x50});
+        std::exit(0);
+    };
+    const testing::ExitedWithCode ended(0);
+    ::unsetenv("QT_LOGGING_RULES");
+    EXPECT_EXIT(announce(), ended, testing::Eq(""));
+    ::setenv("QT_LOGGING_RULES", "realtime.trace=true", 1);
+    EXPECT_EXIT(announce(), ended, "realtime.trace: New Curve\n$");
+    ::unsetenv("QT_LOGGING_RULES");
 }
 
 TEST(PacketReader, EmptiesTheQueueBeforeItStops) {
