@@ -102,7 +102,7 @@ TEST(Painter, DrawsTheValueGridWithItsLabels) {
         EXPECT_EQ(sheet.CountInRow(y, YELLOW), 330) << y;  // of 658, three on and three off
         EXPECT_EQ(sheet.m_dc.GetPixel(42, y), YELLOW);
         EXPECT_EQ(sheet.m_dc.GetPixel(43, y), GREY);
-        EXPECT_TRUE(sheet.HasText(0, y - 8, strLabel.c_str(), BLACK)) << j;
+        EXPECT_TRUE(sheet.HasLabel(y - 8, strLabel.c_str())) << j;
     }
     EXPECT_EQ(sheet.Find(YELLOW).size(), 11u * 330u);
 }
@@ -120,35 +120,44 @@ TEST(Painter, DrawsTheInputBand) {
 struct AutoZoomCase {
     RTExtremes m_extremes;
     int m_nDisplay;
+    int m_nRangeMin, m_nRangeMax;
     int m_nSpan;
-    int m_nMin;
+    int m_nZeroY;
+    int m_nMinY;  ///< of the lowest grid line; -1: out of sight
+    const wchar_t* m_pLowest;
+    const wchar_t* m_pNext;
 };
 
+/// Of a plot 700 pixels high: baseline 485, 465 usable pixels, grid lines 46.5 apart.
 TEST(Painter, FollowsTheExtremesWithAutoZoom) {
     const AutoZoomCase cases[] = {
-        {{1000, -200, 9, 9}, 0, 1440, -240},
-        {{9, 9, 1000, -200}, 1, 1440, -240},
-        {{1000, 7, 9, -200}, 2, 1440, -240},
-        {{0, 0, 0, 0}, 0, 10000, -5000},
-        {{10, 5, 0, 0}, 0, 20, 0},
-        {{40, 39, 0, 0}, 0, 20, 28},  // 48 to 46 becomes 20 wide, below the maximum
-        {{32767, -32768, 0, 0}, 0, 65535, -32768},
-        {{-50, -100, 0, 0}, 0, 120, -120},  // the maximum is never below 0
-        {{-32768, 32767, 0, 0}, 0, 20, 0},  // recomputed without a value
+        {{1000, -200, 9, 9}, 0, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{9, 9, 1000, -200}, 1, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{1000, 7, 9, -200}, 2, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{0, 0, 9, -9}, 0, -5000, 5000, 10000, 252, 484, L"-5000", L"-4000"},
+        {{0, 0, 0, 0}, 0, 5000, -5000, 20, 485, 485, L"0", L"2"},
+        {{10, 5, 0, 0}, 0, -5000, 5000, 20, 485, 485, L"0", L"2"},
+        // 48 to 46 becomes 20 wide, below the maximum; the range decides where zero is.
+        {{40, 39, 0, 0}, 0, 0, 5000, 20, 485, 485, L"28", L"30"},
+        {{40, 39, 0, 0}, 0, -5000, 5000, 20, 485 - 651, -1, nullptr, nullptr},
+        {{32767, -32768, 0, 0}, 0, -5000, 5000, 65535, 252, 484, L"-32768", L"-26215"},
+        // The maximum is never below 0.
+        {{-50, -100, 0, 0}, 0, -5000, 5000, 120, 20, 485, L"-120", L"-108"},
+        // Recomputed without a value.
+        {{-32768, 32767, 0, 0}, 0, -5000, 5000, 20, 485, 485, L"0", L"2"},
     };
     for (const AutoZoomCase& one : cases) {
         PlotSheet sheet(698, 700);
         sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(one.m_nDisplay);
-        sheet.m_graph.m_nRangeMin = one.m_nMin < 0 ? -5000 : 0;  // keeps the zero line in sight
-        sheet.m_graph.m_nRangeMax = 5000;
+        sheet.m_graph = {one.m_nRangeMin, one.m_nRangeMax, 40000, 1};
         sheet.Add(1000, Zero).SetExtremes(one.m_extremes);
         sheet.Paint();
-        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << one.m_nMin;
-        // The lowest grid line lies |minimum| below the zero line, or on it.
-        const int nMinY = sheet.m_plot.m_nZeroY +
-                          static_cast<int>(std::max(-one.m_nMin, 0) * sheet.m_plot.m_dYScale);
-        EXPECT_TRUE(sheet.HasText(0, nMinY - 8, std::to_wstring(one.m_nMin).c_str(), BLACK))
-            << one.m_nMin;
+        const auto nCase = &one - cases;
+        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << nCase;
+        EXPECT_EQ(sheet.m_plot.m_nZeroY, one.m_nZeroY) << nCase;
+        if (one.m_nMinY < 0) continue;
+        EXPECT_TRUE(sheet.HasLabel(one.m_nMinY - 8, one.m_pLowest)) << nCase;
+        EXPECT_TRUE(sheet.HasLabel(one.m_nMinY - 46 - 8, one.m_pNext)) << nCase;
     }
 }
 
