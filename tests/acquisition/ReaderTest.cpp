@@ -25,6 +25,7 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
     TestReader session(12);
     session.StartValues(3);
     session.m_capture.SelectPlot(1);
+    session.m_capture.SelectPlot(3);  // there is none
     EXPECT_EQ(session.HandleSamples({5, -5, 7, -7}), Calls{"paint 1"});
     const Calls full{"paint 1", "idle", "paint 1"};
     EXPECT_EQ(session.HandleSamples({9, -9, 11, -11}), full);
@@ -35,8 +36,14 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
     EXPECT_EQ(session.m_capture.GetCurrentCurve(1)->GetExtremes(), (RTExtremes{-5, -9, -7, -7}));
     EXPECT_EQ(session.m_capture.GetCurrentCurve(0)->GetExtremes(), RTExtremes{});
 
+    const Bytes idle{1, 0, 0, 0};
+    session.m_aPlots[1].m_bZoomed = 1;
+    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), (Calls{"idle", "paint 1"}));
+    EXPECT_EQ(session.m_aPlots[1].m_bZoomed, 0);
     SetAutoZoom(session.m_graph, false);
-    EXPECT_EQ(session.HandleSamples({}), (Calls{"paint 1", "idle"}));
+    session.m_aPlots[1].m_bZoomed = 1;
+    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), Calls{"idle"});
+    EXPECT_EQ(session.m_aPlots[1].m_bZoomed, 1);
 }
 
 TEST(PacketReader, WhatEndsACapture) {
@@ -99,6 +106,12 @@ TEST(PacketReader, CaptureStartedByTheInstrument) {
     EXPECT_EQ(session.m_spCurves, spSecond);
     EXPECT_EQ(spSecond->m_lstCurves[1].size(), 2u);
     EXPECT_EQ(spSecond->m_lstCurves[1].back(), session.m_capture.GetCurrentCurve(1));
+
+    // An announced curve has a set of its own.
+    EXPECT_EQ(session.Handle(RTPACKET_NEW_CURVE, {0x50}), Calls{});
+    EXPECT_NE(session.m_spCurves, spSecond);
+    EXPECT_EQ(session.m_aPlots[1].m_spCurves->m_lstCurves[1],
+              RTCurveList{session.m_capture.GetCurrentCurve(1)});
 }
 
 /// In a process of its own each, as the rules are read once.

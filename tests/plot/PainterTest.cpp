@@ -48,11 +48,8 @@ TEST(Painter, LeavesTheScalesInThePlot) {
     sheet.m_plot.m_bZoomed = 1;
     sheet.m_plot.m_nViewStart = 45000;
     sheet.m_plot.m_nViewEnd = 90000;
-    sheet.m_graph.m_nRangeMin = 0;
     sheet.Paint();
     EXPECT_EQ(sheet.m_plot.m_dXScale, 800.0 / 45000);
-    EXPECT_EQ(sheet.m_plot.m_nZeroY, BASELINE);
-    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 5000);
 }
 
 TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
@@ -89,6 +86,14 @@ TEST(Painter, LabelsTheTimeOfAViewAndOfOtherRates) {
     sheet.m_graph.m_nGraphRate = 0;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TextAlign::Center));
+
+    sheet.m_plot.m_nViewStart = 0;
+    sheet.m_plot.m_nViewEnd = 1000;  // a leading 100, next multiple 105
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(40 + 68, 313, L"105", BLACK, TextAlign::Center));
+    sheet.m_plot.m_nViewEnd = 0;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(40, 313, L"0", BLACK));
 }
 
 TEST(Painter, DrawsTheValueGridWithItsLabels) {
@@ -136,6 +141,7 @@ TEST(Painter, FollowsTheExtremesWithAutoZoom) {
         {{1000, 7, 9, -200}, 2, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
         {{0, 0, 9, -9}, 0, -5000, 5000, 10000, 252, 484, L"-5000", L"-4000"},
         {{0, 0, 0, 0}, 0, 5000, -5000, 20, 485, 485, L"0", L"2"},
+        {{9, -9, 0, 0}, 0, -5000, 5000, 20, 252, 484, L"-10", L"-8"},
         {{10, 5, 0, 0}, 0, -5000, 5000, 20, 485, 485, L"0", L"2"},
         // 48 to 46 becomes 20 wide, below the maximum; the range decides where zero is.
         {{40, 39, 0, 0}, 0, 0, 5000, 20, 485, 485, L"28", L"30"},
@@ -219,14 +225,10 @@ TEST(Painter, TakesTheExtremesOfAllCurves) {
     sheet.m_spCurves->m_lstCurves[0].push_back(nullptr);
     sheet.Paint();
     EXPECT_EQ(sheet.m_plot.m_nValueSpan, 600 + 1200);
-}
-
-TEST(Painter, DrawsAValueAtTheLowestOfTheAxis) {
-    PlotSheet sheet;
-    sheet.m_graph = {0, 5000, 40000, 0};
-    sheet.Add(1000, Zero);
+    sheet.m_plot.m_bZoomed = 1;
+    sheet.m_plot.m_nViewStart = 990;  // in view or not
     sheet.Paint();
-    EXPECT_GE(sheet.CountInRow(BASELINE, RGB(0, 0, 255)), 640);
+    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 600 + 1200);
 }
 
 TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
@@ -267,7 +269,7 @@ TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
 }
 
 TEST(Painter, NamesSeveralCurvesInALegend) {
-    PlotSheet sheet(698, 700);
+    PlotSheet sheet(698, 525);  // the entry of the 21st curve touches the bottom
     sheet.Add(1000, Zero);
     sheet.Paint();
     EXPECT_FALSE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
@@ -280,6 +282,9 @@ TEST(Painter, NamesSeveralCurvesInALegend) {
     EXPECT_TRUE(sheet.HasText(628, 510, L"Curve #21", RGB(35, 65, 98)));
     for (int x = 598; x < 618; ++x) EXPECT_EQ(sheet.m_dc.GetPixel(x, 140), RGB(0, 100, 0));
     EXPECT_NE(sheet.m_dc.GetPixel(618, 140), RGB(0, 100, 0));
+    sheet.m_plot.m_nDisplay = 1;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(628, 130, L"Curve #2", RGB(0, 100, 0)));
 }
 
 TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
@@ -291,6 +296,16 @@ TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
     // Line 1 clear: two pixels and the trace's height above its base, which is three rows up.
     EXPECT_GE(sheet.CountInRow(AXIS_Y - 4 * 13 - 10 - 2, 10040064), 650);
     EXPECT_EQ(sheet.CountInRow(AXIS_Y - 4 * 13 - 2, 10040064), 0);
+    // The first curve with values keeps the band also when none of them is in view.
+    sheet.Add(2000, Zero).AddPulse(2000, 0);
+    sheet.m_plot.m_bZoomed = 1;
+    for (const auto& [nStart, nDisplay] : {std::pair{1000, 1}, {1500, 0}}) {
+        sheet.m_plot.m_nViewStart = nStart;
+        sheet.m_plot.m_nViewEnd = nStart + 2;
+        sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
+        sheet.Paint();
+        EXPECT_TRUE(sheet.Find(10040064).empty()) << nStart;
+    }
 }
 
 /// Values that only a damaged file or a plot without room can bring: the paint must come back.
