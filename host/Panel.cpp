@@ -137,6 +137,11 @@ void CPanel::FillSession(CRealTimeData& session) {
     session.m_bCaptureLocked = m_options.m_bCaptureLocked ? 1 : 0;
     session.m_nHostValueRate = m_options.m_nValueRate;
     session.m_nHostAuxRate = m_options.m_nAuxRate;
+    if (m_options.m_bCaptureLocked) {
+        // Start, which nobody can press, would take them over.
+        session.m_nValueRate = m_options.m_nValueRate;
+        session.m_nAuxRate = m_options.m_nAuxRate;
+    }
     if (m_options.m_strCaptureFile.empty()) return;
     // The viewer shows the channels and quantities of the file that it opens with.
     const auto record = ReadScreenRecordOf(MakeAbsolute(m_options.m_strCaptureFile));

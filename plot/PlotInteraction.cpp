@@ -1,5 +1,6 @@
 // The mouse on a plot: placing markers and levels, and dragging a zoom band.
 #include <algorithm>
+#include <cmath>
 
 #include "plot/RTPlot.h"
 #include "plot/Truncate.h"
@@ -18,11 +19,12 @@ constexpr std::int64_t RoundToZoomStep(std::int64_t nIndex) {
 std::int32_t RTPlot::OnPlotClick(CPoint point) {
     const auto lock = LockSession();
     if (!m_spCurves || m_spCurves->m_lstCurves[m_nChannel].empty()) return 0;
+    const std::int32_t nAction = m_nArmedAction;
+    if (!HasScaleFor(nAction)) return 0;
 
     const auto indexAt = [this](double dX) {
         return ClampToIndex(TruncateToIndex(dX / m_dXScale) + m_nViewStart);
     };
-    const std::int32_t nAction = m_nArmedAction;
     switch (nAction) {
     case PLOTACT_TOOLPULSE:
         m_nToolPulseMark = indexAt(point.x + m_dXScale);
@@ -54,6 +56,12 @@ std::int32_t RTPlot::OnPlotClick(CPoint point) {
     return nAction;
 }
 
+/// A value axis may run downwards; a plot too narrow for a curve area has no time axis.
+bool RTPlot::HasScaleFor(std::int32_t nAction) const {
+    return nAction == PLOTACT_TRIGGER ? std::isfinite(m_dYScale) && m_dYScale != 0
+                                      : std::isfinite(m_dXScale) && m_dXScale > 0;
+}
+
 void RTPlot::BeginZoomDrag(std::int32_t x) {
     const std::int64_t nDistance = DistanceAt(x);
     if (nDistance < 0) return;  // in the value-label margin
@@ -67,9 +75,13 @@ void RTPlot::BeginZoomDrag(std::int32_t x) {
 void RTPlot::EndZoomDrag(std::int32_t x) {
     if (!m_bZoomDrag) return;
     const auto lock = LockSession();
-    m_bZoomed = 1;
     m_bZoomDrag = 0;
     m_nDragBandX = 0;
+    if (!HasScaleFor(PLOTACT_NONE)) {
+        m_nViewStart = m_nPrevViewStart;
+        return;
+    }
+    m_bZoomed = 1;
     const std::int64_t nDistance = DistanceAt(LimitToCurveArea(x));
     if (m_nViewStart == RoundToZoomStep(nDistance)) {
         m_nViewStart = m_nPrevViewStart;

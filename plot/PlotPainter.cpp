@@ -82,6 +82,7 @@ void CPlotPainter::DrawTimeAxis() {
     }
 }
 
+/// An axis that runs downwards has no grid: the step is at least 1 for it too.
 void CPlotPainter::DrawValueGrid() {
     const int nStep = std::max(m_value.m_nSpan / 10, 1);
     const CPenScope pen(m_dc, PenStyle::Dot, m_colours.m_crGridLines);

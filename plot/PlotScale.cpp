@@ -104,7 +104,7 @@ ValueAxis::ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
         m_nSpan = MIN_AUTO_SPAN;
         m_nMin = std::max(range.m_nMax - MIN_AUTO_SPAN, 0);
     }
-    m_nSpan = std::max(m_nSpan, 1);
+    if (m_nSpan == 0) m_nSpan = 1;
 
     m_dScale = static_cast<double>(layout.m_nUsableHeight) / m_nSpan;
     m_nZeroY = shown.m_graph.m_nRangeMin < 0

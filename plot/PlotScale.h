@@ -1,7 +1,8 @@
 // Where things stand in a plot: the division of its area, its time axis and its value axis.
 //
 // Plain arithmetic, for any input: a range without extent counts as one value, and no position can
-// leave 32 bits. Conversions to pixels truncate toward zero.
+// leave 32 bits. Conversions to pixels truncate toward zero. A value range whose lower end lies
+// above its upper end gives an axis that runs downwards: its span and its scale are negative.
 #pragma once
 
 #include <cstdint>
@@ -71,7 +72,7 @@ struct ValueAxis {
     ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout);
 
     int m_nMin;
-    int m_nSpan;      ///< at least 1
+    int m_nSpan;      ///< never 0
     double m_dScale;  ///< pixels per value unit
     int m_nZeroY;     ///< y of the value 0, or of the minimum when that is above 0
     int m_nMinY;      ///< y of the minimum

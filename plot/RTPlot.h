@@ -72,7 +72,9 @@ struct RTPlot {
     ///        next one. Null: none are kept
     void Paint(CDC& dc, std::vector<CurveLine>* pKept = nullptr);
 
-    /// Performs the armed action at a point, or begins a zoom drag. Takes the lock.
+    /// Performs the armed action at a point, or begins a zoom drag. Nothing happens, and an armed
+    /// action stays armed, in a plot without curves and in one that no paint has given the scale
+    /// that it takes. Takes the lock.
     /// @return the action performed, or 0
     std::int32_t OnPlotClick(CPoint point);
 
@@ -80,8 +82,8 @@ struct RTPlot {
     std::int32_t LimitToCurveArea(std::int32_t x) const;
 
     /// Ends the zoom drag where the button was released: the view becomes what lies between press
-    /// and release, or is left as it was before the press when both are in the same hundred values.
-    /// Nothing happens when no drag is under way. Takes the lock.
+    /// and release, or is left as it was before the press when both are in the same hundred values,
+    /// or the plot has lost its scale. Nothing happens when no drag is under way. Takes the lock.
     void EndZoomDrag(std::int32_t x);
 
     /// Moves a marker position onto a mark within a thousandth of it.
@@ -93,8 +95,8 @@ struct RTPlot {
     std::int32_t m_nHeight = 0;
     std::int32_t m_nViewStart = 0;
     std::int32_t m_nViewEnd = 0;
-    double m_dXScale = 0;  ///< pixels per value index, from the last paint
-    double m_dYScale = 0;  ///< pixels per value unit, from the last paint
+    double m_dXScale = 0;  ///< pixels per value index, from the last paint; 0: none yet
+    double m_dYScale = 0;  ///< pixels per value unit, from the last paint; 0: none yet
     std::uint8_t m_bZoomDrag = 0;
     std::int32_t m_nDragAnchorX = 0;
     std::int32_t m_nDragBandX = 0;  ///< the band's moving edge as last drawn; 0: no band
@@ -124,6 +126,8 @@ struct RTPlot {
     CFairLock* m_pSessionLock = nullptr;  ///< null: the plot is used by one thread only
 
   private:
+    /// Whether the last paint has left the scale that an action, or a zoom drag, needs.
+    bool HasScaleFor(std::int32_t nAction) const;
     /// Moves the start of the view to where a drag begins; the caller holds the lock.
     void BeginZoomDrag(std::int32_t x);
     /// The value indices from the curve area's left edge to an x position, toward zero.

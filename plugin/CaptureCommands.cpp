@@ -44,7 +44,8 @@ void CDlgSetupMode::OnStart() {
     UpdateData(true);
     const RTCaptureParameters parameters =
         m_capture.Start(ReadTriggerTenths(m_strTrigger), m_abyDisplay[0]);
-    if (m_capture.IsContinuous()) CurrentPlotCtrl().Invalidate();
+    // Axes and grid are there while the instrument waits for its trigger.
+    CurrentPlotCtrl().Invalidate();
     SendToInstrument(MakeCaptureCommand(parameters));
     ShowCapturing();
 }

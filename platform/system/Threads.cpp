@@ -1,11 +1,19 @@
 #include "platform/system/Threads.h"
 
+#include <QLoggingCategory>
+
 #include <chrono>
 #include <condition_variable>
-#include <cstdio>
 #include <mutex>
 #include <system_error>
 #include <thread>
+
+namespace {
+
+/// Debug texts are off unless a logging rule asks for them.
+Q_LOGGING_CATEGORY(trace, "realtime.trace", QtInfoMsg)
+
+}  // namespace
 
 struct CThreadHandle::Thread {
     std::thread m_thread;
@@ -67,8 +75,6 @@ std::uint64_t TickMilliseconds() {
         std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
-void TraceDebug([[maybe_unused]] const wchar_t* pText) {
-#ifndef NDEBUG
-    std::fprintf(stderr, "%ls\n", pText);
-#endif
+void TraceDebug(const wchar_t* pText) {
+    qCDebug(trace).noquote() << QString::fromWCharArray(pText);
 }

@@ -45,7 +45,8 @@ PLATFORM_API void SleepMilliseconds(unsigned nMilliseconds);
 /// Milliseconds of a steady clock; only differences mean anything.
 PLATFORM_API std::uint64_t TickMilliseconds();
 
-/// Writes a line of debug text to the debugger output (standard error, in builds with assertions).
+/// Writes a line of debug text to standard error, in every build, when QT_LOGGING_RULES holds
+/// "realtime.trace=true"; otherwise does nothing.
 PLATFORM_API void TraceDebug(const wchar_t* pText);
 
 /// A mutual exclusion lock that serves waiting threads in the order of their arrival.

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "tests/acquisition/Support.h"
 
 namespace {
@@ -23,6 +25,7 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
     TestReader session(12);
     session.StartValues(3);
     session.m_capture.SelectPlot(1);
+    session.m_capture.SelectPlot(3);  // there is none
     EXPECT_EQ(session.HandleSamples({5, -5, 7, -7}), Calls{"paint 1"});
     const Calls full{"paint 1", "idle", "paint 1"};
     EXPECT_EQ(session.HandleSamples({9, -9, 11, -11}), full);
@@ -33,8 +36,14 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
     EXPECT_EQ(session.m_capture.GetCurrentCurve(1)->GetExtremes(), (RTExtremes{-5, -9, -7, -7}));
     EXPECT_EQ(session.m_capture.GetCurrentCurve(0)->GetExtremes(), RTExtremes{});
 
+    const Bytes idle{1, 0, 0, 0};
+    session.m_aPlots[1].m_bZoomed = 1;
+    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), (Calls{"idle", "paint 1"}));
+    EXPECT_EQ(session.m_aPlots[1].m_bZoomed, 0);
     SetAutoZoom(session.m_graph, false);
-    EXPECT_EQ(session.HandleSamples({}), (Calls{"paint 1", "idle"}));
+    session.m_aPlots[1].m_bZoomed = 1;
+    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), Calls{"idle"});
+    EXPECT_EQ(session.m_aPlots[1].m_bZoomed, 1);
 }
 
 TEST(PacketReader, WhatEndsACapture) {
@@ -97,6 +106,27 @@ TEST(PacketReader, CaptureStartedByTheInstrument) {
     EXPECT_EQ(session.m_spCurves, spSecond);
     EXPECT_EQ(spSecond->m_lstCurves[1].size(), 2u);
     EXPECT_EQ(spSecond->m_lstCurves[1].back(), session.m_capture.GetCurrentCurve(1));
+
+    // An announced curve has a set of its own.
+    EXPECT_EQ(session.Handle(RTPACKET_NEW_CURVE, {0x50}), Calls{});
+    EXPECT_NE(session.m_spCurves, spSecond);
+    EXPECT_EQ(session.m_aPlots[1].m_spCurves->m_lstCurves[1],
+              RTCurveList{session.m_capture.GetCurrentCurve(1)});
+}
+
+/// In a process of its own each, as the rules are read once.
+TEST(PacketReader, TracesNewCurvesOnlyWhenARuleAsksForIt) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto announce = [] {
+        TestReader(0).Handle(RTPACKET_NEW_CURVE, {0x50});
+        std::exit(0);
+    };
+    const testing::ExitedWithCode ended(0);
+    ::unsetenv("QT_LOGGING_RULES");
+    EXPECT_EXIT(announce(), ended, testing::Eq(""));
+    ::setenv("QT_LOGGING_RULES", "realtime.trace=true", 1);
+    EXPECT_EXIT(announce(), ended, "realtime.trace: New Curve\n$");
+    ::unsetenv("QT_LOGGING_RULES");
 }
 
 TEST(PacketReader, EmptiesTheQueueBeforeItStops) {

@@ -94,14 +94,41 @@ TEST_F(Session, AContinuousCaptureRunsFromStrokeToStrokeUntilStop) {
     });
 }
 
-TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItself) {
+TEST_F(Session, AxesAndGridAreThereWhileTheInstrumentWaitsForItsTrigger) {
+    m_options.m_strTrigger = L"99.9";  // the press reaches 76 percent
+    Run([this] {
+        const auto isShown = [this] {
+            const CBitmap plot = Operator::TakePicture(*m_pScreen->GetControl(IDC_PLOT_1));
+            // The grid line at 0, and the time axis' last tick: 28000 of 30000 values.
+            return plot.GetPixel(42, 118) == RGB(255, 255, 0) && plot.GetPixel(652, 310) == 0;
+        };
+        EXPECT_FALSE(isShown());
+        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
+        EXPECT_TRUE(Await(isShown));
+        EXPECT_TRUE(GetValues(0).empty());
+    });
+}
+
+TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItselfAtItsRate) {
     m_options.m_bCaptureLocked = true;
     m_options.m_nMode = 3;
-    Run([this] {
-        EXPECT_TRUE(Await([this] { return GetValues(2).size() >= 100; }));
-        EXPECT_FALSE(IsEnabled(IDC_START));
-        EXPECT_FALSE(IsEnabled(IDC_STOP));
-    });
+    m_options.m_nAuxRate = 123;
+    for (const std::uint16_t nRate : {10000, 65535}) {
+        m_options.m_nValueRate = nRate;
+        Run([this, nRate] {
+            const auto spFirst = GetCurves();
+            EXPECT_TRUE(
+                Await([&] { return GetCurves() != spFirst && GetValues(2).size() >= 100; }));
+            EXPECT_FALSE(IsEnabled(IDC_START));
+            EXPECT_FALSE(IsEnabled(IDC_STOP));
+            const auto spCurve = GetCurves()->FirstCurve(2);
+            EXPECT_EQ(spCurve ? spCurve->GetCapacity() : 0, 3u * nRate);
+            const std::lock_guard lock(m_pSession->m_lock);
+            EXPECT_EQ(m_pSession->m_aPlots[2].m_nSpanValues, 3 * nRate);
+            EXPECT_EQ(int{m_pSession->m_graph.m_nGraphRate}, nRate);
+            EXPECT_EQ(m_pSession->m_nAuxRate, 123);  // saved with the capture
+        });
+    }
 }
 
 TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {

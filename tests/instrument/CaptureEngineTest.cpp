@@ -48,19 +48,6 @@ class CaptureEngine : public ::testing::Test {
     CPacketDecoder m_decoder{1, 1};
 };
 
-TEST(ValueLayout, OfEveryMode) {
-    constexpr ValueLayout SINGLE{1, 1}, PAIR{1, 2}, TWO{2, 1}, TWO_PAIRS{2, 2}, THREE{3, 1};
-    using enum SecondInput;
-    const std::tuple<std::uint8_t, SecondInput, ValueLayout> cases[] = {
-        {0, Analogue, SINGLE},  {1, Voltage, PAIR},       {2, Voltage, TWO},
-        {2, Position, TWO},     {2, Analogue, TWO_PAIRS}, {3, Analogue, THREE},
-        {10, Position, PAIR},   {12, Analogue, TWO},      {20, Position, TWO_PAIRS},
-        {21, Analogue, SINGLE}, {22, Analogue, TWO},      {255, Position, SINGLE},
-    };
-    for (const auto& [nMode, secondInput, layout] : cases)
-        EXPECT_EQ(FindValueLayout(nMode, secondInput), layout) << int{nMode};
-}
-
 TEST_F(CaptureEngine, SixtySecondsAtFullRateAreCompleteWhateverTheSteps) {
     CCaptureEngine engine = Make({3, 1});
     auto now = 123456789ns;

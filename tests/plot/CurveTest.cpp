@@ -190,15 +190,7 @@ TEST(Curves, AreDrawnAsAFullScanDrawsThemInAZoomedView) {
     }
 }
 
-TEST(Curves, OfSeveralCapturesCarryTheLastValueOver) {
-    for (unsigned nSeed = 0; nSeed < 6; ++nSeed) {
-        PlotSheet sheet;
-        for (unsigned k = 0; k < 3; ++k) sheet.Add(20000 + 1000 * k, Wander(10 * nSeed + k));
-        ExpectNaiveCurves(sheet, "seed " + std::to_string(nSeed));
-    }
-}
-
-TEST(Curves, LongerThanTheWidthKeepTheCarriedValue) {
+TEST(Curves, CarryTheLastValueOverAlsoFromBeyondTheWidth) {
     for (unsigned nSeed = 0; nSeed < 8; ++nSeed) {
         PlotSheet sheet;
         // A square wave keeps the outcome open from one column to the next, noise decides it soon.
@@ -207,6 +199,7 @@ TEST(Curves, LongerThanTheWidthKeepTheCarriedValue) {
             return nSeed < 4 ? nNoise : (i / 2 % 2 ? 3000 : -3000);
         });
         sheet.Add(10000, [](std::uint32_t i) { return i < 4 ? -2000 : 2500; });
+        sheet.Add(21000 + nSeed, Wander(nSeed + 10));
         ExpectNaiveCurves(sheet, "seed " + std::to_string(nSeed));
     }
 }
@@ -215,7 +208,7 @@ TEST(InputTraces, AreDrawnAsRecordByRecord) {
     constexpr COLORREF COLOURS[4] = {10040064, 3368448, 6684723, 255};
     std::mt19937 random(3);
     for (int n = 0; n < 24; ++n) {
-        PlotSheet sheet;
+        PlotSheet sheet(698, 343 + 9 * n);
         RTCurveData& curve = sheet.Add(100000, [](std::uint32_t) { return 0; });
         const unsigned nStep = n % 3 == 0 ? 3000 : n % 3 == 1 ? 300 : 40;
         unsigned nState = random();
@@ -225,8 +218,10 @@ TEST(InputTraces, AreDrawnAsRecordByRecord) {
         }
         if (n % 2) {
             sheet.m_plot.m_bZoomed = 1;
-            sheet.m_plot.m_nViewStart = 12345;
-            sheet.m_plot.m_nViewEnd = 12345 + 900 * n;
+            // At a record, where that is an even index; else just behind it.
+            const RTPulseList& pulses = curve.GetPulses();
+            sheet.m_plot.m_nViewStart = pulses.At(pulses.GetCount() / 8).m_nPosition;
+            sheet.m_plot.m_nViewEnd = sheet.m_plot.m_nViewStart + 900 * n;
         }
         if (n > 18) sheet.m_plot.m_nSpanValues = 5000;  // most of it lies right of the plot
         sheet.Paint();

@@ -73,6 +73,11 @@ TEST_F(Interaction, ADragOfTheSecondQuantityStartsOdd) {
     m_plot.m_nDisplay = 1;
     m_plot.OnPlotClick({340, 50});
     EXPECT_EQ(m_plot.m_nViewStart, 45001);
+    m_plot.EndZoomDrag(640);
+    m_plot.ZoomAll();
+    m_plot.m_nDisplay = 2;
+    m_plot.OnPlotClick({340, 50});
+    EXPECT_EQ(m_plot.m_nViewStart, 45000);
 }
 
 TEST_F(Interaction, AReleaseBesideThePlotCountsAsOneAtItsEdge) {
@@ -121,6 +126,8 @@ TEST_F(Interaction, AnArmedClickSetsItsMarkAndDisarms) {
     m_plot.m_nViewStart = 0;
     Click(PLOTACT_MARKER_A, 3);
     EXPECT_EQ(m_plot.m_nMarkerA, 0);
+    Click(PLOTACT_MARKER_B, 3);
+    EXPECT_EQ(m_plot.m_nMarkerB, 0);
 }
 
 TEST_F(Interaction, ATriggerClickSetsTheLevelAboveZero) {
@@ -149,7 +156,11 @@ TEST_F(Interaction, MarkersSnapToMarksWithinAThousandth) {
     EXPECT_EQ(snap(9990), 9990);
     EXPECT_EQ(snap(10021), 10021);
     EXPECT_EQ(snap(0), 0);
+    m_plot.m_nToolPulseMark = 10015;
+    EXPECT_EQ(snap(10011), 10010);
     m_plot.m_nStartMark = -1;
+    EXPECT_EQ(snap(10011), 10015);
+    m_plot.m_nToolPulseMark = -1;
     EXPECT_EQ(snap(10011), 10011);
     m_plot.m_dXScale = 1;
     Click(PLOTACT_MARKER_A, 10045);
@@ -166,14 +177,48 @@ TEST_F(Interaction, TimeDistanceCountsFortyValuesAMillisecond) {
     EXPECT_EQ(m_plot.GetTimeDistance(), 107374182);
 }
 
-TEST_F(Interaction, ClicksOnAScaleWithoutExtentStayInRange) {
+TEST_F(Interaction, WithoutAUsableScaleClicksAndDragsDoNothing) {
+    using Limits = std::numeric_limits<double>;
+    const double dUnpainted = RTPlot().m_dXScale;
+    for (const double dScale :
+         {dUnpainted, Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+        m_plot.m_dXScale = m_plot.m_dYScale = dScale;
+        for (const std::int32_t nAction : {1, 2, 3, 4, 5, 6, -1}) {
+            m_plot.m_nArmedAction = nAction;
+            EXPECT_EQ(m_plot.OnPlotClick({300, 100}), 0) << nAction << " at " << dScale;
+            EXPECT_EQ(m_plot.m_nArmedAction, nAction);
+        }
+        EXPECT_EQ(m_plot.m_bZoomDrag, 0);
+    }
+    EXPECT_EQ(m_plot.m_nViewStart, 0);
+    for (const std::int32_t nPlace :
+         {m_plot.m_nToolPulseMark, m_plot.m_nStartMark, m_plot.m_nEndMark, m_plot.m_nTriggerLevel})
+        EXPECT_EQ(nPlace, -1);
+    // The one scale that an action needs is enough.
+    m_plot.m_dYScale = -0.05;
+    EXPECT_EQ(Click(PLOTACT_MARKER_A, 300), 0);
+    EXPECT_EQ(Click(PLOTACT_TRIGGER, 300), PLOTACT_TRIGGER);
+    m_sheet.Paint();
+    m_plot.m_dYScale = 0;
+    EXPECT_EQ(Click(PLOTACT_MARKER_A, 300), PLOTACT_MARKER_A);
+    // A drag that loses its scale leaves the view as it was.
+    m_plot.OnPlotClick({340, 50});
+    m_plot.m_dXScale = 0;
+    m_plot.EndZoomDrag(640);
+    EXPECT_EQ(m_plot.m_bZoomDrag + m_plot.m_bZoomed, 0);
+    EXPECT_EQ(m_plot.m_nViewStart, 0);
+    EXPECT_EQ(m_plot.m_nViewEnd, 120000);
+}
+
+TEST_F(Interaction, PositionsStayInRange) {
     constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
-    m_plot.m_dXScale = m_plot.m_dYScale = 0;
+    m_plot.m_dXScale = m_plot.m_dYScale = 1e-300;
     m_plot.m_nViewStart = MAX;
-    for (const PlotAction action : {PLOTACT_TOOLPULSE, PLOTACT_START, PLOTACT_END, PLOTACT_TRIGGER,
-                                    PLOTACT_MARKER_A, PLOTACT_MARKER_B})
-        EXPECT_EQ(Click(action, 300), action);
-    EXPECT_EQ(m_plot.m_nMarkerA, MAX);
+    for (const PlotAction action : {PLOTACT_TOOLPULSE, PLOTACT_TRIGGER, PLOTACT_MARKER_B})
+        EXPECT_EQ(Click(action, 300, m_plot.m_nZeroY - 1), action);
+    EXPECT_EQ(m_plot.m_nToolPulseMark, MAX);
+    EXPECT_EQ(m_plot.m_nTriggerLevel, MAX);
+    EXPECT_EQ(m_plot.m_nMarkerB, MAX);
     Click(PLOTACT_NONE, 300);
     m_plot.EndZoomDrag(0);
     EXPECT_GE(m_plot.m_nViewStart, 0);

@@ -48,11 +48,8 @@ TEST(Painter, LeavesTheScalesInThePlot) {
     sheet.m_plot.m_bZoomed = 1;
     sheet.m_plot.m_nViewStart = 45000;
     sheet.m_plot.m_nViewEnd = 90000;
-    sheet.m_graph.m_nRangeMin = 0;
     sheet.Paint();
     EXPECT_EQ(sheet.m_plot.m_dXScale, 800.0 / 45000);
-    EXPECT_EQ(sheet.m_plot.m_nZeroY, BASELINE);
-    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 5000);
 }
 
 TEST(Painter, LabelsTheTimeAxisInMilliseconds) {
@@ -89,6 +86,14 @@ TEST(Painter, LabelsTheTimeOfAViewAndOfOtherRates) {
     sheet.m_graph.m_nGraphRate = 0;
     sheet.Paint();
     EXPECT_TRUE(sheet.HasText(x, 313, L"50000", BLACK, TextAlign::Center));
+
+    sheet.m_plot.m_nViewStart = 0;
+    sheet.m_plot.m_nViewEnd = 1000;  // a leading 100, next multiple 105
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(40 + 68, 313, L"105", BLACK, TextAlign::Center));
+    sheet.m_plot.m_nViewEnd = 0;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(40, 313, L"0", BLACK));
 }
 
 TEST(Painter, DrawsTheValueGridWithItsLabels) {
@@ -102,7 +107,7 @@ TEST(Painter, DrawsTheValueGridWithItsLabels) {
         EXPECT_EQ(sheet.CountInRow(y, YELLOW), 330) << y;  // of 658, three on and three off
         EXPECT_EQ(sheet.m_dc.GetPixel(42, y), YELLOW);
         EXPECT_EQ(sheet.m_dc.GetPixel(43, y), GREY);
-        EXPECT_TRUE(sheet.HasText(0, y - 8, strLabel.c_str(), BLACK)) << j;
+        EXPECT_TRUE(sheet.HasLabel(y - 8, strLabel.c_str())) << j;
     }
     EXPECT_EQ(sheet.Find(YELLOW).size(), 11u * 330u);
 }
@@ -120,35 +125,96 @@ TEST(Painter, DrawsTheInputBand) {
 struct AutoZoomCase {
     RTExtremes m_extremes;
     int m_nDisplay;
+    int m_nRangeMin, m_nRangeMax;
     int m_nSpan;
-    int m_nMin;
+    int m_nZeroY;
+    int m_nMinY;  ///< of the lowest grid line; -1: out of sight
+    const wchar_t* m_pLowest;
+    const wchar_t* m_pNext;
 };
 
+/// Of a plot 700 pixels high: baseline 485, 465 usable pixels, grid lines 46.5 apart.
 TEST(Painter, FollowsTheExtremesWithAutoZoom) {
     const AutoZoomCase cases[] = {
-        {{1000, -200, 9, 9}, 0, 1440, -240},
-        {{9, 9, 1000, -200}, 1, 1440, -240},
-        {{1000, 7, 9, -200}, 2, 1440, -240},
-        {{0, 0, 0, 0}, 0, 10000, -5000},
-        {{10, 5, 0, 0}, 0, 20, 0},
-        {{40, 39, 0, 0}, 0, 20, 28},  // 48 to 46 becomes 20 wide, below the maximum
-        {{32767, -32768, 0, 0}, 0, 65535, -32768},
-        {{-50, -100, 0, 0}, 0, 120, -120},  // the maximum is never below 0
-        {{-32768, 32767, 0, 0}, 0, 20, 0},  // recomputed without a value
+        {{1000, -200, 9, 9}, 0, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{9, 9, 1000, -200}, 1, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{1000, 7, 9, -200}, 2, -5000, 5000, 1440, 407, 484, L"-240", L"-96"},
+        {{0, 0, 9, -9}, 0, -5000, 5000, 10000, 252, 484, L"-5000", L"-4000"},
+        {{0, 0, 0, 0}, 0, 5000, -5000, 20, 485, 485, L"0", L"2"},
+        {{9, -9, 0, 0}, 0, -5000, 5000, 20, 252, 484, L"-10", L"-8"},
+        {{10, 5, 0, 0}, 0, -5000, 5000, 20, 485, 485, L"0", L"2"},
+        // 48 to 46 becomes 20 wide, below the maximum; the range decides where zero is.
+        {{40, 39, 0, 0}, 0, 0, 5000, 20, 485, 485, L"28", L"30"},
+        {{40, 39, 0, 0}, 0, -5000, 5000, 20, 485 - 651, -1, nullptr, nullptr},
+        {{32767, -32768, 0, 0}, 0, -5000, 5000, 65535, 252, 484, L"-32768", L"-26215"},
+        // The maximum is never below 0.
+        {{-50, -100, 0, 0}, 0, -5000, 5000, 120, 20, 485, L"-120", L"-108"},
+        // Recomputed without a value.
+        {{-32768, 32767, 0, 0}, 0, -5000, 5000, 20, 485, 485, L"0", L"2"},
     };
     for (const AutoZoomCase& one : cases) {
         PlotSheet sheet(698, 700);
         sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(one.m_nDisplay);
-        sheet.m_graph.m_nRangeMin = one.m_nMin < 0 ? -5000 : 0;  // keeps the zero line in sight
-        sheet.m_graph.m_nRangeMax = 5000;
+        sheet.m_graph = {one.m_nRangeMin, one.m_nRangeMax, 40000, 1};
         sheet.Add(1000, Zero).SetExtremes(one.m_extremes);
         sheet.Paint();
-        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << one.m_nMin;
-        // The lowest grid line lies |minimum| below the zero line, or on it.
-        const int nMinY = sheet.m_plot.m_nZeroY +
-                          static_cast<int>(std::max(-one.m_nMin, 0) * sheet.m_plot.m_dYScale);
-        EXPECT_TRUE(sheet.HasText(0, nMinY - 8, std::to_wstring(one.m_nMin).c_str(), BLACK))
-            << one.m_nMin;
+        const auto nCase = &one - cases;
+        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << nCase;
+        EXPECT_EQ(sheet.m_plot.m_nZeroY, one.m_nZeroY) << nCase;
+        if (one.m_nMinY < 0) continue;
+        EXPECT_TRUE(sheet.HasLabel(one.m_nMinY - 8, one.m_pLowest)) << nCase;
+        EXPECT_TRUE(sheet.HasLabel(one.m_nMinY - 46 - 8, one.m_pNext)) << nCase;
+    }
+}
+
+struct RangeCase {
+    std::int32_t m_nRangeMin, m_nRangeMax;
+    int m_nSpan;
+    int m_nZeroY;
+    int m_nLines;
+    int m_nLow, m_nLowY;    ///< a value and where it stands
+    int m_nHigh, m_nHighY;  ///< another
+};
+
+/// Both ends count in 16 bits. With the lower end above the upper one the axis runs downwards, and
+/// has no grid: its steps are never negative.
+TEST(Painter, FollowsARangeOfAnyOrder) {
+    constexpr std::int32_t MIN = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
+    const RangeCase cases[] = {
+        {5000, -5000, -10000, 218, 0, 5000, 218, -5000, 20},
+        {-1, -5, -4, 267, 0, -1, 218, -5, 20},
+        {1, 0, -1, 218, 0, 1, 218, 0, 20},
+        {0, 0, 1, 218, 2, 0, 218, 1, 20},
+        {7, 7, 1, 218, 2, 7, 218, 8, 20},
+        {-20000, 70000, 24464, 56, 11, -20000, 217, 4464, 20},  // 70000 is 4464
+        {70000, -20000, -24464, 218, 0, 4464, 218, -20000, 20},
+        {MIN, MAX, -1, 218, 0, 0, 218, -1, 20},
+        {40000, -40000, 51072, 218, 11, 0, 218, 25536, 119},  // -25536 to 25536
+    };
+    for (const RangeCase& one : cases) {
+        PlotSheet sheet;
+        sheet.m_graph = {one.m_nRangeMin, one.m_nRangeMax, 40000, 0};
+        sheet.Add(1000, [&](std::uint32_t i) { return i < 500 ? one.m_nLow : one.m_nHigh; });
+        sheet.Paint();
+        const auto strCase =
+            std::to_string(one.m_nRangeMin) + " to " + std::to_string(one.m_nRangeMax);
+        EXPECT_EQ(sheet.m_plot.m_nValueSpan, one.m_nSpan) << strCase;
+        EXPECT_DOUBLE_EQ(sheet.m_plot.m_dYScale, 198.0 / one.m_nSpan) << strCase;
+        EXPECT_EQ(sheet.m_plot.m_nZeroY, one.m_nZeroY) << strCase;
+        int nLines = 0;
+        for (int y = 0; y < 343; ++y) nLines += sheet.m_dc.GetPixel(696, y) == YELLOW;
+        EXPECT_EQ(nLines, one.m_nLines) << strCase;
+        EXPECT_NEAR(sheet.CountInRow(one.m_nLowY, RGB(0, 0, 255)), 328, 3) << strCase;
+        EXPECT_NEAR(sheet.CountInRow(one.m_nHighY, RGB(0, 0, 255)), 328, 3) << strCase;
+
+        // A click sets the level that is drawn where it was made.
+        if (one.m_nRangeMin != 5000) continue;
+        sheet.m_plot.m_nArmedAction = PLOTACT_TRIGGER;
+        sheet.m_plot.OnPlotClick({300, 218 - 99});
+        EXPECT_EQ(sheet.m_plot.m_nTriggerLevel, -5000);
+        sheet.Paint();
+        EXPECT_EQ(sheet.CountInRow(218 - 99, MAGENTA), 658);
     }
 }
 
@@ -159,14 +225,10 @@ TEST(Painter, TakesTheExtremesOfAllCurves) {
     sheet.m_spCurves->m_lstCurves[0].push_back(nullptr);
     sheet.Paint();
     EXPECT_EQ(sheet.m_plot.m_nValueSpan, 600 + 1200);
-}
-
-TEST(Painter, DrawsAValueAtTheLowestOfTheAxis) {
-    PlotSheet sheet;
-    sheet.m_graph = {0, 5000, 40000, 0};
-    sheet.Add(1000, Zero);
+    sheet.m_plot.m_bZoomed = 1;
+    sheet.m_plot.m_nViewStart = 990;  // in view or not
     sheet.Paint();
-    EXPECT_GE(sheet.CountInRow(BASELINE, RGB(0, 0, 255)), 640);
+    EXPECT_EQ(sheet.m_plot.m_nValueSpan, 600 + 1200);
 }
 
 TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
@@ -207,7 +269,7 @@ TEST(Painter, DrawsMarksWithoutAndMarkersWithTheMargin) {
 }
 
 TEST(Painter, NamesSeveralCurvesInALegend) {
-    PlotSheet sheet(698, 700);
+    PlotSheet sheet(698, 525);  // the entry of the 21st curve touches the bottom
     sheet.Add(1000, Zero);
     sheet.Paint();
     EXPECT_FALSE(sheet.HasText(628, 110, L"Curve #1", RGB(0, 0, 255)));
@@ -220,6 +282,9 @@ TEST(Painter, NamesSeveralCurvesInALegend) {
     EXPECT_TRUE(sheet.HasText(628, 510, L"Curve #21", RGB(35, 65, 98)));
     for (int x = 598; x < 618; ++x) EXPECT_EQ(sheet.m_dc.GetPixel(x, 140), RGB(0, 100, 0));
     EXPECT_NE(sheet.m_dc.GetPixel(618, 140), RGB(0, 100, 0));
+    sheet.m_plot.m_nDisplay = 1;
+    sheet.Paint();
+    EXPECT_TRUE(sheet.HasText(628, 130, L"Curve #2", RGB(0, 100, 0)));
 }
 
 TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
@@ -231,6 +296,16 @@ TEST(Painter, DrawsOnlyTheFirstCurveWithValuesInTheBand) {
     // Line 1 clear: two pixels and the trace's height above its base, which is three rows up.
     EXPECT_GE(sheet.CountInRow(AXIS_Y - 4 * 13 - 10 - 2, 10040064), 650);
     EXPECT_EQ(sheet.CountInRow(AXIS_Y - 4 * 13 - 2, 10040064), 0);
+    // The first curve with values keeps the band also when none of them is in view.
+    sheet.Add(2000, Zero).AddPulse(2000, 0);
+    sheet.m_plot.m_bZoomed = 1;
+    for (const auto& [nStart, nDisplay] : {std::pair{1000, 1}, {1500, 0}}) {
+        sheet.m_plot.m_nViewStart = nStart;
+        sheet.m_plot.m_nViewEnd = nStart + 2;
+        sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nDisplay);
+        sheet.Paint();
+        EXPECT_TRUE(sheet.Find(10040064).empty()) << nStart;
+    }
 }
 
 /// Values that only a damaged file or a plot without room can bring: the paint must come back.
@@ -254,7 +329,7 @@ TEST(Painter, SurvivesImpossibleState) {
                 for (const int bZoomed : {0, 1}) {
                     sheet.m_plot.m_bZoomed = static_cast<std::uint8_t>(bZoomed);
                     sheet.Paint();
-                    EXPECT_GE(sheet.m_plot.m_nValueSpan, 1);
+                    EXPECT_NE(sheet.m_plot.m_nValueSpan, 0);
                 }
             }
 }

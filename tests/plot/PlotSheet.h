@@ -1,6 +1,7 @@
 // A plot with a memory context to paint it into, and the means to look at the picture.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -42,11 +43,12 @@ struct PlotSheet {
 
     void Paint() { m_plot.Paint(m_dc, &m_lines); }
 
-    Pixels Find(COLORREF color) const {
+    Pixels Find(COLORREF color) const { return FindIn(m_dc, color); }
+    Pixels FindIn(const CDC& dc, COLORREF color) const {
         Pixels found;
         for (int y = 0; y < m_plot.m_nHeight; ++y)
             for (int x = 0; x < m_plot.m_nWidth; ++x)
-                if (m_dc.GetPixel(x, y) == color) found.insert({x, y});
+                if (dc.GetPixel(x, y) == color) found.insert({x, y});
         return found;
     }
     /// How many pixels of a column, or of a row, have a colour.
@@ -60,9 +62,8 @@ struct PlotSheet {
         for (int x = 0; x < m_plot.m_nWidth; ++x) nCount += m_dc.GetPixel(x, y) == color;
         return nCount;
     }
-    /// Whether a text stands at a point in a colour, its pixels all there.
-    bool HasText(int x, int y, const wchar_t* pText, COLORREF color,
-                 TextAlign align = TextAlign::Left) const {
+    /// The pixels of a text at a point.
+    Pixels InkOf(int x, int y, const wchar_t* pText, TextAlign align = TextAlign::Left) const {
         CBitmap stencil;
         stencil.CreateBitmap(m_plot.m_nWidth, m_plot.m_nHeight);
         CDC other;
@@ -72,15 +73,26 @@ struct PlotSheet {
         other.SetBackgroundMode(BackgroundMode::Transparent);
         other.SetTextAlign(align);
         other.TextOut(x, y, pText);
-        bool bFound = false;
-        for (int py = 0; py < m_plot.m_nHeight; ++py) {
-            for (int px = 0; px < m_plot.m_nWidth; ++px) {
-                if (other.GetPixel(px, py) != RGB(0, 0, 0)) continue;
-                if (m_dc.GetPixel(px, py) != color) return false;
-                bFound = true;
-            }
-        }
-        return bFound;
+        return FindIn(other, RGB(0, 0, 0));
+    }
+    /// Whether a text stands at a point in a colour, its pixels all there.
+    bool HasText(int x, int y, const wchar_t* pText, COLORREF color,
+                 TextAlign align = TextAlign::Left) const {
+        const Pixels ink = InkOf(x, y, pText, align);
+        return !ink.empty() && std::ranges::all_of(ink, [&](const auto& pixel) {
+            return m_dc.GetPixel(pixel.first, pixel.second) == color;
+        });
+    }
+    /// Whether the margin, beside the frame, holds this black label at a height and nothing else.
+    bool HasLabel(int y, const wchar_t* pText) const {
+        const auto isOther = [y](const auto& pixel) {
+            return pixel.first == 0 || pixel.first >= 40 || pixel.second < y ||
+                   pixel.second >= y + 16;
+        };
+        Pixels ink = InkOf(0, y, pText), found = Find(RGB(0, 0, 0));
+        std::erase_if(ink, isOther);
+        std::erase_if(found, isOther);
+        return !ink.empty() && found == ink;
     }
 
     RTGraphSettings m_graph;
