@@ -72,12 +72,21 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
 }
 
 int CDialog::DoModal() {
+    /// Whatever happens, the window goes and nothing refers to the loop any more.
+    struct Ending {
+        ~Ending() {
+            m_dialog.m_endModalLoop = nullptr;
+            m_dialog.DestroyWindow();
+        }
+        CDialog& m_dialog;
+    };
+    QEventLoop loop;
+    const Ending ending{*this};
     CreateFromTemplate(m_pParentWnd);
     const WindowHandle hWnd = GetHandle();
     QWidget& widget = m_pNative->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
 
-    QEventLoop loop;
     bool bEnded = false;
     m_nModalResult = IDCANCEL;
     m_endModalLoop = [&] {
@@ -100,8 +109,6 @@ int CDialog::DoModal() {
         loop.exec();
         QObject::disconnect(quit);
     }
-    m_endModalLoop = nullptr;
-    DestroyWindow();
     return m_nModalResult;
 }
 
