@@ -7,7 +7,9 @@
 
 /// What a screen needs to go on with when memory is short: to paint itself, to show an error, to
 /// take commands. Whoever is about to take all the memory it can get leaves as much, in bytes.
-constexpr std::size_t WORKING_MEMORY = std::size_t{16} << 20;
+constexpr std::size_t WORKING_MEMORY = std::size_t{8} << 20;
+/// What a single window needs, an error box also.
+constexpr std::size_t WINDOW_MEMORY = WORKING_MEMORY / 2;
 
 /// Holds a block of the process's address space that nobody writes to: it takes no pages, and what
 /// the system grants the process is smaller by it. Giving it back cannot fail.

@@ -93,7 +93,11 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 
-void PumpMessages() { QCoreApplication::processEvents(); }
+void PumpMessages() {
+    ReleaseMemoryForErrors();
+    QCoreApplication::processEvents();
+    KeepMemoryForErrors();
+}
 
 bool CFrameWindow::Create(const std::wstring& strTitle) {
     auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);

@@ -7,6 +7,7 @@
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/system/Exceptions.h"
+#include "platform/system/MemoryReserve.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/Widgets.h"
@@ -50,6 +51,9 @@ CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize) {
 }
 
 bool CDialog::CreateFromTemplate(CWnd* pParent) {
+    // A widget that runs out of memory in the middle of its making leaves its parent broken: a
+    // window is begun only when there is enough for one.
+    CMemoryReserve(WINDOW_MEMORY).Release();
     QWidget* pParentWidget = nullptr;
     if (NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr)
         pParentWidget = &pNative->m_widget;

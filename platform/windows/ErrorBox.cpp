@@ -45,7 +45,9 @@ void ShowErrorBox(const std::wstring& strText) {
     box.exec();
 }
 
-void KeepMemoryForErrors() noexcept { g_memoryForErrors.Take(WORKING_MEMORY / 2); }
+void KeepMemoryForErrors() noexcept { g_memoryForErrors.Take(WINDOW_MEMORY); }
+
+void ReleaseMemoryForErrors() noexcept { g_memoryForErrors.Release(); }
 
 void ReportCurrentException() noexcept {
     g_memoryForErrors.Release();

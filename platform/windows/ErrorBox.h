@@ -8,8 +8,10 @@
 /// Shows the box, modally, with one OK button. User-interface thread.
 PLATFORM_API void ShowErrorBox(const std::wstring& strText);
 
-/// Sets memory aside for reporting errors; it is given back while one is reported.
+/// Sets memory aside for what the windows need when there is no other: it is given back while an
+/// error is reported, and while messages are handled in the middle of work that may have taken all.
 PLATFORM_API void KeepMemoryForErrors() noexcept;
+PLATFORM_API void ReleaseMemoryForErrors() noexcept;
 
 /// Shows the operator what a handler has thrown; for use inside a catch clause. When not even the
 /// box can be made, standard error gets the message. User-interface thread.
