@@ -1,5 +1,8 @@
 #include "tests/memory/FailingNew.h"
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -23,9 +26,28 @@ bool Fails() {
     return state.m_bFailed = true;
 }
 
-void* Allocate(std::size_t nSize, std::size_t nAlignment = alignof(std::max_align_t)) {
-    const std::size_t nWhole = (nSize + nAlignment) / nAlignment * nAlignment;
-    return Fails() ? nullptr : std::aligned_alloc(nAlignment, nWhole);
+thread_local std::size_t t_nHeld = 0;
+thread_local std::size_t t_nMostHeld = 0;
+
+/// What a block takes of the heap: its places, and the heap's own word.
+std::size_t GetCost(void* pBlock) {
+    return pBlock ? ::malloc_usable_size(pBlock) + sizeof(void*) : 0;
+}
+
+void* Allocate(std::size_t nSize, std::size_t nAlignment) {
+    if (Fails()) return nullptr;
+    void* const pBlock =
+        nAlignment <= alignof(std::max_align_t)
+            ? std::malloc(nSize)
+            : std::aligned_alloc(nAlignment, (nSize + nAlignment - 1) / nAlignment * nAlignment);
+    t_nHeld += GetCost(pBlock);
+    t_nMostHeld = std::max(t_nMostHeld, t_nHeld);
+    return pBlock;
+}
+
+void Free(void* pBlock) {
+    t_nHeld -= GetCost(pBlock);
+    std::free(pBlock);
 }
 
 void* AllocateOrThrow(std::size_t nSize, std::size_t nAlignment = alignof(std::max_align_t)) {
@@ -41,12 +63,18 @@ CFailingNew::CFailingNew(std::size_t nAllocations, Failing failing) {
 CFailingNew::~CFailingNew() { t_state.m_bArmed = false; }
 bool CFailingNew::HasFailed() const { return t_state.m_bFailed; }
 
+std::size_t FindMostHeld(const std::function<void()>& work) {
+    const std::size_t nBefore = t_nMostHeld = t_nHeld;
+    work();
+    return t_nMostHeld - nBefore;
+}
+
 // The other forms of the language's library call these.
 void* operator new(std::size_t nSize) { return AllocateOrThrow(nSize); }
 void* operator new(std::size_t nSize, std::align_val_t alignment) {
     return AllocateOrThrow(nSize, static_cast<std::size_t>(alignment));
 }
-void operator delete(void* pBlock) noexcept { std::free(pBlock); }
-void operator delete(void* pBlock, std::size_t) noexcept { std::free(pBlock); }
-void operator delete(void* pBlock, std::align_val_t) noexcept { std::free(pBlock); }
-void operator delete(void* pBlock, std::size_t, std::align_val_t) noexcept { std::free(pBlock); }
+void operator delete(void* pBlock) noexcept { Free(pBlock); }
+void operator delete(void* pBlock, std::size_t) noexcept { Free(pBlock); }
+void operator delete(void* pBlock, std::align_val_t) noexcept { Free(pBlock); }
+void operator delete(void* pBlock, std::size_t, std::align_val_t) noexcept { Free(pBlock); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 
 enum class Failing { Once, FromThenOn };
 
@@ -16,3 +17,7 @@ class CFailingNew {
 
     bool HasFailed() const;
 };
+
+/// The most bytes of the heap that the calling thread holds at one time during some work, beyond
+/// those that it held before.
+std::size_t FindMostHeld(const std::function<void()>& work);

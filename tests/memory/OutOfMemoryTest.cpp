@@ -46,6 +46,27 @@ TEST(OutOfMemory, ALoadKeepsTheCompleteCurvesWhereverItFails) {
     }
 }
 
+TEST(OutOfMemory, ALoadTakesAtMostSixteenTimesItsFile) {
+    // Curves of the oldest version, in a number that has just made the list grow.
+    constexpr int CURVES = 4097;
+    for (const int nValues : {0, 1, 127, 128})
+        for (const int nPulses : {0, 1, 4, 5, 12, 13, 28, 29, 60, 61}) {
+            FileBytes curve = FileBytes().Values(std::vector(static_cast<std::size_t>(nValues), 1));
+            curve.Long(nPulses);
+            for (int n = 0; n < nPulses; ++n) curve.Long(n).Byte(0);
+            FileBytes bytes = FileBytes().Long(1).Byte(0).Byte(1).Long(CURVES);
+            for (int n = 0; n < CURVES; ++n)
+                bytes.m_bytes.insert(bytes.m_bytes.end(), curve.m_bytes.begin(),
+                                     curve.m_bytes.end());
+            const std::size_t nLength = bytes.m_bytes.size();
+            CMemFile file(L"a.rt3", std::move(bytes.m_bytes));
+            RTCaptureFile capture;
+            EXPECT_LE(FindMostHeld([&] { ReadCapture(file, capture); }), 16 * nLength)
+                << nValues << " values, " << nPulses << " pulses";
+            EXPECT_EQ(capture.m_curves.m_lstCurves[0].size(), std::size_t{CURVES});
+        }
+}
+
 TEST(OutOfMemory, TheScreenReportsALoadThatFailsAndGoesOn) {
     TestPanel panel(1);
     panel.m_pSession->m_bDesktopMode = 1;
