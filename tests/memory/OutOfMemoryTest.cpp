@@ -13,8 +13,8 @@ namespace {
 
 TEST(OutOfMemory, ALoadKeepsTheCompleteCurvesWhereverItFails) {
     // 3000 values have blocks and groups of blocks, and 40 different pulses several chunks.
-    std::vector<std::pair<int, int>> pulses;
-    for (int n = 0; n < 40; ++n) pulses.emplace_back(n, 1);
+    std::vector<std::pair<int, int>> pulses(40);
+    for (int n = 0; n < 40; ++n) pulses[static_cast<std::size_t>(n)] = {n, 1};
     FileBytes bytes = FileBytes().Head().Byte(11).Byte(1).Long(4);  // and a curve that is not there
     for (const int nValues : {3000, 0, 1})
         bytes.Values(std::vector(static_cast<std::size_t>(nValues), 7))
@@ -103,7 +103,6 @@ TEST(OutOfMemory, TheReaderEndsWhereverARunFails) {
         EXPECT_THROW(panel.m_pDialog->Run(), std::bad_alloc) << n;
         EXPECT_FALSE(panel.m_pSession->m_hReaderThread);
         EXPECT_EQ(panel.m_pSession->m_bStopReader, 1);
-        EXPECT_EQ(panel.m_pDialog->GetHandle(), 0u);
     }
 }
 

@@ -158,7 +158,7 @@ TEST_F(FilesTest, AFailedLoadChangesOnlyWhatItsFileGave) {
             {whole, 0, {40000, 1000, 20000, 1, 1}},  {whole, 7, {40000, 1000, 20000, 1, 1}},
             {older, 5, {40000, 1000, 20000, 1, 1}},  {whole, 9, {5000, 5000, 20000, 1, 1}},
             {whole, 18, {5000, 5000, 2500, 4, 1}},   {whole, 23, {5000, 5000, 2500, 4, 7}},
-            {older, 6, {32000, 32000, 16000, 4, 7}},
+            {older, 6, {32000, 32000, 16000, 4, 7}}, {whole, 0, {32000, 32000, 16000, 4, 7}},
         };
         for (const auto& [bytes, nLength, expected] : cases) {
             m_folder.Put("cut.rt3", std::string(bytes.begin(), bytes.end()).substr(0, nLength));
