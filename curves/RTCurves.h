@@ -46,8 +46,8 @@ class CRTCurves : public CObject {
     /// Loaded curves are appended to the lists; at an exception those read completely stay. Memory
     /// is taken only for what the rest of the file can hold: a longer value or pulse count is
     /// reported as a file that ends too early, before any of it is read. For any file it is at most
-    /// 16 times its length, and 16 MB. As much as a program needs to work on is left free: a set
-    /// that does not leave it does not fit.
+    /// 16 times its length. Beside it, what a program needs to work on stays free: a set that
+    /// leaves less does not fit.
     /// @throws CArchiveException, CFileException, CMemoryException, CUserException
     void Serialize(CArchive& ar) override;
 
