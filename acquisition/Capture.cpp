@@ -7,6 +7,7 @@
 
 #include "acquisition/ValueLayout.h"
 #include "platform/system/Exceptions.h"
+#include "platform/system/MemoryReserve.h"
 
 namespace {
 
@@ -64,6 +65,7 @@ RTCapture::CurvePlan RTCapture::MakePlan(std::uint16_t nValueRate) const {
 
 /// The lock is not held.
 RTCapture::NewCurves RTCapture::MakeCurves(const CurvePlan& plan) {
+    const CMemoryReserve forTheScreen(WORKING_MEMORY);
     NewCurves curves{.m_spSet = MakeEmptySet(), .m_plan = plan};
     for (std::size_t k = 0; k < plan.m_nChannels; ++k)
         // A negative capacity is a size that no memory can have.
@@ -187,12 +189,15 @@ void RTCapture::ReplaceCurves(std::shared_ptr<CRTCurves> spCurves, const RTCaptu
     const Guard guard(m_session.m_lock);
     ShareSet(loaded);
     DropCurrentCurves(loaded);
-    m_session.m_nValueRate = scale.m_nValueRate;
-    m_session.m_nAuxRate = scale.m_nAuxRate;
-    m_session.m_graph.m_nGraphRate = scale.m_nValueRate;
-    for (std::size_t k = 0; k < RT_MAX_CHANNELS; ++k)
-        m_session.m_aPlots[k].m_nSpanValues = scale.m_anSpanValues[k];
-    for (std::size_t k = 0; k < CountUsed(m_session); ++k) m_session.m_aPlots[k].ZoomAll();
+    if (scale.m_nValueRate)
+        m_session.m_nValueRate = m_session.m_graph.m_nGraphRate = *scale.m_nValueRate;
+    m_session.m_nAuxRate = scale.m_nAuxRate.value_or(m_session.m_nAuxRate);
+    for (std::size_t k = 0; k < RT_MAX_CHANNELS; ++k) {
+        RTPlot& plot = m_session.m_aPlots[k];
+        plot.m_nSpanValues = scale.m_anSpanValues[k].value_or(plot.m_nSpanValues);
+    }
+    for (std::size_t k = 0; k < CountUsed(m_session); ++k)
+        if (m_session.m_spCurves->FirstCurve(k)) m_session.m_aPlots[k].ZoomAll();
 }
 
 bool RTCapture::ToggleContinuous() {

@@ -14,11 +14,11 @@
 #include "acquisition/TriggerLevel.h"
 #include "plugin/RealTimeData.h"
 
-/// What a capture file says about its curves as a whole.
+/// What a capture file says about its curves as a whole. What is none, it does not say.
 struct RTCaptureScale {
-    std::uint16_t m_nValueRate = 40000;  ///< values per second and channel
-    std::uint16_t m_nAuxRate = 20000;
-    std::array<std::int32_t, RT_MAX_CHANNELS> m_anSpanValues{1, 1, 1};  ///< by plot
+    std::optional<std::uint16_t> m_nValueRate;  ///< values per second and channel
+    std::optional<std::uint16_t> m_nAuxRate;
+    std::array<std::optional<std::int32_t>, RT_MAX_CHANNELS> m_anSpanValues;  ///< by plot
 };
 
 /// Begins, ends and replaces captures in a session.
@@ -79,8 +79,9 @@ class RTCapture {
     /// @throws CMemoryException
     void Clear();
 
-    /// Puts a loaded set in hand, with its rates and spans, and shows the whole of it. The channels
-    /// have no curve until a capture begins. The set is the session's from now on.
+    /// Puts a loaded set in hand, with the rates and spans that its file gave, and shows the whole
+    /// of the channels that it has curves of. No channel has a current curve until a capture
+    /// begins. The set is the session's from now on.
     void ReplaceCurves(std::shared_ptr<CRTCurves> spCurves, const RTCaptureScale& scale);
 
     /// Selects continuous capture, or a sample time if it was selected.

@@ -9,6 +9,7 @@ void RTCaptureFile::Serialize(CArchive& ar) {
         WriteScreenRecord(ar, m_screen);
         WritePlotRecord(ar, m_plots);
     } else {
+        m_plots.m_nPlots = 0;
         ReadScreenRecord(ar, m_screen);
         ReadPlotRecord(ar, m_plots);
     }
@@ -16,20 +17,26 @@ void RTCaptureFile::Serialize(CArchive& ar) {
 }
 
 void ReadCapture(CFile& file, CObject& capture, IProgress* pProgress) {
-    CArchive ar(&file, CArchive::load);
-    ar.SetProgress(pProgress);
-    capture.Serialize(ar);
+    CallWithMemoryException([&] {
+        CArchive ar(&file, CArchive::load);
+        ar.SetProgress(pProgress);
+        capture.Serialize(ar);
+    });
 }
 
 void WriteCapture(CFile& file, CObject& capture, IProgress* pProgress) {
-    CArchive ar(&file, CArchive::store);
-    ar.SetProgress(pProgress);
-    capture.Serialize(ar);
-    ar.Close();
+    CallWithMemoryException([&] {
+        CArchive ar(&file, CArchive::store);
+        ar.SetProgress(pProgress);
+        capture.Serialize(ar);
+        ar.Close();
+    });
 }
 
 void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress) {
-    CReplaceFile file(strPath);
-    WriteCapture(file, capture, pProgress);
-    file.Commit();
+    CallWithMemoryException([&] {
+        CReplaceFile file(strPath);
+        WriteCapture(file, capture, pProgress);
+        file.Commit();
+    });
 }

@@ -19,15 +19,20 @@ void WriteScreenRecord(CArchive& ar, const RTScreenRecord& record) {
 
 void ReadScreenRecord(CArchive& ar, RTScreenRecord& record) {
     record.m_nMode = record.m_nPositionInput = std::nullopt;
+    record.m_nRatesRead = 0;
     ar >> record.m_nVersion;
     if (record.m_nVersion >= 2) record.m_nMode = ReadByte(ar);
     if (record.m_nVersion >= 3) record.m_nPositionInput = ReadByte(ar);
     if (record.m_nVersion >= 4) {
-        ar >> record.m_nValueRate >> record.m_nAuxRate;
+        for (std::uint16_t* const pRate : {&record.m_nValueRate, &record.m_nAuxRate}) {
+            ar >> *pRate;
+            ++record.m_nRatesRead;
+        }
     } else {
         const bool bAnalogue = record.m_nPositionInput.value_or(0) >= 2;
         record.m_nValueRate = bAnalogue ? 32000 : 40000;
         record.m_nAuxRate = bAnalogue ? 16000 : 20000;
+        record.m_nRatesRead = 2;
     }
 }
 

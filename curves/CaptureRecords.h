@@ -18,6 +18,7 @@ struct RTScreenRecord {
     /// instrument's that its second input tells of.
     std::uint16_t m_nValueRate = 40000;
     std::uint16_t m_nAuxRate = 20000;
+    std::uint8_t m_nRatesRead = 0;  ///< how many of the two a file has given, or told of
 };
 
 /// The plot record: the span of values of each plot, that is the capacity of the newest curve

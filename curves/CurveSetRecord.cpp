@@ -1,11 +1,11 @@
 // The curve set record of an .rt3 file.
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <string>
 
 #include "curves/RTCurves.h"
 #include "platform/system/Archive.h"
+#include "platform/system/MemoryReserve.h"
 
 namespace {
 
@@ -15,8 +15,22 @@ constexpr BYTE FIRST_WITH_MARKERS = 11;
 constexpr BYTE FIRST_WITH_MARKERS_AS_STORED = 13;
 constexpr BYTE FIRST_WITH_EXTREMES = 14;
 
-constexpr std::uint64_t CURVE_RECORD_LENGTH = 62;  ///< without values and pulses
+/// Lengths without values and pulses: of the current version, and of the oldest, which is the
+/// shortest.
+constexpr std::uint64_t CURVE_RECORD_LENGTH = 62;
+constexpr std::uint64_t SHORTEST_CURVE_RECORD_LENGTH = 14;
 constexpr std::uint64_t PULSE_LENGTH = 5;
+
+/// What loading may take, for each byte of the file.
+constexpr std::uint64_t MAX_MEMORY_FACTOR = 16;
+/// Of each curve of a set: its place in the list, with the old one when the list has grown; the
+/// list's entry in whatever is made from the set, such as a picture. The rest is the curve's own,
+/// with what shared ownership and the heap add.
+constexpr std::uint64_t LIST_PLACE_LENGTH = 48;
+constexpr std::uint64_t WORK_ENTRY_LENGTH = 32;
+constexpr std::uint64_t OWNERSHIP_LENGTH = 24;
+static_assert(sizeof(RTCurveData) + OWNERSHIP_LENGTH + LIST_PLACE_LENGTH + WORK_ENTRY_LENGTH <=
+              MAX_MEMORY_FACTOR * SHORTEST_CURVE_RECORD_LENGTH);
 
 /// Read, and then summarised, while they are at hand still.
 constexpr std::size_t VALUES_PER_PART = std::size_t{2} << 20;
@@ -54,12 +68,13 @@ void WriteCurve(CArchive& ar, RTCurveData& curve, bool bRecompute) {
     ar << extremes.m_nMaxOdd << extremes.m_nMinOdd << extremes.m_nMaxEven << extremes.m_nMinEven;
 }
 
+/// @param pWhat what the nCount things of nLength bytes are, for the operator
 /// @throws CArchiveException when so many bytes cannot follow
-void EnsureFits(const CArchive& ar, std::uint64_t nLength, const std::wstring& strWhat) {
-    const std::uint64_t nLeft = ar.GetBytesLeft();
-    if (nLength > nLeft)
-        ar.ReportEarlyEnd(L"A curve is said to have " + strWhat + L", but only " +
-                          std::to_wstring(nLeft) + L" bytes follow.");
+void EnsureFits(const CArchive& ar, std::uint64_t nLength, std::uint32_t nCount,
+                const wchar_t* pWhat) {
+    if (!ar.CanFollow(nLength))
+        ar.ReportEarlyEnd(L"A curve is said to have " + std::to_wstring(nCount) + pWhat +
+                          L", but only " + std::to_wstring(ar.GetBytesLeft()) + L" bytes follow.");
 }
 
 void ReadValues(CArchive& ar, RTCurveData& curve, std::uint32_t nCount) {
@@ -76,7 +91,7 @@ void ReadPulses(CArchive& ar, RTCurveData& curve) {
     ar >> nCount;
     if (nCount <= 0) return;
     EnsureFits(ar, PULSE_LENGTH * static_cast<std::uint64_t>(nCount),
-               std::to_wstring(nCount) + L" pulse records");
+               static_cast<std::uint32_t>(nCount), L" pulse records");
 
     PulsePart part;
     for (std::size_t nLeft = static_cast<std::size_t>(nCount); nLeft > 0;) {
@@ -105,8 +120,7 @@ std::shared_ptr<RTCurveData> ReadCurve(CArchive& ar, BYTE byVersion) {
     DWORD nCapacity = 0;
     ar >> wReserved >> nCount >> nCapacity;
     if (nCount > RTCurveData::MAX_VALUES) throw CMemoryException();
-    EnsureFits(ar, sizeof(std::int16_t) * std::uint64_t{nCount},
-               std::to_wstring(nCount) + L" values");
+    EnsureFits(ar, sizeof(std::int16_t) * std::uint64_t{nCount}, nCount, L" values");
 
     auto pCurve = std::make_shared<RTCurveData>(nCount, nCapacity);
     pCurve->m_wReserved = wReserved;
@@ -137,6 +151,20 @@ void WriteSet(CArchive& ar, const CRTCurves& set) {
     }
 }
 
+/// Reads a list. While it does, as much memory as is needed for the work on the set stays free: a
+/// list that takes all that there is leaves a program that can go on.
+void ReadList(CArchive& ar, BYTE byVersion, RTCurveList& list, std::uint64_t& nLongestList) {
+    std::int32_t nCurves = 0;
+    ar >> nCurves;
+    if (nCurves <= 0) return;
+    // The number of curves is not refused: the curves in front of an early end are kept.
+    nLongestList =
+        std::max(nLongestList, std::min(static_cast<std::uint64_t>(nCurves),
+                                        ar.GetBytesLeft() / SHORTEST_CURVE_RECORD_LENGTH));
+    const CMemoryReserve forTheWork(WORKING_MEMORY + nLongestList * WORK_ENTRY_LENGTH);
+    for (; nCurves > 0; --nCurves) list.push_back(ReadCurve(ar, byVersion));
+}
+
 void ReadSet(CArchive& ar, CRTCurves& set) {
     BYTE nChannels = 0;
     ar >> nChannels;
@@ -148,14 +176,9 @@ void ReadSet(CArchive& ar, CRTCurves& set) {
     if (nChannels > set.m_lstCurves.size())
         ar.RefuseContents(L"The file lists " + std::to_wstring(nChannels) +
                           L" channels; a capture has at most 3.");
-    for (std::size_t nChannel = 0; nChannel < nChannels; ++nChannel) {
-        std::int32_t nCurves = 0;
-        ar >> nCurves;
-        // The number of curves is not checked against the file: nothing is taken for it, and the
-        // curves in front of an early end are kept.
-        for (; nCurves > 0; --nCurves)
-            set.m_lstCurves[nChannel].push_back(ReadCurve(ar, set.m_byVersion));
-    }
+    std::uint64_t nLongestList = 0;
+    for (std::size_t nChannel = 0; nChannel < nChannels; ++nChannel)
+        ReadList(ar, set.m_byVersion, set.m_lstCurves[nChannel], nLongestList);
 }
 
 }  // namespace
@@ -173,12 +196,10 @@ std::uint64_t CRTCurves::GetRecordLength() const {
 }
 
 void CRTCurves::Serialize(CArchive& ar) {
-    try {
+    CallWithMemoryException([&] {
         if (ar.IsStoring())
             WriteSet(ar, *this);
         else
             ReadSet(ar, *this);
-    } catch (const std::bad_alloc&) {
-        throw CMemoryException();
-    }
+    });
 }

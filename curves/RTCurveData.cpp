@@ -12,6 +12,7 @@ namespace {
 
 std::unique_ptr<std::int16_t[]> AllocateValues(std::uint32_t nLength) {
     if (nLength > RTCurveData::MAX_VALUES) throw CMemoryException();
+    if (nLength == 0) return nullptr;
     return std::make_unique_for_overwrite<std::int16_t[]>(nLength);
 }
 
@@ -44,6 +45,7 @@ void RTCurveData::AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues
     assert(nValues <= m_nArrayLength - nCount);
     std::int16_t* const pTarget = m_pValues.get() + nCount;
     const auto copy = [&](std::size_t nFrom, std::size_t nTo) {
+        if (nFrom == nTo) return;
         std::memcpy(pTarget + nFrom, pBytes + nFrom * sizeof(std::int16_t),
                     (nTo - nFrom) * sizeof(std::int16_t));
     };

@@ -56,7 +56,7 @@ class RTCurveData {
     /// Number of values the capture was sized for: sample seconds times value rate.
     std::uint32_t GetCapacity() const { return m_nCapacity; }
 
-    /// The values below a count that GetCount has given.
+    /// The values below a count that GetCount has given; null for a curve without room for any.
     const std::int16_t* GetValues() const { return m_pValues.get(); }
 
     /// The places behind the stored values. The writer's thread only.

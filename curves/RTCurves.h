@@ -45,7 +45,9 @@ class CRTCurves : public CObject {
     ///
     /// Loaded curves are appended to the lists; at an exception those read completely stay. Memory
     /// is taken only for what the rest of the file can hold: a longer value or pulse count is
-    /// reported as a file that ends too early, before any of it is read.
+    /// reported as a file that ends too early, before any of it is read. For any file it is at most
+    /// 16 times its length. Beside it, what a program needs to work on stays free: a set that
+    /// leaves less does not fit.
     /// @throws CArchiveException, CFileException, CMemoryException, CUserException
     void Serialize(CArchive& ar) override;
 

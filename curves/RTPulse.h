@@ -23,7 +23,9 @@ struct RTPulse {
 /// A continuous capture may append for hours, and a curve that is full goes on receiving records,
 /// one for each block, that all say the same. Equal records in a row are therefore kept once, with
 /// the index of the first of them. What is kept stands in chunks, each twice as long as the one
-/// before: nothing is ever copied, and a short list costs little.
+/// before: nothing is ever copied. A file may hold a million curves of a few bytes each, so a list
+/// costs in proportion to its records also when it is short: the first chunk is small, and the
+/// others are listed in a table that only a longer list has.
 ///
 /// Thread safety: one thread appends; any number of threads read at the same time. A reader takes
 /// GetCount once and reads only below it.
@@ -34,7 +36,7 @@ struct RTPulse {
 class RTPulseList {
   public:
     /// As many records as the chunks hold; just below what a file can count.
-    static constexpr std::size_t MAX_COUNT = 64 * ((std::size_t{1} << 25) - 1);
+    static constexpr std::size_t MAX_COUNT = 4 * ((std::size_t{1} << 29) - 1);
 
     RTPulseList() = default;
     RTPulseList(const RTPulseList&) = delete;
@@ -61,8 +63,8 @@ class RTPulseList {
     }
 
   private:
-    static constexpr std::size_t FIRST_CHUNK_LENGTH = 64;
-    static constexpr std::size_t CHUNK_COUNT = 25;
+    static constexpr std::size_t FIRST_CHUNK_LENGTH = 4;
+    static constexpr std::size_t CHUNK_COUNT = 29;
     static_assert(MAX_COUNT == FIRST_CHUNK_LENGTH * ((std::size_t{1} << CHUNK_COUNT) - 1));
 
     /// Equal records in a row; they end where the next run begins, or with the list.
@@ -78,7 +80,7 @@ class RTPulseList {
     static constexpr std::size_t GetChunkLength(std::size_t nChunk) {
         return FIRST_CHUNK_LENGTH << nChunk;
     }
-    /// Chunk k begins at index 64 * (2^k - 1), so index + 64 has its highest bit in place k + 6.
+    /// Chunk k begins at index 4 * (2^k - 1), so index + 4 has its highest bit in place k + 2.
     static constexpr Place FindPlace(std::size_t nIndex) {
         const std::size_t nShifted = nIndex + FIRST_CHUNK_LENGTH;
         const auto nChunk =
@@ -87,9 +89,11 @@ class RTPulseList {
     }
 
     const Run& RunAt(std::size_t nRun) const {
+        if (nRun < FIRST_CHUNK_LENGTH) return m_pFirstChunk[nRun];
         const Place place = FindPlace(nRun);
-        return m_apChunks[place.m_nChunk][place.m_nOffset];
+        return (*m_pLaterChunks)[place.m_nChunk - 1][place.m_nOffset];
     }
+    std::unique_ptr<Run[]>& GetChunk(std::size_t nChunk);
     /// The run, below nRuns, that a record belongs to.
     std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const {
         if (RunAt(nRuns - 1).m_nFirst <= nIndex) return nRuns - 1;
@@ -109,7 +113,10 @@ class RTPulseList {
         return nFirst;
     }
 
-    std::atomic<std::size_t> m_nCount{0};  ///< records
-    std::atomic<std::size_t> m_nRuns{0};   ///< what they are kept as
-    std::array<std::unique_ptr<Run[]>, CHUNK_COUNT> m_apChunks;
+    using LaterChunks = std::array<std::unique_ptr<Run[]>, CHUNK_COUNT - 1>;
+
+    std::atomic<std::uint32_t> m_nCount{0};  ///< records
+    std::atomic<std::uint32_t> m_nRuns{0};   ///< what they are kept as
+    std::unique_ptr<Run[]> m_pFirstChunk;
+    std::unique_ptr<LaterChunks> m_pLaterChunks;
 };

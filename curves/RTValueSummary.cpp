@@ -1,9 +1,17 @@
 #include "curves/RTValueSummary.h"
 
+namespace {
+
+/// Short curves have none; they do not pay for an array without elements.
+std::unique_ptr<RTBlockSummary[]> Allocate(std::size_t nLength) {
+    return nLength ? std::make_unique_for_overwrite<RTBlockSummary[]>(nLength) : nullptr;
+}
+
+}  // namespace
+
 RTValueSummary::RTValueSummary(std::size_t nLength)
-    : m_pBlocks(std::make_unique_for_overwrite<RTBlockSummary[]>(nLength / RT_BLOCK_VALUES)),
-      m_pGroups(std::make_unique_for_overwrite<RTBlockSummary[]>(nLength / RT_BLOCK_VALUES /
-                                                                 GROUP_BLOCKS)) {}
+    : m_pBlocks(Allocate(nLength / RT_BLOCK_VALUES)),
+      m_pGroups(Allocate(nLength / RT_BLOCK_VALUES / GROUP_BLOCKS)) {}
 
 void RTValueSummary::Extend(const std::int16_t* pValues, std::size_t nCount) {
     AppendBlocks(pValues + m_nBlocks * RT_BLOCK_VALUES, nCount / RT_BLOCK_VALUES - m_nBlocks);

@@ -1,8 +1,14 @@
 // The curves: each reduced to columns of smallest and largest values.
+#include <algorithm>
+
 #include "curves/InstrumentMode.h"
 #include "plot/PlotPainter.h"
 
 namespace {
+
+/// Lines of so many curves are kept from paint to paint: more than can be told apart. Those of
+/// further curves are worked out each time, in one place.
+constexpr std::size_t MAX_KEPT_LINES = 1000;
 
 /// The value that a main line reaches by a column: the end of it that is farther from where the
 /// line comes from.
@@ -12,7 +18,7 @@ int PassColumn(int nLevel, int nLow, int nHigh) { return nLevel >= nHigh ? nLow 
 
 void CPlotPainter::DrawCurves() {
     if (m_layout.m_nWidth <= LEFT_MARGIN + 2) return;  // no curve area
-    m_lines.resize(m_shown.m_lstCurves.size());
+    m_lines.resize(std::min(m_shown.m_lstCurves.size(), MAX_KEPT_LINES + 1));
     bool bFirst = true;
     for (std::size_t k = 0; k < m_shown.m_lstCurves.size(); ++k) {
         const PlotSnapshot::Curve& curve = m_shown.m_lstCurves[k];
@@ -87,7 +93,7 @@ int CPlotPainter::FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t 
 /// Works the line out only when anything that it follows from has changed since the last paint.
 const CurveLine& CPlotPainter::FindLine(const PlotSnapshot::Curve& curve, std::size_t nCurve,
                                         IndexRange range) {
-    CurveLine& line = m_lines[nCurve];
+    CurveLine& line = m_lines[std::min(nCurve, MAX_KEPT_LINES)];
     const CurveLine::Source source{range.m_nFirst, range.m_nLast,     m_shown.m_nDisplay,
                                    m_nLevel,       m_layout.m_nWidth, m_time,
                                    m_value};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <string>
 
 #include "platform/windows/Application.h"
@@ -30,9 +31,13 @@ RTPlot::RTPlot() : m_pColours(std::make_unique<RTPlotColours>()) {
 
 RTPlot::~RTPlot() {
     // A store that cannot be written keeps what it held; there is nobody left to tell.
-    if (CApplication* pApp = GetApp()) {
-        pApp->WriteProfileInt(FlagSection(), SNAP_KEY, m_bSnapToTimeMarkers);
-        pApp->WriteProfileInt(FlagSection(), ALL_PULSES_KEY, m_bShowAllCurvePulses);
+    try {
+        if (CApplication* pApp = GetApp()) {
+            pApp->WriteProfileInt(FlagSection(), SNAP_KEY, m_bSnapToTimeMarkers);
+            pApp->WriteProfileInt(FlagSection(), ALL_PULSES_KEY, m_bShowAllCurvePulses);
+        }
+    } catch (const std::bad_alloc&) {
+        // As above, without memory.
     }
 }
 

@@ -12,7 +12,11 @@ class CDlgBase : public CDlgLangBase {
   public:
     using CDlgLangBase::CDlgLangBase;
 
-    /// Shows the screen modally; returns when it has closed and its reader has ended.
+    /// Shows the screen modally; returns when it has closed and its reader has ended. A screen
+    /// whose reader thread cannot be started runs without one: no packet is taken.
+    /// @throws std::bad_alloc, CMemoryException when there is no memory for the screen's window;
+    /// its
+    ///         reader has ended then too
     virtual void Run() {}
     /// Does nothing.
     virtual void HostHook(std::uint32_t) {}

@@ -46,10 +46,19 @@ CDlgSetupMode::CDlgSetupMode()
 CDlgSetupMode::~CDlgSetupMode() = default;
 
 void CDlgSetupMode::Run() {
+    /// However the screen ends, its reader ends before Run does.
+    struct ReaderEnd {
+        ~ReaderEnd() { m_screen.EndReader(); }
+        CDlgSetupMode& m_screen;
+    };
     // The reader decodes by it from its first packet on, which may come before the set-up.
     m_nChannels = CountChannels(m_nMode);
+    const ReaderEnd readerEnd{*this};
     m_hReaderThread = StartThread([this] { return ReaderThreadProc(*this); });
     DoModal();
+}
+
+void CDlgSetupMode::EndReader() {
     m_bStopReader = 1;
     if (!m_hReaderThread.Wait(READER_PATIENCE_MS)) m_reader.LeaveBetweenPackets();
     m_hReaderThread.Close();

@@ -40,6 +40,7 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     /// Entry of the reader thread.
     /// @return 0
     static unsigned ReaderThreadProc(CDlgSetupMode& screen);
+    void EndReader();
 
     // Set-up (ScreenSetup.cpp)
     void BindPlots();

@@ -1,4 +1,5 @@
 // Captures kept in files: save, load, export.
+#include <algorithm>
 #include <mutex>
 
 #include "curves/CaptureFile.h"
@@ -22,6 +23,17 @@ namespace {
 
 constexpr const wchar_t* CAPTURE_EXTENSION = L".rt3";
 constexpr const wchar_t* CAPTURE_FILTER = L"Real Time File (*.rt3)|*.rt3||";
+
+/// As far as the file has been read.
+RTCaptureScale FindScale(const RTCaptureFile& capture) {
+    const RTScreenRecord& screen = capture.m_screen;
+    RTCaptureScale scale;
+    if (screen.m_nRatesRead > 0) scale.m_nValueRate = screen.m_nValueRate;
+    if (screen.m_nRatesRead > 1) scale.m_nAuxRate = screen.m_nAuxRate;
+    const RTPlotRecord& plots = capture.m_plots;
+    std::copy_n(plots.m_anSpans.begin(), plots.m_nPlots, scale.m_anSpanValues.begin());
+    return scale;
+}
 
 }  // namespace
 
@@ -54,21 +66,18 @@ void CDlgSetupMode::StoreCapture(CArchive& ar) {
 void CDlgSetupMode::LoadCapture(CArchive& ar) {
     // The curves are read into a set that nobody else sees; what was read is put in hand at the
     // end, whatever that end is.
-    struct Installer {
-        explicit Installer(CDlgSetupMode& screen)
-            : m_screen(screen),
-              m_spLoaded(std::make_shared<RTCaptureFile>(screen.DescribeCapture())) {}
-        ~Installer() {
-            m_screen.m_capture.ReplaceCurves({m_spLoaded, &m_spLoaded->m_curves},
-                                             {m_spLoaded->m_screen.m_nValueRate,
-                                              m_spLoaded->m_screen.m_nAuxRate,
-                                              m_spLoaded->m_plots.m_anSpans});
-            for (CDialogDraw& control : m_screen.m_aPlotCtrl) control.Invalidate();
-        }
-        CDlgSetupMode& m_screen;
-        std::shared_ptr<RTCaptureFile> m_spLoaded;
-    } installer(*this);
-    installer.m_spLoaded->Serialize(ar);
+    const auto spLoaded = std::make_shared<RTCaptureFile>();
+    const auto install = [&] {
+        m_capture.ReplaceCurves({spLoaded, &spLoaded->m_curves}, FindScale(*spLoaded));
+        for (CDialogDraw& control : m_aPlotCtrl) control.Invalidate();
+    };
+    try {
+        spLoaded->Serialize(ar);
+    } catch (...) {
+        install();
+        throw;
+    }
+    install();
     FillDisplayList(m_nMode, m_nPositionInput);
 }
 

@@ -65,9 +65,15 @@ class PLATFORM_API CArchive {
     void EnsureRead(void* pBytes, std::size_t nCount);
 
     /// How many bytes of the file a loading archive has not given out yet. A count found in the
-    /// file that asks for more than this cannot be true.
+    /// file that asks for more than this cannot be true. Asks the system each time.
     /// @throws CFileException for a file without a length (a pipe)
     std::uint64_t GetBytesLeft() const;
+
+    /// Whether that many bytes can follow. Asks the file only when the buffer does not hold them.
+    /// @throws CFileException as GetBytesLeft
+    bool CanFollow(std::uint64_t nBytes) const {
+        return nBytes <= m_nFilled - m_nNext || nBytes <= GetBytesLeft();
+    }
 
     /// Hands the buffer's contents to the file; the file itself is not flushed to disk.
     void Flush();

@@ -44,7 +44,7 @@ bool CThreadHandle::Wait(unsigned nMilliseconds) const {
 
 void CThreadHandle::Close() {
     if (!m_pThread) return;
-    m_pThread->m_thread.join();
+    if (m_pThread->m_thread.joinable()) m_pThread->m_thread.join();  // not, when it never started
     m_pThread.reset();
 }
 

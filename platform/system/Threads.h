@@ -37,7 +37,8 @@ class PLATFORM_API CThreadHandle {
     std::unique_ptr<Thread> m_pThread;
 };
 
-/// Starts a thread, running at once. A thread that cannot be started gives an empty handle.
+/// Starts a thread, running at once. A thread that the system cannot start gives an empty handle.
+/// @throws std::bad_alloc with nothing started
 PLATFORM_API CThreadHandle StartThread(std::function<void()> run);
 
 PLATFORM_API void SleepMilliseconds(unsigned nMilliseconds);

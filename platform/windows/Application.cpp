@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "platform/drawing/qt/Surface.h"
+#include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
@@ -44,11 +45,27 @@ void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QStri
     if (type == QtFatalMsg) std::abort();
 }
 
+/// Keeps what the window system itself throws, out of memory, from its event loop, which nothing
+/// may pass through.
+class CGuardedApplication : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* pReceiver, QEvent* pEvent) override {
+        try {
+            return QApplication::notify(pReceiver, pEvent);
+        } catch (...) {
+            ReportCurrentExceptionLater();
+            return false;
+        }
+    }
+};
+
 }  // namespace
 
 struct CWindowSystem::State {
     State(int& argc, char** argv) : m_application(argc, argv) {}
-    QApplication m_application;
+    CGuardedApplication m_application;
 };
 
 CWindowSystem::CWindowSystem(int& argc, char** argv) {
@@ -66,6 +83,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     QApplication::setFont(ToQFont(font));
     QApplication::setCursorFlashTime(0);
     OpenUiQueue();
+    KeepMemoryForErrors();
 }
 
 std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** argv) {
@@ -75,7 +93,11 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 
-void PumpMessages() { QCoreApplication::processEvents(); }
+void PumpMessages() {
+    ReleaseMemoryForErrors();
+    QCoreApplication::processEvents();
+    KeepMemoryForErrors();
+}
 
 bool CFrameWindow::Create(const std::wstring& strTitle) {
     auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);

@@ -7,6 +7,7 @@
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/system/Exceptions.h"
+#include "platform/system/MemoryReserve.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/Widgets.h"
@@ -50,6 +51,9 @@ CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize) {
 }
 
 bool CDialog::CreateFromTemplate(CWnd* pParent) {
+    // A widget that runs out of memory in the middle of its making leaves its parent broken: a
+    // window is begun only when there is enough for one.
+    CMemoryReserve(WINDOW_MEMORY).Release();
     QWidget* pParentWidget = nullptr;
     if (NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr)
         pParentWidget = &pNative->m_widget;
@@ -72,12 +76,21 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
 }
 
 int CDialog::DoModal() {
+    /// Whatever happens, the window goes and nothing refers to the loop any more.
+    struct Ending {
+        ~Ending() {
+            m_dialog.m_endModalLoop = nullptr;
+            m_dialog.DestroyWindow();
+        }
+        CDialog& m_dialog;
+    };
+    QEventLoop loop;
+    const Ending ending{*this};
     CreateFromTemplate(m_pParentWnd);
     const WindowHandle hWnd = GetHandle();
     QWidget& widget = m_pNative->m_widget;
     widget.setWindowModality(Qt::ApplicationModal);
 
-    QEventLoop loop;
     bool bEnded = false;
     m_nModalResult = IDCANCEL;
     m_endModalLoop = [&] {
@@ -100,8 +113,6 @@ int CDialog::DoModal() {
         loop.exec();
         QObject::disconnect(quit);
     }
-    m_endModalLoop = nullptr;
-    DestroyWindow();
     return m_nModalResult;
 }
 

@@ -21,6 +21,9 @@ class PLATFORM_API CDialog : public CWnd {
 
     /// Makes the window, runs OnInitDialog, and handles messages until EndDialog.
     /// @return what EndDialog was given; IDCANCEL when the window was destroyed
+    /// @throws CMemoryException, std::bad_alloc with no window left; so Create and CreateModal,
+    /// whose
+    ///         window goes with the dialog
     virtual int DoModal();
 
     /// Makes a child or modeless window from the template and runs OnInitDialog.

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <new>
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/ErrorBox.h"
@@ -155,9 +156,13 @@ void CWnd::DestroyWindow() {
     pNative->Dispatch(WM_DESTROY, 0, 0);
     if (!pWidget) return;
     pNative->Retire();
-    // The widget may be in the middle of an event of its own: it goes when that is over.
-    pWidget->hide();
-    pWidget->deleteLater();
+    try {
+        pWidget->hide();
+        // The widget may be in the middle of an event of its own: it goes when that is over.
+        pWidget->deleteLater();
+    } catch (const std::bad_alloc&) {
+        // Nobody's window any more: it goes with its parent.
+    }
 }
 
 LRESULT CWnd::WindowProc(UINT nMessage, WPARAM wParam, LPARAM lParam) {

@@ -144,6 +144,35 @@ TEST_F(FilesTest, ReportsALoadThatFails) {
     });
 }
 
+TEST_F(FilesTest, AFailedLoadChangesOnlyWhatItsFileGave) {
+    const auto whole =
+        FileBytes().Long(4).Byte(1).Byte(0).Word(5000).Word(2500).Spans({4, 7, 1}).m_bytes;
+    const auto older = FileBytes().Long(3).Byte(1).Byte(2).m_bytes;
+    TestPanel panel(1);
+    CRealTimeData& session = *panel.m_pSession;
+    session.m_bDesktopMode = 1;
+    session.m_nHostValueRate = 1000;
+    panel.Run([&] {
+        using Fields = std::array<int, 5>;  // value, graph and second rate, two spans
+        const std::tuple<std::vector<std::uint8_t>, std::size_t, Fields> cases[] = {
+            {whole, 0, {40000, 1000, 20000, 1, 1}},  {whole, 7, {40000, 1000, 20000, 1, 1}},
+            {older, 5, {40000, 1000, 20000, 1, 1}},  {whole, 9, {5000, 5000, 20000, 1, 1}},
+            {whole, 18, {5000, 5000, 2500, 4, 1}},   {whole, 23, {5000, 5000, 2500, 4, 7}},
+            {older, 6, {32000, 32000, 16000, 4, 7}}, {whole, 0, {32000, 32000, 16000, 4, 7}},
+        };
+        for (const auto& [bytes, nLength, expected] : cases) {
+            m_folder.Put("cut.rt3", std::string(bytes.begin(), bytes.end()).substr(0, nLength));
+            Operator::DropFiles(*panel.m_pDialog, {m_folder.Path("cut.rt3")});
+            EXPECT_TRUE(Operator::PressModalButton(L"OK"));
+            EXPECT_EQ(
+                (Fields{session.m_nValueRate, session.m_graph.m_nGraphRate, session.m_nAuxRate,
+                        session.m_aPlots[0].m_nSpanValues, session.m_aPlots[1].m_nSpanValues}),
+                expected)
+                << nLength;
+        }
+    });
+}
+
 TEST_F(FilesTest, WorksWithFileDialogsOnADesktop) {
     m_folder.Put("seen.RT3", Example());
     TestPanel panel(1);

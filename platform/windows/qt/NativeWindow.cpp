@@ -84,7 +84,10 @@ LRESULT NativeWindow::Dispatch(UINT nMessage, WPARAM wParam, LPARAM lParam,
     try {
         nResult = m_pOwner->WindowProc(nMessage, wParam, lParam);
     } catch (...) {
-        ReportCurrentException();
+        if (nMessage == WM_PAINT || nMessage == WM_ERASEBKGND)
+            ReportCurrentExceptionLater();
+        else
+            ReportCurrentException();
     }
     if (Find(hSelf)) m_pHandling = handling.m_pOuter;
     return nResult;
