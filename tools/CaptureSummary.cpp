@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 
+#include "platform/commandline/CommandLine.h"
 #include "platform/system/Text.h"
 #include "tools/Captures.h"
 
@@ -105,13 +106,14 @@ std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& ca
         return value ? std::to_string(*value) : std::string("not stored");
     };
     const RTScreenRecord& screen = capture.m_screen;
-    std::string strText =
-        ToUtf8(strPath) + "\n  version: screen " + std::to_string(screen.m_nVersion) + ", curves " +
-        std::to_string(capture.m_curves.m_byVersion) + "\n  mode: " + describe(screen.m_nMode) +
-        "\n  second input: " + describe(screen.m_nPositionInput) +
-        "\n  values per second: " + std::to_string(screen.m_nValueRate) +
-        "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
-        "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
+    std::string strText = MakePrintable(ToUtf8(strPath)) + "\n  version: screen " +
+                          std::to_string(screen.m_nVersion) + ", curves " +
+                          std::to_string(capture.m_curves.m_byVersion) +
+                          "\n  mode: " + describe(screen.m_nMode) +
+                          "\n  second input: " + describe(screen.m_nPositionInput) +
+                          "\n  values per second: " + std::to_string(screen.m_nValueRate) +
+                          "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
+                          "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
     for (std::size_t k = 0; k < CRTCurves::CHANNEL_COUNT; ++k) {
         const RTCurveList& list = capture.m_curves.m_lstCurves[k];
         strText += "  channel " + std::to_string(k + 1) + ": " +

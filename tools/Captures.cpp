@@ -1,7 +1,7 @@
 #include "tools/Captures.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <map>
 #include <new>
 #include <set>
 
@@ -52,7 +52,7 @@ bool HasCurves(const RTCaptureFile& capture) {
                        [](const RTCurveList& list) { return !list.empty(); });
 }
 
-void Report(const std::string& strText) { std::fprintf(stderr, "rt3: %s\n", strText.c_str()); }
+void Report(const std::string& strText) { PrintError("rt3", strText); }
 
 int ForEachFile(const std::vector<std::wstring>& arrFiles,
                 const std::function<void(const std::wstring& strPath)>& work) {
