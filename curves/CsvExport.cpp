@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/system/Exceptions.h"
-#include "platform/system/Paths.h"
+#include "platform/system/Interrupt.h"
 #include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
 
@@ -110,11 +110,13 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
 
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options, IProgress* pProgress) {
-    CTextFile file(strPath, CFile::modeWrite | CFile::modeCreate);
+    CTextFile file;
+    CUnfinishedFile unfinished;
+    unfinished.Create(file, strPath);
     try {
         WriteCurveCsv(file, curve, options, pProgress);
     } catch (const CUserException&) {
-        RemoveFile(strPath);
+        unfinished.Remove();
         throw;
     }
     file.Close();

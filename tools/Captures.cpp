@@ -60,8 +60,6 @@ int ForEachFile(const std::vector<std::wstring>& arrFiles,
     for (const std::wstring& strPath : arrFiles) {
         try {
             work(strPath);
-        } catch (const CUserException&) {
-            EndByInterrupt();
         } catch (const CException& error) {
             Report(DescribeError(error));
             nExitCode = 1;

@@ -25,8 +25,6 @@ void PrintJson(const std::wstring& strPath) {
     };
     try {
         ReadInput(strPath, capture);
-    } catch (const CUserException&) {
-        throw;
     } catch (const CException& error) {
         print(FromUtf8(DescribeError(error)));
         throw;

@@ -92,12 +92,6 @@ bool CreateFolder(const std::wstring& strPath) {
     return FolderExists(strPath);
 }
 
-void RemoveFile(const std::wstring& strPath) {
-    std::error_code error;
-    const fs::path path = ToSystemPath(strPath);
-    if (fs::is_regular_file(path, error)) fs::remove(path, error);
-}
-
 std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strExtension) {
     std::vector<std::wstring> arrNames;
     VisitFolder(strFolder, [&](const fs::directory_entry& entry) {

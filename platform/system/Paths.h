@@ -36,9 +36,6 @@ PLATFORM_API bool IsSameFile(const std::wstring& strA, const std::wstring& strB)
 /// Makes a folder in an existing one. @return whether it is there afterwards
 PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 
-/// Removes a regular file. What else stands at the path (a device, a folder) stays.
-PLATFORM_API void RemoveFile(const std::wstring& strPath);
-
 /// The names, as the system returns them, of what ends in an extension (".rt3"; case does not
 /// count) in a folder and is not itself a folder. A folder that is missing or cannot be read gives
 /// none.
