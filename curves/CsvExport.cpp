@@ -81,10 +81,8 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
     return pTo;
 }
 
-}  // namespace
-
-void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
-                   IProgress* pProgress) {
+void WriteRows(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
+               IProgress* pProgress) {
     const std::uint32_t nRows = curve.GetCount() / 2;
     file.WriteString(options.m_bTimeColumn ? "Time, Force, Distance" : "Force, Distance");
 
@@ -108,6 +106,20 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
     }
 }
 
+}  // namespace
+
+void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
+                   IProgress* pProgress) {
+    const bool bKept = file.IsRegular();
+    try {
+        WriteRows(file, curve, options, pProgress);
+        file.Close();
+    } catch (CFileException& error) {
+        if (bKept) error.m_strDetail = L"The lines written before the failure are kept.";
+        throw;
+    }
+}
+
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options, IProgress* pProgress) {
     CTextFile file;
@@ -119,5 +131,4 @@ void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
         unfinished.Remove();
         throw;
     }
-    file.Close();
 }
