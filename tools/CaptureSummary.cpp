@@ -122,6 +122,8 @@ std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& ca
         for (std::size_t n = 0; n < list.size(); ++n)
             strText += DescribeCurve(*list[n], n + 1, screen.m_nValueRate);
     }
+    if (capture.m_nBytesBehind > 0)
+        strText += "  bytes behind the end: " + std::to_string(capture.m_nBytesBehind) + "\n";
     return strText;
 }
 
@@ -146,5 +148,6 @@ std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureFi
         for (const auto& pCurve : list) curves.push_back(ToJson(*pCurve, screen.m_nValueRate));
         object["channels"].push_back(std::move(curves));
     }
+    object["bytes_behind"] = capture.m_nBytesBehind;
     return object.dump();
 }

@@ -53,3 +53,6 @@ int RunConvert(Arguments arguments) {
         WriteOutput(output.GetPath(strPath), capture);
     });
 }
+        if (capture.m_nBytesBehind > 0)
+            Report(ToUtf8(strPath) + ": left out " + std::to_string(capture.m_nBytesBehind) +
+                   " bytes behind the end of the capture");
