@@ -186,8 +186,8 @@ TEST_F(Tool, SaysItAsJsonForEveryFileOnALineOfItsOwn) {
 TEST_F(Tool, ShowsWhatANameHoldsWithoutObeyingIt) {
     m_folder.Put("e\x1B\n\xC2\x9B.rt3", m_strExample);
     EXPECT_TRUE(Run("$RT3 info e*").m_strOut.starts_with("e\\x1b\\n\\x9b.rt3\n  version"));
-    EXPECT_EQ(Run("$RT3 csv --curve 3 e*").m_strErr,
-              "rt3: e\\x1b\\n\\x9b.rt3: Channel 1 has no curve 3; its last one is 1.\n");
+    EXPECT_EQ(Run("$RT3 csv --curve 2 e*").m_strErr,
+              "rt3: e\\x1b\\n\\x9b.rt3: Channel 1 has no curve 2; its last one is 1.\n");
     EXPECT_TRUE(Run("$RT3 e*").m_strErr.starts_with("rt3: there is no command 'e\\x1b\\n\\x9b"));
     EXPECT_TRUE(Contains(Run("$RT3 info --json e*").m_strOut, R"({"file":"e\u001b\n)"));
 }
@@ -288,6 +288,7 @@ TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
     EXPECT_EQ(m_folder.Get("new/a.rt3"), m_strExample);
     EXPECT_EQ(m_folder.Get("new/two.rt3") + "12345", TwoChannels());
     EXPECT_EQ(Run("$RT3 convert a.rt3 two.rt3 -o .").m_nExitCode, 0);
+    EXPECT_EQ(Run("ulimit -f 0; trap '' XFSZ; $RT3 convert a.rt3 -o two.rt3").m_nExitCode, 1);
     EXPECT_EQ(m_folder.Get("two.rt3") + "12345", TwoChannels());
 }
 
@@ -326,8 +327,10 @@ TEST_F(Tool, SavesTheCompleteCurvesOfADamagedFileOnlyWhenAsked) {
 
 TEST_F(Tool, EndsByTheSignalAndLeavesNoHalfFile) {
     FileBytes bytes;
-    bytes.Head().Byte(14).Byte(1).Long(1).Values(std::vector<int>(4000000));
-    m_folder.Put("big.rt3", Text(bytes.Long(0).Longs(std::vector<int>(10)).Words({1, 1, 1, 1})));
+    bytes.Head().Byte(14).Byte(3).Long(1).Values(std::vector<int>(4000000));
+    bytes.Long(0).Longs(std::vector<int>(10)).Words({1, 1, 1, 1}).Long(0).Long(0);
+    m_folder.Put("big.rt3", Text(bytes));
+    EXPECT_EQ(Run("cat big.rt3 | $RT3 convert - -o - | cmp - big.rt3").m_nExitCode, 0);
     const auto exists = [&] { return std::filesystem::exists(PathOf("b.csv")); };
 
     int ahPipe[2];
