@@ -14,6 +14,7 @@ void RTCaptureFile::Serialize(CArchive& ar) {
         ReadPlotRecord(ar, m_plots);
     }
     m_curves.Serialize(ar);
+    if (ar.IsLoading()) m_nBytesBehind = ar.GetBytesLeft();
 }
 
 void ReadCapture(CFile& file, CObject& capture, IProgress* pProgress) {

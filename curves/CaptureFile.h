@@ -1,6 +1,7 @@
 // A whole .rt3 file: the one way in which captures are saved and loaded.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "curves/CaptureRecords.h"
@@ -20,6 +21,8 @@ struct RTCaptureFile : CObject {
     RTScreenRecord m_screen;
     RTPlotRecord m_plots;
     CRTCurves m_curves;
+    /// Of the file that was loaded: how many bytes stand behind the records. They are not stored.
+    std::uint64_t m_nBytesBehind = 0;
 };
 
 // A capture is what its Serialize stores and loads: an RTCaptureFile, or the screen with the

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/system/Exceptions.h"
-#include "platform/system/Paths.h"
+#include "platform/system/Interrupt.h"
 #include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
 
@@ -81,10 +81,8 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
     return pTo;
 }
 
-}  // namespace
-
-void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
-                   IProgress* pProgress) {
+void WriteRows(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
+               IProgress* pProgress) {
     const std::uint32_t nRows = curve.GetCount() / 2;
     file.WriteString(options.m_bTimeColumn ? "Time, Force, Distance" : "Force, Distance");
 
@@ -108,14 +106,29 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
     }
 }
 
+}  // namespace
+
+void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
+                   IProgress* pProgress) {
+    const bool bKept = file.IsRegular();
+    try {
+        WriteRows(file, curve, options, pProgress);
+        file.Close();
+    } catch (CFileException& error) {
+        if (bKept) error.m_strDetail = L"The lines written before the failure are kept.";
+        throw;
+    }
+}
+
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options, IProgress* pProgress) {
-    CTextFile file(strPath, CFile::modeWrite | CFile::modeCreate);
+    CTextFile file;
+    CUnfinishedFile unfinished;
+    unfinished.Create(file, strPath);
     try {
         WriteCurveCsv(file, curve, options, pProgress);
     } catch (const CUserException&) {
-        RemoveFile(strPath);
+        unfinished.Remove();
         throw;
     }
-    file.Close();
 }

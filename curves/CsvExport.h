@@ -17,13 +17,15 @@ struct RTCsvOptions {
 
 /// Writes the header "Force, Distance" and a row for each complete pair of values, in thousandths
 /// of a value: -32768 is -32.768. There is no line break at the end. The count of a curve that is
-/// being filled is taken once.
+/// being filled is taken once. Closes the file. The error of a regular file that could not be
+/// written says that the lines before the failure are kept.
 /// @throws CFileException, CUserException
 void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options = {},
                    IProgress* pProgress = nullptr);
 
-/// Creates the file, or replaces an existing one. At a failure the file keeps the lines written
-/// before it; stopped by the person, it is removed.
+/// As WriteCurveCsv, to a file that is created, or replaces an existing one. At a failure the file
+/// keeps the lines written before it; stopped by the person, it is removed, and of a symbolic link
+/// the file that it leads to.
 /// @throws CFileException, CUserException
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options = {}, IProgress* pProgress = nullptr);

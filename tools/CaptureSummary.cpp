@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 
+#include "platform/commandline/CommandLine.h"
 #include "platform/system/Text.h"
 #include "tools/Captures.h"
 
@@ -105,13 +106,14 @@ std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& ca
         return value ? std::to_string(*value) : std::string("not stored");
     };
     const RTScreenRecord& screen = capture.m_screen;
-    std::string strText =
-        ToUtf8(strPath) + "\n  version: screen " + std::to_string(screen.m_nVersion) + ", curves " +
-        std::to_string(capture.m_curves.m_byVersion) + "\n  mode: " + describe(screen.m_nMode) +
-        "\n  second input: " + describe(screen.m_nPositionInput) +
-        "\n  values per second: " + std::to_string(screen.m_nValueRate) +
-        "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
-        "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
+    std::string strText = MakePrintable(ToUtf8(strPath)) + "\n  version: screen " +
+                          std::to_string(screen.m_nVersion) + ", curves " +
+                          std::to_string(capture.m_curves.m_byVersion) +
+                          "\n  mode: " + describe(screen.m_nMode) +
+                          "\n  second input: " + describe(screen.m_nPositionInput) +
+                          "\n  values per second: " + std::to_string(screen.m_nValueRate) +
+                          "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
+                          "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
     for (std::size_t k = 0; k < CRTCurves::CHANNEL_COUNT; ++k) {
         const RTCurveList& list = capture.m_curves.m_lstCurves[k];
         strText += "  channel " + std::to_string(k + 1) + ": " +
@@ -120,6 +122,8 @@ std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& ca
         for (std::size_t n = 0; n < list.size(); ++n)
             strText += DescribeCurve(*list[n], n + 1, screen.m_nValueRate);
     }
+    if (capture.m_nBytesBehind > 0)
+        strText += "  bytes behind the end: " + std::to_string(capture.m_nBytesBehind) + "\n";
     return strText;
 }
 
@@ -144,5 +148,6 @@ std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureFi
         for (const auto& pCurve : list) curves.push_back(ToJson(*pCurve, screen.m_nValueRate));
         object["channels"].push_back(std::move(curves));
     }
+    object["bytes_behind"] = capture.m_nBytesBehind;
     return object.dump();
 }

@@ -1,7 +1,7 @@
 #include "tools/Captures.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <map>
 #include <new>
 #include <set>
 
@@ -29,6 +29,11 @@ std::vector<std::uint8_t> ReadToEnd(CFile& file) {
     }
 }
 
+/// The path of the file that an input is read from.
+std::wstring FindInput(const std::wstring& strInput) {
+    return strInput == L"-" ? L"/dev/stdin" : FindFileOfAnyCase(strInput);
+}
+
 }  // namespace
 
 void ReadInput(const std::wstring& strPath, RTCaptureFile& capture) {
@@ -39,7 +44,7 @@ void ReadInput(const std::wstring& strPath, RTCaptureFile& capture) {
         file.Open(strPath, CFile::modeRead);
 
     if (!file.IsRegular()) {
-        CMemFile copy(strPath, ReadToEnd(file));
+        CMemFile copy(file.GetFilePath(), ReadToEnd(file));
         ReadCapture(copy, capture);
         return;
     }
@@ -52,7 +57,7 @@ bool HasCurves(const RTCaptureFile& capture) {
                        [](const RTCurveList& list) { return !list.empty(); });
 }
 
-void Report(const std::string& strText) { std::fprintf(stderr, "rt3: %s\n", strText.c_str()); }
+void Report(const std::string& strText) { PrintError("rt3", strText); }
 
 int ForEachFile(const std::vector<std::wstring>& arrFiles,
                 const std::function<void(const std::wstring& strPath)>& work) {
@@ -60,8 +65,6 @@ int ForEachFile(const std::vector<std::wstring>& arrFiles,
     for (const std::wstring& strPath : arrFiles) {
         try {
             work(strPath);
-        } catch (const CUserException&) {
-            EndByInterrupt();
         } catch (const CException& error) {
             Report(DescribeError(error));
             nExitCode = 1;
@@ -90,9 +93,18 @@ std::wstring COutput::GetPath(const std::wstring& strInput) const {
     return JoinPath(m_strOutput, RemoveExtension(GetNameOfPath(strInput)) + m_strExtension);
 }
 
-void COutput::KeepInputs(const std::vector<std::wstring>& arrInputs) const {
+void COutput::KeepInputs(const std::vector<std::wstring>& arrInputs, bool bOwn) const {
+    std::map<FileIdentity, std::wstring> inputs;
     for (const std::wstring& strInput : arrInputs)
-        for (const std::wstring& strOther : arrInputs)
-            if (IsSameFile(GetPath(strInput), strOther))
-                throw CUsageError(ToUtf8(strOther) + " would be overwritten");
+        if (const auto identity = FindIdentity(FindInput(strInput)))
+            inputs.emplace(*identity, strInput);
+    for (const std::wstring& strInput : arrInputs) {
+        const std::wstring strPath = GetPath(strInput);
+        const auto identity = FindIdentity(strPath == L"-" ? L"/dev/stdout" : strPath);
+        const auto overwritten = identity ? inputs.find(*identity) : inputs.end();
+        if (overwritten == inputs.end() || (!bOwn && overwritten->second == strInput)) continue;
+        const std::wstring& strLost = overwritten->second;
+        throw CUsageError(ToUtf8(strLost == L"-" ? L"the file on standard input" : strLost) +
+                          " would be overwritten");
+    }
 }

@@ -36,9 +36,9 @@ class COutput {
 
     std::wstring GetPath(const std::wstring& strInput) const;
 
-    /// For results of another kind than their input.
+    /// @param bOwn false: a result may take the place of its own input, which has been read by then
     /// @throws CUsageError when an input would be overwritten
-    void KeepInputs(const std::vector<std::wstring>& arrInputs) const;
+    void KeepInputs(const std::vector<std::wstring>& arrInputs, bool bOwn = true) const;
 
   private:
     std::wstring m_strOutput;

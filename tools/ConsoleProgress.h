@@ -1,4 +1,4 @@
-// Progress on standard error, and a way to stop by Ctrl-C without leaving half a file.
+// Progress on standard error.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,7 @@
 #include "platform/system/Progress.h"
 
 /// One piece of work. Says how far it is when it takes longer than half a second and somebody
-/// watches; takes the line away at its end. While it lives, an interrupt stops the work at its next
-/// report instead of ending the process; at most one may live.
+/// watches; takes the line away at its end. Never stops the work: that is what interrupts are for.
 class CConsoleProgress : public IProgress {
   public:
     explicit CConsoleProgress(const std::wstring& strWork);
@@ -24,6 +23,3 @@ class CConsoleProgress : public IProgress {
     bool m_bWatched;
     bool m_bShown = false;
 };
-
-/// Ends the process as the interrupt would have that stopped the work.
-[[noreturn]] void EndByInterrupt();

@@ -35,8 +35,10 @@ int RunConvert(Arguments arguments) {
     bool bSalvage = false;
     CCommandLine line(
         "rt3 convert [OPTION]... -o OUT FILE...",
-        "Rewrites a capture as the current version of the format. OUT may be the file "
-        "itself; it is replaced\nonly when the new one is complete.\n");
+        "Rewrites a capture as the current version of the format. OUT may be the file itself, "
+        "except with\n--salvage; it is replaced only when the new one is complete. Bytes behind "
+        "the "
+        "end of the capture are\nleft out, which is reported.\n");
     line.AddText("-o,--output", "OUT", strOutput,
                  "the file to write, an existing folder, or \"-\" for standard output");
     line.AddFlag("--salvage", bSalvage, "of a damaged file, keep the curves that are complete");
@@ -44,6 +46,8 @@ int RunConvert(Arguments arguments) {
     if (strOutput.empty()) throw CUsageError("-o is missing");
 
     const COutput output(strOutput, L".rt3", arrFiles);
+    // A damaged file is all there is of what it held; standard output is not replaced but written.
+    output.KeepInputs(arrFiles, bSalvage || strOutput == L"-");
     return ForEachFile(arrFiles, [&](const std::wstring& strPath) {
         RTCaptureFile capture;
         if (bSalvage)
@@ -51,5 +55,8 @@ int RunConvert(Arguments arguments) {
         else
             ReadInput(strPath, capture);
         WriteOutput(output.GetPath(strPath), capture);
+        if (capture.m_nBytesBehind > 0)
+            Report(ToUtf8(strPath) + ": left out " + std::to_string(capture.m_nBytesBehind) +
+                   " bytes behind the end of the capture");
     });
 }

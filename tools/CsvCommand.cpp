@@ -29,7 +29,6 @@ void WriteOutput(const std::wstring& strPath, const RTCurveData& curve,
     CTextFile file;
     file.OpenStandardOutput();
     WriteCurveCsv(file, curve, options, &progress);
-    file.Close();
 }
 
 void ExportFile(const std::wstring& strPath, const CsvRequest& request, const COutput& output) {

@@ -25,8 +25,6 @@ void PrintJson(const std::wstring& strPath) {
     };
     try {
         ReadInput(strPath, capture);
-    } catch (const CUserException&) {
-        throw;
     } catch (const CException& error) {
         print(FromUtf8(DescribeError(error)));
         throw;
@@ -41,7 +39,9 @@ int RunInfo(Arguments arguments) {
     CCommandLine line("rt3 info [--json] FILE...",
                       "Says what each capture holds: version, mode, rates, and of each curve its "
                       "values, duration,\nsmallest and largest values, markers and pulse records. "
-                      "Of a damaged file it shows what could be\nread, and fails.\n");
+                      "Of a damaged file it shows what could be\nread, and fails; bytes behind the "
+                      "end of a capture are counted, and are no failure. A control\ncharacter in a "
+                      "name is shown as \\n or \\x1b; JSON has the name itself.\n");
     line.AddFlag("--json", bJson, "one JSON object per file and line");
     const auto arrFiles = line.ParseFiles(arguments);
     return ForEachFile(arrFiles, bJson ? PrintJson : PrintText);

@@ -1,6 +1,7 @@
 // rt3, the command-line tool for capture files.
 #include <cstdio>
 
+#include "platform/system/Interrupt.h"
 #include "tools/Commands.h"
 
 namespace {
@@ -44,4 +45,7 @@ int Run(Arguments arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return RunProgram("rt3", argc, argv, Run); }
+int main(int argc, char** argv) {
+    CleanUpOnInterrupt();
+    return RunProgram("rt3", argc, argv, Run);
+}

@@ -157,9 +157,29 @@ double ReadNumber(const std::string& strText, bool bWhole, double dMin, double d
 std::string DescribeError(const std::exception& error) {
     const auto* const pException = dynamic_cast<const CException*>(&error);
     std::string strText = pException ? ToUtf8(pException->GetErrorMessage()) : error.what();
-    for (std::size_t nBreak; (nBreak = strText.find('\n')) != std::string::npos;)
-        strText.replace(nBreak, 1, ": ");
+    // The last break stands before the reason; others are a name's own.
+    const std::size_t nBreak = strText.rfind('\n');
+    if (nBreak != std::string::npos) strText.replace(nBreak, 1, ": ");
     return strText;
+}
+
+std::string MakePrintable(const std::string& strText) {
+    std::string strPrintable;
+    for (const wchar_t c : FromUtf8(strText)) {
+        const bool bControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+        const bool bStrayByte = c >= 0xDC80 && c <= 0xDCFF;
+        char code[8];
+        std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(c) & 0xFF);
+        if (c == L'\n')
+            strPrintable += "\\n";
+        else
+            strPrintable += bControl || bStrayByte ? code : ToUtf8({&c, 1});
+    }
+    return strPrintable;
+}
+
+void PrintError(const char* pName, const std::string& strText) {
+    std::fprintf(stderr, "%s: %s\n", pName, MakePrintable(strText).c_str());
 }
 
 int RunProgram(const char* pName, int argc, char** argv,
@@ -170,10 +190,11 @@ int RunProgram(const char* pName, int argc, char** argv,
     } catch (const CHelpRequest& help) {
         std::fputs(help.what(), stdout);
     } catch (const CUsageError& error) {
-        std::fprintf(stderr, "%s: %s\n%s --help lists the options.\n", pName, error.what(), pName);
+        PrintError(pName, error.what());
+        std::fprintf(stderr, "%s --help lists the options.\n", pName);
         return 2;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s: %s\n", pName, DescribeError(error).c_str());
+        PrintError(pName, DescribeError(error));
         return 1;
     }
     if (std::fflush(stdout) == 0) return nExitCode;

@@ -88,8 +88,15 @@ class CCommandLine {
 /// @throws CUsageError when there is none, or none from dMin to dMax
 double ReadNumber(const std::string& strText, bool bWhole, double dMin, double dMax);
 
-/// An exception's text on one line, in UTF-8.
+/// An exception's text on one line, in UTF-8; names in it stand as they are.
 std::string DescribeError(const std::exception& error);
+
+/// Text in which each control character, and each byte that is not UTF-8, is shown as \n or \x1b:
+/// what a name holds does not work the terminal.
+std::string MakePrintable(const std::string& strText);
+
+/// "NAME: TEXT" on standard error, made printable.
+void PrintError(const char* pName, const std::string& strText);
 
 /// What main of a program does: prints the help that is asked for, or the error that ends it.
 /// @return the exit code: what run returns, 0 after help, 1 after an error (also of standard

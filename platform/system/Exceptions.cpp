@@ -8,7 +8,9 @@ std::wstring CMemoryException::GetErrorMessage() const { return L"Out of memory.
 
 std::wstring CFileException::GetErrorMessage() const {
     char buffer[256];
-    return m_strFileName + L"\n" + FromUtf8(strerror_r(m_lOsError, buffer, sizeof buffer)) + L".";
+    const std::wstring strMessage =
+        m_strFileName + L"\n" + FromUtf8(strerror_r(m_lOsError, buffer, sizeof buffer)) + L".";
+    return m_strDetail.empty() ? strMessage : strMessage + L" " + m_strDetail;
 }
 
 std::wstring CArchiveException::GetErrorMessage() const {

@@ -46,15 +46,18 @@ class PLATFORM_API CFileException : public CException {
   public:
     /// @param strFileName the file's path as the operator knows it
     /// @param nSystemError the system's error number (errno)
-    CFileException(std::wstring strFileName, int nSystemError)
-        : m_strFileName(std::move(strFileName)), m_lOsError(nSystemError) {}
+    /// @param strDetail a sentence about what became of the file, if there is something to say
+    CFileException(std::wstring strFileName, int nSystemError, std::wstring strDetail = {})
+        : m_strFileName(std::move(strFileName)), m_lOsError(nSystemError),
+          m_strDetail(std::move(strDetail)) {}
 
-    /// The file's name and the system's reason.
+    /// The file's name, the system's reason and the detail.
     std::wstring GetErrorMessage() const override;
     const char* what() const noexcept override { return "file exception"; }
 
     std::wstring m_strFileName;
     int m_lOsError;
+    std::wstring m_strDetail;  ///< a sentence about what became of the file; may be empty
 };
 
 /// An archive that ended early, was used against its direction, or holds impossible contents.

@@ -62,14 +62,14 @@ void CFile::Open(const std::wstring& strPath, UINT nOpenFlags) {
 
 void CFile::OpenStandardOutput() {
     Close();
-    m_strFilePath = L"-";
+    m_strFilePath = L"standard output";
     m_hFile = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     if (m_hFile < 0) ThrowError(errno);
 }
 
 void CFile::OpenStandardInput() {
     Close();
-    m_strFilePath = L"-";
+    m_strFilePath = L"standard input";
     m_hFile = ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
     if (m_hFile < 0) ThrowError(errno);
 }

@@ -32,7 +32,7 @@ class PLATFORM_API CFile {
     /// case (FindFileOfAnyCase).
     void Open(const std::wstring& strPath, UINT nOpenFlags);
 
-    /// Writes to the process's standard output; GetFilePath then gives "-".
+    /// Writes to the process's standard output; GetFilePath then gives its name in words.
     void OpenStandardOutput();
     /// Reads from the process's standard input.
     void OpenStandardInput();

@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 #include <filesystem>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -81,21 +82,17 @@ bool FolderExists(const std::wstring& strPath) {
     return fs::is_directory(ToSystemPath(strPath), error);
 }
 
-bool IsSameFile(const std::wstring& strA, const std::wstring& strB) {
-    std::error_code error;
-    return fs::equivalent(ToSystemPath(strA), ToSystemPath(strB), error);
+std::optional<FileIdentity> FindIdentity(const std::wstring& strPath) {
+    struct stat status;
+    if (::stat(ToUtf8(strPath).c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileIdentity(status.st_dev, status.st_ino);
 }
 
 bool CreateFolder(const std::wstring& strPath) {
     std::error_code error;
     fs::create_directory(ToSystemPath(strPath), error);
     return FolderExists(strPath);
-}
-
-void RemoveFile(const std::wstring& strPath) {
-    std::error_code error;
-    const fs::path path = ToSystemPath(strPath);
-    if (fs::is_regular_file(path, error)) fs::remove(path, error);
 }
 
 std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_view strExtension) {

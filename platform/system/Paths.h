@@ -1,8 +1,11 @@
 // Folders and file names. Separators are the platform's; names are wide strings.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/system/Export.h"
@@ -30,14 +33,14 @@ PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
 PLATFORM_API bool FileExists(const std::wstring& strPath);
 PLATFORM_API bool FolderExists(const std::wstring& strPath);
 
-/// Whether two paths lead to the same existing file.
-PLATFORM_API bool IsSameFile(const std::wstring& strA, const std::wstring& strB);
+/// What tells a regular file from every other while it exists, by whatever path it is reached.
+using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
+
+/// None for a path that leads to no regular file.
+PLATFORM_API std::optional<FileIdentity> FindIdentity(const std::wstring& strPath);
 
 /// Makes a folder in an existing one. @return whether it is there afterwards
 PLATFORM_API bool CreateFolder(const std::wstring& strPath);
-
-/// Removes a regular file. What else stands at the path (a device, a folder) stays.
-PLATFORM_API void RemoveFile(const std::wstring& strPath);
 
 /// The names, as the system returns them, of what ends in an extension (".rt3"; case does not
 /// count) in a folder and is not itself a folder. A folder that is missing or cannot be read gives

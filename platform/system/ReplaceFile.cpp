@@ -101,6 +101,7 @@ CReplaceFile::~CReplaceFile() {
 /// @return whether the file is open and locked; otherwise errno is EEXIST when another name may
 /// work
 bool CReplaceFile::TryCreateTemporary(const std::string& strFolder) {
+    const CInterruptPause pause;
     const std::string strPath = strFolder + "/" + MakeTemporaryName();
     const int hFile = ::open(strPath.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (hFile < 0) return false;
@@ -115,6 +116,7 @@ bool CReplaceFile::TryCreateTemporary(const std::string& strFolder) {
     }
     m_hFile = hFile;
     m_strTemporary = strPath;
+    m_unfinished.Set(strPath);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/system/File.h"
+#include "platform/system/Interrupt.h"
 
 /// Writes a new version of a file beside the old one and puts it in its place in one step.
 ///
@@ -37,4 +38,5 @@ class PLATFORM_API CReplaceFile : public CFile {
 
     std::string m_strTarget;     ///< links resolved
     std::string m_strTemporary;  ///< empty: written directly
+    CUnfinishedFile m_unfinished;
 };

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <sys/resource.h>
 
 #include "curves/CsvExport.h"
 #include "platform/system/Exceptions.h"
@@ -52,22 +53,51 @@ TEST(Csv, LeadsRowsWithTheTimeWhenAsked) {
               "Time, Force, Distance\r\n0,0.001,0.002\r\n2,0.003,0.004");
 }
 
-TEST(Csv, AFailureKeepsTheLinesWrittenBeforeIt) {
-    EXPECT_THROW(ExportCurveCsv(L"/dev/full", *MakeCurve({1, 2})), CFileException);
-    EXPECT_THROW(ExportCurveCsv(L"/no/such/folder/a.csv", *MakeCurve({1, 2})), CFileException);
+TEST(Csv, AFailureKeepsTheLinesWrittenBeforeItAndSaysSo) {
+    const TemporaryFolder folder;
+    const std::vector<std::int16_t> values(20000, 1234);
+    const auto pCurve = MakeCurve(values);
+    const auto fail = [&](const std::wstring& strPath, const wchar_t* pReason, bool bKept) {
+        try {
+            ExportCurveCsv(strPath, *pCurve);
+            ADD_FAILURE() << ToUtf8(strPath);
+        } catch (const CFileException& error) {
+            const std::wstring strText = error.GetErrorMessage();
+            EXPECT_NE(strText.find(pReason), strText.npos) << ToUtf8(strText);
+            EXPECT_EQ(strText.find(L"lines written before the failure are kept.") != strText.npos,
+                      bKept);
+        }
+    };
+    const std::string strWhole = Export(values);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    for (const std::size_t nLimit : {100000, 120000}) {  // the second within the last buffer
+        const rlimit tight{nLimit, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &tight);
+        fail(folder.Path("a.csv"), L"File too large", true);
+        setrlimit(RLIMIT_FSIZE, &before);
+        EXPECT_TRUE(folder.Get("a.csv") == strWhole.substr(0, nLimit)) << nLimit;
+    }
+    fail(L"/dev/full", L"No space left on device", false);
+    fail(L"/no/a.csv", L"No such file or directory", false);
 }
 
 TEST(Csv, ACancelledExportLeavesNoFile) {
     class Stop : public IProgress {
         bool Advance(std::uint64_t nDone, std::uint64_t nTotal) override {
             EXPECT_EQ(nTotal, 200000u);
+            EXPECT_LT(nDone, nTotal) << "between two pieces";
             return nDone < nTotal / 2;
         }
     } stop;
     const TemporaryFolder folder;
     const auto pCurve = MakeCurve(std::vector<std::int16_t>(400000));
-    EXPECT_THROW(ExportCurveCsv(folder.Path("a.csv"), *pCurve, {}, &stop), CUserException);
-    EXPECT_EQ(folder.CountEntries(), 0u);
+    std::filesystem::create_symlink("target", folder.GetPath() / "link");
+    for (const char* pName : {"a.csv", "link"})
+        EXPECT_THROW(ExportCurveCsv(folder.Path(pName), *pCurve, {}, &stop), CUserException);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.GetPath() / "link"));
+    EXPECT_EQ(folder.CountEntries(), 1u);
 }
 
 }  // namespace

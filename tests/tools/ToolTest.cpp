@@ -1,8 +1,13 @@
 // rt3 as a person runs it: the real binary, its output, messages and exit codes.
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <functional>
+#include <poll.h>
+#include <set>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "curves/CaptureFile.h"
 #include "platform/system/Paths.h"
@@ -20,9 +25,32 @@ struct Result {
 class Tool : public ::testing::Test {
   protected:
     Tool() {
-        const auto bytes = FileBytes::SmallCapture();
-        m_strExample.assign(bytes.begin(), bytes.end());
+        m_strExample = Text({FileBytes::SmallCapture()});
         m_folder.Put("a.rt3", m_strExample);
+    }
+
+    static std::string Text(const FileBytes& bytes) {
+        return {bytes.m_bytes.begin(), bytes.m_bytes.end()};
+    }
+
+    /// A version-14 curve with a pulse, two markers and extremes of its own.
+    static FileBytes& AddCurve(FileBytes& bytes, const std::vector<int>& values) {
+        bytes.Values(values).Pulses({{4, 5}}).Longs({-1, 3, -1, -1, -1, -1, -1, -1, -1, 7});
+        return bytes.Words({11, 12, 13, 14});
+    }
+
+    /// One curve on channel 1, two on channel 2, and five bytes behind the end.
+    static std::string TwoChannels() {
+        FileBytes bytes;
+        bytes.Long(4).Byte(3).Byte(2).Word(32000).Word(8000).Spans({8, 6, 1}).Byte(14).Byte(3);
+        AddCurve(bytes.Long(1), {100, -200, 300, 5, 7});
+        AddCurve(AddCurve(bytes.Long(2), {}), {1500, -32768, 32767, -1});
+        return Text(bytes.Long(0)) + "12345";
+    }
+
+    /// An unversioned set of one channel, without spans.
+    static std::string OldCapture() {
+        return Text(FileBytes().Long(1).Spans({}).Byte(1).Long(1).Values({3, -4}).Pulses({}));
     }
 
     /// Runs rt3 in the test's folder, through a shell.
@@ -37,6 +65,33 @@ class Tool : public ::testing::Test {
                 output.Get("err")};
     }
 
+    std::filesystem::path PathOf(const char* pName) const { return m_folder.GetPath() / pName; }
+
+    /// Starts rt3 in the test's folder, with a file of ours as one of its standard ones, and sends
+    /// it a signal as soon as a condition holds, or when it has ended.
+    /// @return the signal that ended it, 0 for none
+    int Interrupt(std::vector<std::string> arguments, int nSignal,
+                  const std::function<bool()>& isReady, int hOurs = 0, int hStandard = 0) const {
+        std::string strProgram = ToUtf8(GetExecutableFolder()) + "/rt3";
+        std::vector<char*> arrPointers{strProgram.data()};
+        for (std::string& strArgument : arguments) arrPointers.push_back(strArgument.data());
+        arrPointers.push_back(nullptr);
+        const pid_t nProcess = ::fork();
+        if (nProcess == 0) {
+            ::signal(nSignal, SIG_DFL);
+            if (::chdir(m_folder.GetPath().c_str()) == 0 && ::dup2(hOurs, hStandard) == hStandard)
+                ::execv(strProgram.c_str(), arrPointers.data());
+            ::_exit(127);
+        }
+        siginfo_t ended{};
+        while (!isReady() && ended.si_pid == 0)
+            ::waitid(P_PID, static_cast<id_t>(nProcess), &ended, WEXITED | WNOHANG | WNOWAIT);
+        ::kill(nProcess, nSignal);
+        int nStatus = 0;
+        ::waitpid(nProcess, &nStatus, 0);
+        return WIFSIGNALED(nStatus) ? WTERMSIG(nStatus) : 0;
+    }
+
     TemporaryFolder m_folder;
     std::string m_strExample;
 };
@@ -45,29 +100,96 @@ bool Contains(const std::string& strText, const char* pPart) {
     return strText.find(pPart) != std::string::npos;
 }
 
-TEST_F(Tool, SaysWhatACaptureHolds) {
-    const Result result = Run("$RT3 info a.rt3");
-    EXPECT_EQ(result.m_nExitCode, 0);
-    EXPECT_EQ(result.m_strErr, "");
-    for (const char* pLine :
-         {"version: screen 4, curves 14", "values per second: 40000", "4 of 4 values, 0.0001 s",
-          "even indices: 100 to 300", "odd indices: -200 to -50", "pulse records: 1",
-          "channel 2: no curves"})
-        EXPECT_TRUE(Contains(result.m_strOut, pLine)) << pLine;
+TEST_F(Tool, SaysWhatEachCaptureHolds) {
+    m_folder.Put("two.rt3", TwoChannels());
+    m_folder.Put("old.rt3", OldCapture());
+    const Result result = Run("$RT3 info two.rt3 missing old.rt3");
+    EXPECT_EQ(result.m_nExitCode, 1);
+    EXPECT_EQ(result.m_strErr, "rt3: missing: No such file or directory.\n");
+    EXPECT_EQ(result.m_strOut, R"(two.rt3
+  version: screen 4, curves 14
+  mode: 3
+  second input: 2
+  values per second: 32000
+  second rate: 8000
+  spans: 8 6 1
+  channel 1: 1 curve
+    curve 1: 5 of 1000 values, 0.00015625 s
+      values at even indices: 7 to 300
+      values at odd indices: -200 to 5
+      pulse records: 1
+      markers: 1 at 3, 9 at 7
+  channel 2: 2 curves
+    curve 1: 0 of 1000 values, 0 s
+      values at even indices: none
+      values at odd indices: none
+      pulse records: 1
+      markers: 1 at 3, 9 at 7
+    curve 2: 4 of 1000 values, 0.000125 s
+      values at even indices: 1500 to 32767
+      values at odd indices: -32768 to -1
+      pulse records: 1
+      markers: 1 at 3, 9 at 7
+  channel 3: no curves
+  bytes behind the end: 5
+old.rt3
+  version: screen 1, curves 0
+  mode: not stored
+  second input: not stored
+  values per second: 40000
+  second rate: 20000
+  spans: none
+  channel 1: 1 curve
+    curve 1: 2 of 1000 values, 5e-05 s
+      values at even indices: 3 to 3
+      values at odd indices: -4 to -4
+      pulse records: 0
+      markers: none
+  channel 2: no curves
+  channel 3: no curves
+)");
 }
 
-TEST_F(Tool, SaysItAsJsonForEveryNameOnALineOfItsOwn) {
-    std::filesystem::copy(m_folder.GetPath() / "a.rt3", m_folder.GetPath() / "q\"\xE2\x82.rt3");
-    const Result result = Run("$RT3 info --json a.rt3 q*.rt3 missing");
+TEST_F(Tool, SaysItAsJsonForEveryFileOnALineOfItsOwn) {
+    m_folder.Put("two.rt3", TwoChannels());
+    std::string strNoRates = OldCapture();
+    strNoRates.replace(0, 4, std::string("\4\0\0\0\1\0\0\0\0\0", 10));
+    m_folder.Put("q\"\xE2\x82.rt3", strNoRates);
+    m_folder.Put("stump", m_strExample.substr(0, 50));
+    const Result result = Run("$RT3 info --json two.rt3 q*.rt3 stump");
     EXPECT_EQ(result.m_nExitCode, 1);
-    EXPECT_EQ(std::count(result.m_strOut.begin(), result.m_strOut.end(), '\n'), 3);
-    EXPECT_TRUE(Contains(result.m_strOut, R"({"file":"a.rt3","complete":true,"error":null,)"));
-    EXPECT_TRUE(
-        Contains(result.m_strOut, R"("channels":[[{"values":4,"capacity":4,"seconds":0.0001)"));
-    EXPECT_TRUE(Contains(result.m_strOut, "\"file\":\"q\\\"\xEF\xBF\xBD\xEF\xBF\xBD.rt3\""));
-    EXPECT_TRUE(
-        Contains(result.m_strOut, R"({"file":"missing","complete":false,"error":"missing: )"));
-    EXPECT_TRUE(Contains(result.m_strErr, "rt3: missing: No such file"));
+    EXPECT_EQ(result.m_strErr, "rt3: stump: The file ends too early.\n");
+    const std::string strRest =
+        R"("stored_extremes":{"max_even":13,"min_even":14,"max_odd":11,"min_odd":12},"pulses":1,)"
+        R"("markers":[-1,3,-1,-1,-1,-1,-1,-1,-1,7],"reserved":23130})";
+    EXPECT_EQ(
+        result.m_strOut,
+        R"({"file":"two.rt3","complete":true,"error":null,"screen_version":4,"curves_version":14,)"
+        R"("mode":3,"second_input":2,"value_rate":32000,"second_rate":8000,"spans":[8,6,1],)"
+        R"("channels":[[{"values":5,"capacity":1000,"seconds":0.00015625,)"
+        R"("even":{"min":7,"max":300},"odd":{"min":-200,"max":5},)" +
+            strRest + R"(],[{"values":0,"capacity":1000,"seconds":0,"even":null,"odd":null,)" +
+            strRest + R"(,{"values":4,"capacity":1000,"seconds":0.000125,)" +
+            R"("even":{"min":1500,"max":32767},"odd":{"min":-32768,"max":-1},)" + strRest +
+            R"(],[]],"bytes_behind":5})" + "\n" +
+            "{\"file\":\"q\\\"\xEF\xBF\xBD\xEF\xBF\xBD.rt3\",\"complete\":true,\"error\":null," +
+            R"("screen_version":4,"curves_version":0,"mode":1,"second_input":0,"value_rate":0,)" +
+            R"("second_rate":0,"spans":[],"channels":[[{"values":2,"capacity":1000,)" +
+            R"("seconds":null,"even":{"min":3,"max":3},"odd":{"min":-4,"max":-4},)" +
+            R"("stored_extremes":{"max_even":3,"min_even":3,"max_odd":-4,"min_odd":-4},"pulses":0,)" +
+            R"("markers":[-1,-1,-1,-1,-1,-1,-1,-1,-1,-1],"reserved":23130}],[],[]],)" +
+            R"("bytes_behind":0})" + "\n" +
+            R"({"file":"stump","complete":false,"error":"stump: The file ends too early."})" +
+            "\n");
+}
+
+TEST_F(Tool, ShowsWhatANameHoldsWithoutObeyingIt) {
+    m_folder.Put("e\x1B\n\xC2\x9B.rt3", m_strExample);
+    EXPECT_TRUE(Run("$RT3 info e*").m_strOut.starts_with("e\\x1b\\n\\x9b.rt3\n  version"));
+    EXPECT_EQ(Run("$RT3 csv --curve 2 e*").m_strErr,
+              "rt3: e\\x1b\\n\\x9b.rt3: Channel 1 has no curve 2; its last one is 1.\n");
+    EXPECT_TRUE(Run("$RT3 e*").m_strErr.starts_with("rt3: there is no command 'e\\x1b\\n\\x9b"));
+    EXPECT_TRUE(Contains(Run("$RT3 info --json e*").m_strOut, R"({"file":"e\u001b\n)"));
 }
 
 TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
@@ -80,64 +202,158 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(Run("$RT3 csv --time-column a.rt3").m_strOut,
               "Time, Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
 
-    const Result missing = Run("$RT3 csv a.rt3 --curve 2 -o c.csv");
-    EXPECT_EQ(missing.m_nExitCode, 1);
-    EXPECT_TRUE(Contains(missing.m_strErr, "a.rt3: Channel 1 has no curve 2"));
-    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "c.csv"));
-    for (const char* pCommand : {"csv", "info", "info --json"}) {
-        const Result full = Run(std::string("$RT3 ") + pCommand + " a.rt3 >/dev/full");
-        EXPECT_EQ(full.m_nExitCode, 1) << pCommand;
-        EXPECT_TRUE(Contains(full.m_strErr, "No space left on device")) << pCommand;
+    m_folder.Put("two.rt3", TwoChannels());
+    std::filesystem::create_directory(PathOf("out"));
+    const Result some = Run("$RT3 csv --channel 2 --curve 2 --time-column -o out a.rt3 two.rt3");
+    EXPECT_EQ(some.m_nExitCode, 1);
+    EXPECT_EQ(some.m_strOut, "");
+    EXPECT_EQ(some.m_strErr, "rt3: a.rt3: Channel 2 has no curves.\n");
+    EXPECT_EQ(m_folder.Get("out/two.csv"),
+              "Time, Force, Distance\r\n0.000,1.500,-32.768\r\n0.062,32.767,-0.001");
+    EXPECT_FALSE(std::filesystem::exists(PathOf("out/a.csv")));
+}
+
+TEST_F(Tool, SaysWhenTheDiskIsFull) {
+    for (const char* pArguments :
+         {"csv a.rt3 >/dev/full", "csv a.rt3 -o /dev/full", "info a.rt3 >/dev/full",
+          "info --json a.rt3 >/dev/full", "plot a.rt3 -o - >/dev/full", "plot a.rt3 -o /dev/full",
+          "convert a.rt3 -o - >/dev/full", "convert a.rt3 -o /dev/full"}) {
+        const Result full = Run(std::string("$RT3 ") + pArguments);
+        EXPECT_EQ(full.m_nExitCode, 1) << pArguments;
+        EXPECT_TRUE(full.m_strErr.ends_with(": No space left on device.\n") ||
+                    full.m_strErr.ends_with(": No space left on device\n"))
+            << pArguments << full.m_strErr;
     }
 }
 
 TEST_F(Tool, DrawsAChannelAsAPicture) {
-    const Result result = Run("$RT3 plot a.rt3 -o a.png --size 321x123");
-    EXPECT_EQ(result.m_nExitCode, 0) << result.m_strErr;
-    EXPECT_EQ(result.m_strErr, "");
-    const std::string strPng = m_folder.Get("a.png");
-    ASSERT_GT(strPng.size(), 24u);
-    EXPECT_EQ(strPng.substr(1, 3), "PNG");
-    EXPECT_EQ(strPng.substr(16, 8), std::string("\0\0\1\x41\0\0\0\x7B", 8));
-    EXPECT_EQ(Run("$RT3 plot a.rt3 --size 321x123 -o -").m_strOut, strPng);
-    EXPECT_NE(Run("$RT3 plot a.rt3 --size 321x123 --display 1 -o -").m_strOut, strPng);
+    const auto draw = [&](const std::string& strArguments) {
+        const Result result = Run("$RT3 plot -o - " + strArguments);
+        EXPECT_EQ(result.m_nExitCode, 0) << strArguments;
+        EXPECT_EQ(result.m_strErr, "") << strArguments;
+        EXPECT_EQ(result.m_strOut.substr(1, 3), "PNG") << strArguments;
+        return result.m_strOut;
+    };
+    std::vector<int> wave;  // of many values for each column, whose group depends on the mode
+    for (int n = 0; n < 5000; ++n) wave.push_back(n % 2 == 0 ? n : -1000 - n % 700);
+    const auto put = [&](const char* pName, int nMode, int nRate, const auto& spans, bool bSecond) {
+        FileBytes bytes;
+        bytes.Long(4).Byte(nMode).Byte(0).Word(nRate).Word(1).Spans(spans).Byte(14).Byte(3);
+        if (bSecond) AddCurve(bytes.Long(1), {0, 0, 9, 9});
+        m_folder.Put(pName, Text(AddCurve(bytes.Long(1), wave).Long(0).Long(0)));
+    };
+    using Spans = std::vector<std::int32_t>;
+    put("first", 1, 40000, Spans{5000, 4, 1}, false);
+    put("second", 1, 40000, Spans{4, 5000, 1}, true);
+    put("mode", 3, 40000, Spans{5000, 4, 1}, false);
+    put("rate", 1, 20000, Spans{5000, 4, 1}, false);
+    put("span", 1, 40000, Spans{9000, 4, 1}, false);
+
+    const std::string strPicture = draw("first");
+    EXPECT_EQ(strPicture.substr(16, 8), std::string("\0\0\2\xBA\0\0\1\x57", 8)) << "698 x 343";
+    EXPECT_EQ(draw("first --size 321x123").substr(16, 8), std::string("\0\0\1\x41\0\0\0\x7B", 8));
+    EXPECT_TRUE(draw("second --channel 2") == strPicture);
+    EXPECT_TRUE(draw("first --display 0") == strPicture);
+    std::set<std::string> pictures{strPicture};
+    for (const char* pArguments : {"second", "mode", "rate", "span", "first --display 1",
+                                   "first --display 2", "first --channel 3"})
+        EXPECT_TRUE(pictures.insert(draw(pArguments)).second) << pArguments;
+
+    std::filesystem::create_directory(PathOf("out"));
+    const Result some = Run("$RT3 plot first missing a.rt3 -o out");
+    EXPECT_EQ(some.m_nExitCode, 1);
+    EXPECT_EQ(some.m_strErr, "rt3: missing: No such file or directory.\n");
+    EXPECT_TRUE(m_folder.Get("out/first.png") == strPicture);
+    EXPECT_TRUE(m_folder.Get("out/a.png") == draw("a.rt3"));
 }
 
 TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
-    FileBytes old;
-    old.Long(1).Spans({8}).Byte(1).Long(1).Values({3, -4}).Pulses({});
-    m_folder.Put("old.rt3", std::string(old.m_bytes.begin(), old.m_bytes.end()));
     FileBytes current;
-    current.Long(4).Byte(0).Byte(0).Word(40000).Word(20000).Spans({8, 1, 1}).Byte(14).Byte(3);
+    current.Long(4).Byte(0).Byte(0).Word(40000).Word(20000).Spans({1, 1, 1}).Byte(14).Byte(3);
     current.Long(1).Values({3, -4}).Pulses({}).Longs(std::vector<int>(10, -1));
-    current.Words({-4, -4, 3, 3}).Long(0).Long(0);
+    const std::string strCurrent = Text(current.Words({-4, -4, 3, 3}).Long(0).Long(0));
+    m_folder.Put("old.rt3", OldCapture());
+    m_folder.Put("two.rt3", TwoChannels());
 
-    EXPECT_EQ(Run("$RT3 convert old.rt3 -o old.rt3").m_nExitCode, 0);
-    EXPECT_EQ(m_folder.Get("old.rt3"), std::string(current.m_bytes.begin(), current.m_bytes.end()));
+    EXPECT_EQ(Run("$RT3 convert - -o old.rt3 <old.rt3").m_nExitCode, 0);
+    EXPECT_EQ(m_folder.Get("old.rt3"), strCurrent);
     EXPECT_EQ(Run("cat a.rt3 | $RT3 convert - -o -").m_strOut, m_strExample);
 
-    std::filesystem::create_directory(m_folder.GetPath() / "new");
-    EXPECT_EQ(Run("$RT3 convert a.rt3 old.rt3 -o new").m_nExitCode, 0);
+    std::filesystem::create_directory(PathOf("new"));
+    m_folder.Put("new/a.rt3", "old");
+    const Result some = Run("$RT3 convert a.rt3 missing two.rt3 -o new");
+    EXPECT_EQ(some.m_nExitCode, 1);
+    EXPECT_EQ(some.m_strErr, "rt3: missing: No such file or directory.\n"
+                             "rt3: two.rt3: left out 5 bytes behind the end of the capture\n");
     EXPECT_EQ(m_folder.Get("new/a.rt3"), m_strExample);
-    EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / "new/old.rt3"));
+    EXPECT_EQ(m_folder.Get("new/two.rt3") + "12345", TwoChannels());
+    EXPECT_EQ(Run("$RT3 convert a.rt3 two.rt3 -o .").m_nExitCode, 0);
+    EXPECT_EQ(Run("ulimit -f 0; trap '' XFSZ; $RT3 convert a.rt3 -o two.rt3").m_nExitCode, 1);
+    EXPECT_EQ(m_folder.Get("two.rt3") + "12345", TwoChannels());
 }
 
 TEST_F(Tool, SavesTheCompleteCurvesOfADamagedFileOnlyWhenAsked) {
     m_folder.Put("cut.rt3", m_strExample.substr(0, 108));
+    const std::string strError = "rt3: cut.rt3: The file ends too early.\n";
     const Result refused = Run("$RT3 convert cut.rt3 -o b.rt3");
     EXPECT_EQ(refused.m_nExitCode, 1);
-    EXPECT_EQ(refused.m_strErr, "rt3: cut.rt3: The file ends too early.\n");
-    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "b.rt3"));
+    EXPECT_EQ(refused.m_strErr, strError);
+    EXPECT_FALSE(std::filesystem::exists(PathOf("b.rt3")));
 
-    EXPECT_EQ(Run("$RT3 convert --salvage cut.rt3 -o b.rt3").m_nExitCode, 0);
+    const Result salvaged = Run("$RT3 convert --salvage cut.rt3 -o b.rt3");
+    EXPECT_EQ(salvaged.m_nExitCode, 0);
+    EXPECT_EQ(salvaged.m_strErr,
+              strError + "rt3: cut.rt3: keeping the curves in front of the damage\n");
     EXPECT_EQ(m_folder.Get("b.rt3"), m_strExample);
-    const Result info = Run("$RT3 info cut.rt3");
-    EXPECT_EQ(info.m_nExitCode, 1);
-    EXPECT_TRUE(Contains(info.m_strOut, "4 of 4 values")) << "shows what could be read";
+    for (const char* pShown : {"$RT3 info cut.rt3", "$RT3 info --json cut.rt3"}) {
+        const Result info = Run(pShown);
+        EXPECT_EQ(info.m_nExitCode, 1);
+        EXPECT_EQ(info.m_strErr, strError);
+        EXPECT_TRUE(Contains(info.m_strOut, "4 of 4 values") ||
+                    Contains(info.m_strOut, R"(false,"error":"cut.rt3: The file ends too early.",)"
+                                            R"("screen_version":4,)"))
+            << "shows what could be read";
+    }
 
     m_folder.Put("stump.rt3", m_strExample.substr(0, 50));
-    EXPECT_EQ(Run("$RT3 convert --salvage stump.rt3 -o c.rt3").m_nExitCode, 1);
-    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "c.rt3"));
+    for (const char* pArguments : {"convert --salvage stump.rt3 -o c.rt3", "info stump.rt3"}) {
+        const Result nothing = Run(std::string("$RT3 ") + pArguments);
+        EXPECT_EQ(nothing.m_nExitCode, 1);
+        EXPECT_EQ(nothing.m_strErr, "rt3: stump.rt3: The file ends too early.\n");
+        EXPECT_EQ(nothing.m_strOut, "");
+    }
+    EXPECT_FALSE(std::filesystem::exists(PathOf("c.rt3")));
+}
+
+TEST_F(Tool, EndsByTheSignalAndLeavesNoHalfFile) {
+    FileBytes bytes;
+    bytes.Head().Byte(14).Byte(3).Long(1).Values(std::vector<int>(4000000));
+    bytes.Long(0).Longs(std::vector<int>(10)).Words({1, 1, 1, 1}).Long(0).Long(0);
+    m_folder.Put("big.rt3", Text(bytes));
+    EXPECT_EQ(Run("cat big.rt3 | $RT3 convert - -o - | cmp - big.rt3").m_nExitCode, 0);
+    const auto exists = [&] { return std::filesystem::exists(PathOf("b.csv")); };
+
+    int ahPipe[2];
+    ASSERT_EQ(::pipe(ahPipe), 0);
+    ASSERT_EQ(::write(ahPipe[1], "ab", 2), 2);
+    const auto isPending = [&] {
+        pollfd pending{ahPipe[0], POLLIN, 0};
+        return ::poll(&pending, 1, 0) == 1;
+    };
+    const auto reads = [&] { return !isPending(); };
+    EXPECT_EQ(Interrupt({"csv", "-", "-o", "b.csv"}, SIGHUP, reads, ahPipe[0], 0), SIGHUP);
+    EXPECT_EQ(Interrupt({"csv", "big.rt3"}, SIGTERM, isPending, ahPipe[1], 1), SIGTERM);
+    ::close(ahPipe[0]);
+    ::close(ahPipe[1]);
+
+    // Until the signal comes in time once.
+    int nSignal = 0;
+    for (int nAttempt = 0; nSignal == 0 && nAttempt < 100; ++nAttempt) {
+        std::filesystem::remove(PathOf("b.csv"));
+        nSignal = Interrupt({"csv", "big.rt3", "-o", "b.csv"}, SIGINT, exists);
+    }
+    EXPECT_EQ(nSignal, SIGINT);
+    EXPECT_FALSE(exists());
 }
 
 TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
@@ -162,7 +378,22 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         {"plot a.rt3 ../*/a.rt3 -o .", "plot: two of the files would be written to ./a.png"},
         {"convert a.rt3", "convert: -o is missing"},
         {"convert - -o .", "convert: standard input has no name for a file in a folder"},
+        {"csv a.rt3 -o c.rt3", "csv: a.rt3 would be overwritten"},
+        {"csv A.RT3 -o a.rt3", "csv: A.RT3 would be overwritten"},
+        {"csv - -o a.rt3 <a.rt3", "csv: the file on standard input would be overwritten"},
+        {"csv a.rt3 >>a.rt3", "csv: a.rt3 would be overwritten"},
+        {"plot - -o a.rt3 <a.rt3", "plot: the file on standard input would be overwritten"},
+        {"convert a.rt3 -o - >>a.rt3", "convert: a.rt3 would be overwritten"},
+        {"convert --salvage a.rt3 -o a.rt3", "convert: a.rt3 would be overwritten"},
+        {"convert --salvage c.rt3 -o d.rt3", "convert: c.rt3 would be overwritten"},
+        {"convert --salvage - -o c.rt3 <a.rt3",
+         "convert: the file on standard input would be overwritten"},
+        {"convert c/d.rt3 a.rt3 -o .", "convert: a.rt3 would be overwritten"},
+        {"convert --salvage a.rt3 c.rt3 -o out",
+         "convert: several files need an existing folder behind -o"},
     };
+    std::filesystem::create_symlink("a.rt3", PathOf("c.rt3"));
+    std::filesystem::create_hard_link(PathOf("a.rt3"), PathOf("d.rt3"));
     for (const auto& [pArguments, pError] : cases) {
         const Result result = Run(std::string("$RT3 ") + pArguments);
         EXPECT_EQ(result.m_nExitCode, 2) << pArguments;
@@ -172,7 +403,7 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         EXPECT_EQ(result.m_strOut, "") << pArguments;
     }
     EXPECT_EQ(m_folder.Get("a.rt3"), m_strExample);
-    EXPECT_EQ(m_folder.CountEntries(), 1u);
+    EXPECT_EQ(m_folder.CountEntries(), 3u);
 }
 
 TEST_F(Tool, HelpsUnlessAFileHasThatName) {
