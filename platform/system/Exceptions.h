@@ -33,16 +33,18 @@ class PLATFORM_API CUserException : public CException {
 class PLATFORM_API CFileException : public CException {
   public:
     /// @param strFileName the file's path as the operator knows it
-    /// @param nSystemError the system's error number (errno)
-    CFileException(std::wstring strFileName, int nSystemError)
-        : m_strFileName(std::move(strFileName)), m_lOsError(nSystemError) {}
+    /// @param nSystemError the system's error number (errno); 0 when the detail is the reason
+    CFileException(std::wstring strFileName, int nSystemError, std::wstring strDetail = {})
+        : m_strFileName(std::move(strFileName)), m_lOsError(nSystemError),
+          m_strDetail(std::move(strDetail)) {}
 
-    /// The file's name and the system's reason.
+    /// The file's name, the detail and the system's reason.
     std::wstring GetErrorMessage() const override;
     const char* what() const noexcept override { return "file exception"; }
 
     std::wstring m_strFileName;
     int m_lOsError;
+    std::wstring m_strDetail;  ///< a sentence about the file; empty: the reason says it all
 };
 
 /// An archive that ended early, was used against its direction, or holds impossible contents.
