@@ -11,21 +11,21 @@
 
 namespace {
 
-thread_local CFault* t_pFault = nullptr;
+thread_local Fault* t_pFault = nullptr;
 
 template <class... Arguments>
 int Call(const char* pName, long nNumber, Arguments... arguments) {
     if (t_pFault && t_pFault->Fails(pName)) return -1;
-    if (t_pFault) t_pFault->Record(pName);
+    if (t_pFault) t_pFault->m_strMade.append(" ").append(pName);
     return static_cast<int>(::syscall(nNumber, arguments...));
 }
 
 }  // namespace
 
-CFault::CFault(int nCall, int nError) : m_nCallsBefore(nCall), m_nError(nError) { t_pFault = this; }
-CFault::~CFault() { t_pFault = nullptr; }
+Fault::Fault(int nCall, int nError) : m_nCallsBefore(nCall), m_nError(nError) { t_pFault = this; }
+Fault::~Fault() { t_pFault = nullptr; }
 
-bool CFault::Fails(const char* pCall) {
+bool Fault::Fails(const char* pCall) {
     if (m_nCallsBefore-- != 0) return false;
     m_strFailed = pCall;
     errno = m_nError;
@@ -60,6 +60,6 @@ SYSTEM_CALL int rename(const char* pOld, const char* pNew) noexcept {
 }
 SYSTEM_CALL int close(int hFile) {
     const auto nResult = static_cast<int>(::syscall(SYS_close, hFile));
-    if (t_pFault) t_pFault->Record("close");
+    if (t_pFault) t_pFault->m_strMade += " close";
     return t_pFault && t_pFault->Fails("close") ? -1 : nResult;
 }
