@@ -67,8 +67,9 @@ void CDlgListFiles::PrepareButtons() {
 
 void CDlgListFiles::FillList() {
     m_lbFiles.ResetContent();
-    for (std::size_t n = 0; n < m_arrFiles.size(); ++n) {
-        const int nRow = m_lbFiles.AddString(RemoveExtension(m_arrFiles[n]));
+    const std::vector<std::wstring> arrRows = NameRows(m_arrFiles);
+    for (std::size_t n = 0; n < arrRows.size(); ++n) {
+        const int nRow = m_lbFiles.AddString(arrRows[n]);
         m_lbFiles.SetItemData(nRow, static_cast<DWORD>(n));
     }
 }

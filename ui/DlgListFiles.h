@@ -8,7 +8,7 @@
 #include "platform/windows/Controls.h"
 #include "ui/DlgLangBase.h"
 
-/// Shows the names of files, without their extensions, in alphabetical order. The caller gives the
+/// Shows the names of files, as NameRows gives them, in alphabetical order. The caller gives the
 /// names and the caption, runs the dialog modally, and after IDOK asks for the chosen name. OK is
 /// disabled until a row has been chosen.
 class CDlgListFiles : public CDlgLangBase {
@@ -26,11 +26,10 @@ class CDlgListFiles : public CDlgLangBase {
     void SetFiles(std::vector<std::wstring> arrFiles) { m_arrFiles = std::move(arrFiles); }
     void SetCaption(const std::wstring& strCaption) { m_strCaption = strCaption; }
 
-    /// The chosen file's name without its extension; empty while none is chosen.
+    /// The chosen row's text; empty while none is chosen.
     virtual std::wstring GetSelectedName() const { return m_strSelected; }
 
-    /// The chosen file's place among the given ones, which tells apart names that differ only in
-    /// their extension; -1 while none is chosen.
+    /// The chosen file's place among the given ones; -1 while none is chosen.
     int GetSelectedIndex() const { return m_nSelItem; }
 
   protected:
@@ -49,7 +48,7 @@ class CDlgListFiles : public CDlgLangBase {
     CFont m_fontList;
     BYTE m_bOkDisabled = 0;                ///< 1: no row has been chosen yet
     std::vector<std::wstring> m_arrFiles;  ///< file names with their extensions
-    std::wstring m_strSelected;            ///< the chosen name without its extension
+    std::wstring m_strSelected;            ///< the chosen row's text
     std::wstring m_strCaption;
     CListBox m_lbFiles;
     CStyledButton m_btnUp;

@@ -7,10 +7,11 @@
 std::wstring CMemoryException::GetErrorMessage() const { return L"Out of memory."; }
 
 std::wstring CFileException::GetErrorMessage() const {
+    std::wstring strMessage = m_strFileName + L"\n" + m_strDetail;
+    if (m_lOsError == 0) return strMessage;
     char buffer[256];
-    const std::wstring strMessage =
-        m_strFileName + L"\n" + FromUtf8(strerror_r(m_lOsError, buffer, sizeof buffer)) + L".";
-    return m_strDetail.empty() ? strMessage : strMessage + L" " + m_strDetail;
+    return strMessage + (m_strDetail.empty() ? L"" : L" ") +
+           FromUtf8(strerror_r(m_lOsError, buffer, sizeof buffer)) + L".";
 }
 
 std::wstring CArchiveException::GetErrorMessage() const {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <exception>
-#include <new>
 #include <string>
 
 #include "platform/system/Export.h"
@@ -22,17 +21,6 @@ class PLATFORM_API CMemoryException : public CException {
     const char* what() const noexcept override { return "out of memory"; }
 };
 
-/// Runs work; what it finds no memory for becomes the framework's exception.
-/// @throws CMemoryException, and what the work throws
-template <class Work>
-decltype(auto) CallWithMemoryException(Work work) {
-    try {
-        return work();
-    } catch (const std::bad_alloc&) {
-        throw CMemoryException();
-    }
-}
-
 /// Raised when the operator has already been told, or has asked to stop: the dispatch shows
 /// nothing.
 class PLATFORM_API CUserException : public CException {
@@ -45,19 +33,18 @@ class PLATFORM_API CUserException : public CException {
 class PLATFORM_API CFileException : public CException {
   public:
     /// @param strFileName the file's path as the operator knows it
-    /// @param nSystemError the system's error number (errno)
-    /// @param strDetail a sentence about what became of the file, if there is something to say
+    /// @param nSystemError the system's error number (errno); 0 when the detail is the reason
     CFileException(std::wstring strFileName, int nSystemError, std::wstring strDetail = {})
         : m_strFileName(std::move(strFileName)), m_lOsError(nSystemError),
           m_strDetail(std::move(strDetail)) {}
 
-    /// The file's name, the system's reason and the detail.
+    /// The file's name, the detail and the system's reason.
     std::wstring GetErrorMessage() const override;
     const char* what() const noexcept override { return "file exception"; }
 
     std::wstring m_strFileName;
     int m_lOsError;
-    std::wstring m_strDetail;  ///< a sentence about what became of the file; may be empty
+    std::wstring m_strDetail;  ///< a sentence about the file; empty: the reason says it all
 };
 
 /// An archive that ended early, was used against its direction, or holds impossible contents.

@@ -7,22 +7,10 @@
 
 #include "platform/system/Exceptions.h"
 #include "platform/system/Paths.h"
+#include "platform/system/SystemCalls.h"
 #include "platform/system/Text.h"
 
 namespace {
-
-int OpenRetrying(const std::wstring& strPath, int nFlags) {
-    const std::string strBytes = ToUtf8(strPath);
-    if (strBytes.find('\0') != std::string::npos) {
-        errno = EINVAL;
-        return -1;
-    }
-    int hFile;
-    do {
-        hFile = ::open(strBytes.c_str(), nFlags | O_CLOEXEC, 0666);
-    } while (hFile < 0 && errno == EINTR);
-    return hFile;
-}
 
 int ToSystemFlags(UINT nOpenFlags) {
     int nFlags = O_RDONLY;
@@ -37,27 +25,34 @@ CFile::~CFile() {
     if (m_hFile != INVALID) ::close(m_hFile);
 }
 
-void CFile::ThrowError(int nSystemError) const {
-    throw CFileException(m_strFilePath, nSystemError);
+void CFile::ThrowError(int nSystemError, const wchar_t* pDetail) const {
+    throw CFileException(m_strFilePath, nSystemError, pDetail);
 }
 
 void CFile::Open(const std::wstring& strPath, UINT nOpenFlags) {
+    if (!TryOpen(strPath, nOpenFlags)) ThrowError(ENOENT);
+}
+
+bool CFile::TryOpen(const std::wstring& strPath, UINT nOpenFlags) {
     Close();
     m_strFilePath = strPath;
-    m_hFile = OpenRetrying(strPath, ToSystemFlags(nOpenFlags));
-    if (m_hFile < 0 && errno == ENOENT && nOpenFlags == modeRead) {
-        const std::wstring strFound = FindFileOfAnyCase(strPath);
-        m_hFile = OpenRetrying(strFound, O_RDONLY);
+    const bool bReading = (nOpenFlags & modeWrite) == 0;
+    const int nFlags = ToSystemFlags(nOpenFlags);
+    int hFile = OpenWithoutWaiting(ToUtf8(strPath), nFlags);
+    if (hFile < 0 && errno == ENOENT && nOpenFlags == modeRead)
+        hFile = OpenWithoutWaiting(ToUtf8(FindFileOfAnyCase(strPath)), nFlags);
+    if (hFile < 0) {
+        if (errno == ENOENT) return false;
+        ThrowError(errno, errno == ENXIO && !bReading ? L"Nothing reads from it." : L"");
     }
-    if (m_hFile < 0) ThrowError(errno);
 
     // Opening a directory for reading succeeds, and only the first read would fail.
+    CDescriptor file(hFile);
     struct stat status;
-    if (::fstat(m_hFile, &status) != 0 || S_ISDIR(status.st_mode)) {
-        ::close(m_hFile);
-        m_hFile = INVALID;
-        ThrowError(EISDIR);
-    }
+    if (::fstat(hFile, &status) != 0 || S_ISDIR(status.st_mode)) ThrowError(EISDIR);
+    if (bReading && !S_ISREG(status.st_mode)) ThrowError(0, NOT_A_REGULAR_FILE);
+    m_hFile = file.Release();
+    return true;
 }
 
 void CFile::OpenStandardOutput() {
@@ -74,22 +69,17 @@ void CFile::OpenStandardInput() {
     if (m_hFile < 0) ThrowError(errno);
 }
 
-bool CFile::IsRegular() const {
-    struct stat status;
-    return ::fstat(m_hFile, &status) == 0 && S_ISREG(status.st_mode);
-}
+bool CFile::IsRegular() const { return IsRegularFile(m_hFile); }
 
 std::size_t CFile::Read(void* pBuffer, std::size_t nCount) {
     auto* pBytes = static_cast<std::uint8_t*>(pBuffer);
     std::size_t nRead = 0;
     while (nRead < nCount) {
-        const ssize_t nPart = ::read(m_hFile, pBytes + nRead, nCount - nRead);
-        if (nPart > 0)
-            nRead += static_cast<std::size_t>(nPart);
-        else if (nPart == 0)
-            break;
-        else if (errno != EINTR)
-            ThrowError(errno);
+        const ssize_t nPart =
+            RetryInterrupted([&] { return ::read(m_hFile, pBytes + nRead, nCount - nRead); });
+        if (nPart < 0) ThrowError(errno);
+        if (nPart == 0) break;
+        nRead += static_cast<std::size_t>(nPart);
     }
     return nRead;
 }
@@ -97,13 +87,10 @@ std::size_t CFile::Read(void* pBuffer, std::size_t nCount) {
 void CFile::Write(const void* pBuffer, std::size_t nCount) {
     const auto* pBytes = static_cast<const std::uint8_t*>(pBuffer);
     while (nCount > 0) {
-        const ssize_t nPart = ::write(m_hFile, pBytes, nCount);
-        if (nPart >= 0) {
-            pBytes += nPart;
-            nCount -= static_cast<std::size_t>(nPart);
-        } else if (errno != EINTR) {
-            ThrowError(errno);
-        }
+        const ssize_t nPart = RetryInterrupted([&] { return ::write(m_hFile, pBytes, nCount); });
+        if (nPart < 0) ThrowError(errno);
+        pBytes += nPart;
+        nCount -= static_cast<std::size_t>(nPart);
     }
 }
 
@@ -120,11 +107,7 @@ std::uint64_t CFile::GetLength() const {
 }
 
 void CFile::Flush() {
-    int nResult;
-    do {
-        nResult = ::fsync(m_hFile);
-    } while (nResult != 0 && errno == EINTR);
-    if (nResult != 0 && errno != EINVAL && errno != EROFS) ThrowError(errno);
+    if (const int nError = FlushDescriptor(m_hFile)) ThrowError(nError);
 }
 
 void CFile::Close() {

@@ -27,9 +27,10 @@ class PLATFORM_API CFile {
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
 
-    /// Opens a file; one that is already open is closed first. A directory is refused. Opened for
-    /// reading, a name that is not there also finds the file whose name differs from it only in
-    /// case (FindFileOfAnyCase).
+    /// Opens a file; one that is already open is closed first. A directory is refused, and so is a
+    /// pipe that nobody reads from. For reading only a regular file is opened, or a link to one; a
+    /// name that is not there also finds the file whose name differs from it only in case
+    /// (FindFileOfAnyCase).
     void Open(const std::wstring& strPath, UINT nOpenFlags);
 
     /// Writes to the process's standard output; GetFilePath then gives its name in words.
@@ -62,8 +63,12 @@ class PLATFORM_API CFile {
   protected:
     static constexpr int INVALID = -1;
 
+    /// As Open.
+    /// @return false when there is no such file
+    bool TryOpen(const std::wstring& strPath, UINT nOpenFlags);
+
     /// @throws CFileException with the file's path
-    [[noreturn]] void ThrowError(int nSystemError) const;
+    [[noreturn]] void ThrowError(int nSystemError, const wchar_t* pDetail = L"") const;
 
     int m_hFile = INVALID;
     std::wstring m_strFilePath;

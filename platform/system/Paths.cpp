@@ -8,6 +8,8 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "platform/system/Exceptions.h"
+#include "platform/system/SystemCalls.h"
 #include "platform/system/Text.h"
 
 namespace fs = std::filesystem;
@@ -73,8 +75,7 @@ std::wstring GetNameOfPath(std::wstring_view strPath) {
 
 bool FileExists(const std::wstring& strPath) {
     std::error_code error;
-    const fs::file_status status = fs::status(ToSystemPath(strPath), error);
-    return fs::exists(status) && !fs::is_directory(status);
+    return fs::is_regular_file(ToSystemPath(strPath), error);
 }
 
 bool FolderExists(const std::wstring& strPath) {
@@ -89,9 +90,17 @@ std::optional<FileIdentity> FindIdentity(const std::wstring& strPath) {
     return FileIdentity(status.st_dev, status.st_ino);
 }
 
+void RequireFileOrNothing(const std::wstring& strPath) {
+    std::error_code error;
+    const fs::file_status status = fs::status(ToSystemPath(strPath), error);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        throw CFileException(strPath, 0, NOT_A_REGULAR_FILE);
+}
+
 bool CreateFolder(const std::wstring& strPath) {
     std::error_code error;
-    fs::create_directory(ToSystemPath(strPath), error);
+    if (fs::create_directory(ToSystemPath(strPath), error))
+        FlushFolder(ToUtf8(GetFolderOfPath(strPath)));
     return FolderExists(strPath);
 }
 
@@ -102,7 +111,7 @@ std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_
         std::error_code error;
         const std::size_t nStem = strName.size() - std::min(strName.size(), strExtension.size());
         if (EqualsInAnyCase(std::wstring_view(strName).substr(nStem), strExtension) &&
-            !entry.is_directory(error))
+            entry.is_regular_file(error))
             arrNames.push_back(std::move(strName));
     });
     return arrNames;
@@ -118,7 +127,7 @@ std::wstring FindFileOfAnyCase(const std::wstring& strPath) {
     std::ptrdiff_t nBestAgreement = -1;
     VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
         const std::wstring strName = FromUtf8(entry.path().filename().native());
-        if (!EqualsInAnyCase(strName, strWanted)) return;
+        if (!EqualsInAnyCase(strName, strWanted) || !entry.is_regular_file(error)) return;
         const auto differing =
             std::mismatch(strName.begin(), strName.end(), strWanted.begin()).first;
         const std::ptrdiff_t nAgreement = differing - strName.begin();

@@ -29,7 +29,7 @@ PLATFORM_API std::wstring GetFolderOfPath(std::wstring_view strPath);
 /// What follows the last separator.
 PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
 
-/// Whether there is something at a path that is not a folder.
+/// Whether there is a regular file at a path, or a link to one.
 PLATFORM_API bool FileExists(const std::wstring& strPath);
 PLATFORM_API bool FolderExists(const std::wstring& strPath);
 
@@ -39,16 +39,21 @@ using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
 /// None for a path that leads to no regular file.
 PLATFORM_API std::optional<FileIdentity> FindIdentity(const std::wstring& strPath);
 
-/// Makes a folder in an existing one. @return whether it is there afterwards
+/// @throws CFileException when there is something at a path that is no regular file: a pipe, a
+/// device, a folder
+PLATFORM_API void RequireFileOrNothing(const std::wstring& strPath);
+
+/// Makes a folder in an existing one, and brings it to the disk as far as the system can.
+/// @return whether it is there afterwards
 PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 
-/// The names, as the system returns them, of what ends in an extension (".rt3"; case does not
-/// count) in a folder and is not itself a folder. A folder that is missing or cannot be read gives
-/// none.
+/// The names, as the system returns them, of the regular files in a folder, and of links to some,
+/// that end in an extension (".rt3"; case does not count). A folder that is missing or cannot be
+/// read gives none.
 PLATFORM_API std::vector<std::wstring> FindFiles(const std::wstring& strFolder,
                                                  std::wstring_view strExtension);
 
-/// The path itself when it exists; otherwise the path of a file in the same folder whose name
-/// differs only in case (of several, the one that agrees longest from its beginning); otherwise the
-/// path itself.
+/// The path itself when it exists; otherwise the path of a regular file in the same folder whose
+/// name differs only in case (of several, the one that agrees longest from its beginning);
+/// otherwise the path itself.
 PLATFORM_API std::wstring FindFileOfAnyCase(const std::wstring& strPath);

@@ -9,7 +9,10 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
+#include "platform/system/Exceptions.h"
+#include "platform/system/SystemCalls.h"
 #include "platform/system/Text.h"
 
 namespace fs = std::filesystem;
@@ -17,6 +20,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view TEMPORARY_PREFIX = ".realtime-save-";
+constexpr std::string_view SUFFIX_CHARACTERS = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr std::size_t SUFFIX_LENGTH = 10;
 constexpr int MAX_LINKS = 40;
 constexpr int MAX_ATTEMPTS = 100;
 
@@ -31,7 +36,9 @@ fs::path ResolveLinks(fs::path path) {
     return path;
 }
 
-bool TryLock(int hFile) { return ::flock(hFile, LOCK_EX | LOCK_NB) == 0; }
+bool TryLock(int hFile) {
+    return RetryInterrupted([&] { return ::flock(hFile, LOCK_EX | LOCK_NB); }) == 0;
+}
 
 /// Whether a path still names the file that is open.
 bool IsSameFile(const std::string& strPath, int hFile) {
@@ -41,114 +48,122 @@ bool IsSameFile(const std::string& strPath, int hFile) {
            named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
 
+bool IsTemporaryName(std::string_view strName) {
+    return strName.size() == TEMPORARY_PREFIX.size() + SUFFIX_LENGTH &&
+           strName.starts_with(TEMPORARY_PREFIX) &&
+           strName.find_first_not_of(SUFFIX_CHARACTERS, TEMPORARY_PREFIX.size()) ==
+               std::string_view::npos;
+}
+
+/// Whether this user's saves could have made it: the superuser's have the owner of the old file.
+bool IsOwn(int hFile) {
+    struct stat status;
+    return ::fstat(hFile, &status) == 0 && S_ISREG(status.st_mode) &&
+           (status.st_uid == ::geteuid() || ::geteuid() == 0);
+}
+
 /// Removes the temporary files of saves that ended without a word: those nobody holds a lock on.
 void RemoveStrayTemporaries(const std::string& strFolder) {
     std::error_code error;
     for (fs::directory_iterator entry(strFolder, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (!entry->path().filename().native().starts_with(TEMPORARY_PREFIX)) continue;
-        const std::string strPath = entry->path().native();
-        const int hFile = ::open(strPath.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-        if (hFile < 0) continue;
-        if (TryLock(hFile) && IsSameFile(strPath, hFile)) ::unlink(strPath.c_str());
-        ::close(hFile);
+        const std::string& strPath = entry->path().native();
+        if (!IsTemporaryName(entry->path().filename().native())) continue;
+        const CDescriptor file(OpenWithoutWaiting(strPath, O_RDONLY | O_NOFOLLOW));
+        if (file && IsOwn(file.Get()) && TryLock(file.Get()) && IsSameFile(strPath, file.Get()))
+            ::unlink(strPath.c_str());
     }
 }
 
 std::string MakeTemporaryName() {
-    constexpr std::string_view strDigits = "0123456789abcdefghijklmnopqrstuvwxyz";
     std::random_device random;
     std::string strName(TEMPORARY_PREFIX);
-    for (int n = 0; n < 10; ++n) strName += strDigits[random() % strDigits.size()];
+    for (std::size_t n = 0; n < SUFFIX_LENGTH; ++n)
+        strName += SUFFIX_CHARACTERS[random() % SUFFIX_CHARACTERS.size()];
     return strName;
 }
 
 }  // namespace
 
 CReplaceFile::CReplaceFile(const std::wstring& strPath) {
-    m_strFilePath = strPath;
-    const fs::path target = ResolveLinks(ToUtf8(strPath));
-    m_strTarget = target.native();
-    if (m_strTarget.find('\0') != std::string::npos) ThrowError(EINVAL);
-
     // The rename would succeed over a file that may not be written; writing to it must not.
-    const int hOldFile = ::open(m_strTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-    if (hOldFile < 0 && errno != ENOENT) ThrowError(errno);
-    struct stat status;
-    if (hOldFile >= 0 && ::fstat(hOldFile, &status) == 0 && !S_ISREG(status.st_mode)) {
-        m_hFile = hOldFile;
-        return;
-    }
+    if (TryOpen(strPath, modeWrite) && !IsRegular()) return;
+    const CDescriptor oldFile(std::exchange(m_hFile, INVALID));
 
-    const std::string strFolder =
-        target.has_parent_path() ? target.parent_path().native() : std::string(".");
-    RemoveStrayTemporaries(strFolder);
-    int nAttempts = 0;
-    while (!TryCreateTemporary(strFolder) && errno == EEXIST && ++nAttempts < MAX_ATTEMPTS) {
-    }
-    const int nError = errno;
-    if (hOldFile >= 0) {
-        if (m_hFile != INVALID) TakeOverAttributes(hOldFile);
-        ::close(hOldFile);
-    }
-    if (m_hFile == INVALID) ThrowError(nError);
+    m_strTarget = ResolveLinks(ToUtf8(strPath)).native();
+    RemoveStrayTemporaries(GetFolder());
+    // Nobody looks into what replaces a private file before its permissions are set.
+    const unsigned nMode = oldFile ? 0600 : 0666;
+    int nError = EEXIST;
+    for (int n = 0; nError == EEXIST && n < MAX_ATTEMPTS; ++n) nError = CreateTemporary(nMode);
+    if (nError != 0) ThrowError(nError);
+    if (oldFile) TakeOverAttributes(oldFile.Get());
 }
 
 CReplaceFile::~CReplaceFile() {
     if (!m_strTemporary.empty()) ::unlink(m_strTemporary.c_str());
 }
 
-/// @return whether the file is open and locked; otherwise errno is EEXIST when another name may
-/// work
-bool CReplaceFile::TryCreateTemporary(const std::string& strFolder) {
+std::string CReplaceFile::GetFolder() const {
+    const fs::path folder = fs::path(m_strTarget).parent_path();
+    return folder.empty() ? "." : folder.native();
+}
+
+/// Opens the file and locks it.
+/// @return 0, or the system's error number; EEXIST when another name may work
+int CReplaceFile::CreateTemporary(unsigned nMode) {
     const CInterruptPause pause;
-    const std::string strPath = strFolder + "/" + MakeTemporaryName();
-    const int hFile = ::open(strPath.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (hFile < 0) return false;
+    std::string strPath = GetFolder() + "/" + MakeTemporaryName();
+    CDescriptor file(OpenWithoutWaiting(strPath, O_RDWR | O_CREAT | O_EXCL, nMode));
+    if (!file) return errno;
 
     // Between its creation and its locking another save may have taken the file for a stray one. A
     // file system that knows no locks lets the save go on without one; nobody can lock it there.
-    const bool bTaken = !TryLock(hFile) && errno == EWOULDBLOCK;
-    if (bTaken || !IsSameFile(strPath, hFile)) {
-        ::close(hFile);
-        errno = EEXIST;
-        return false;
-    }
-    m_hFile = hFile;
-    m_strTemporary = strPath;
-    m_unfinished.Set(strPath);
-    return true;
+    const bool bTaken = !TryLock(file.Get()) && errno == EWOULDBLOCK;
+    if (bTaken || !IsSameFile(strPath, file.Get())) return EEXIST;
+    m_hFile = file.Release();
+    m_strTemporary = std::move(strPath);
+    m_unfinished.Set(m_strTemporary);
+    return 0;
 }
 
 /// Only as far as the user may: a file can be written by others than its owner.
 void CReplaceFile::TakeOverAttributes(int hOldFile) {
-    struct stat status;
-    if (::fstat(hOldFile, &status) != 0) return;
-    const bool bSameOwner = ::fchown(m_hFile, status.st_uid, status.st_gid) == 0;
-    const mode_t nMode = bSameOwner ? status.st_mode & 07777 : status.st_mode & 0777;
-    ::fchmod(m_hFile, nMode);
-}
+    struct stat before;
+    struct stat now;
+    if (::fstat(hOldFile, &before) != 0) return;
+    const auto changeOwner = [&](uid_t nOwner) {
+        return RetryInterrupted([&] { return ::fchown(m_hFile, nOwner, before.st_gid); }) == 0;
+    };
+    if (!changeOwner(before.st_uid)) changeOwner(static_cast<uid_t>(-1));
+    if (::fstat(m_hFile, &now) != 0) return;
 
-void CReplaceFile::SyncFolder() {
-    const std::string strFolder = fs::path(m_strTarget).parent_path().native();
-    const int hFolder =
-        ::open(strFolder.empty() ? "." : strFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    // A folder that may be written to but not read cannot be opened, and so not be flushed.
-    if (hFolder < 0) return;
-    const int nError = ::fsync(hFolder) == 0 ? 0 : errno;
-    ::close(hFolder);
-    if (nError != 0 && nError != EINVAL && nError != EROFS) ThrowError(nError);
+    mode_t nMode = before.st_mode & 07777;
+    if (now.st_uid != before.st_uid) nMode &= ~mode_t{S_ISUID};
+    // Members of another group may do what others may, as far as the old group might.
+    if (now.st_gid != before.st_gid)
+        nMode = (nMode & ~mode_t{S_ISGID | S_IRWXG}) | (nMode & (nMode & S_IRWXO) << 3);
+    RetryInterrupted([&] { return ::fchmod(m_hFile, nMode); });
 }
 
 void CReplaceFile::Commit() {
     Flush();
-    if (!m_strTemporary.empty()) {
-        // Renamed while it is open and locked, so that nobody takes it for a stray file before.
-        if (::rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0) ThrowError(errno);
-        m_strTemporary.clear();
-        SyncFolder();
+    if (m_strTemporary.empty()) {
+        CFile::Close();
+        return;
     }
-    CFile::Close();
+    // Renamed while it is open and locked, so that nobody takes it for a stray file before.
+    if (RetryInterrupted([&] { return ::rename(m_strTemporary.c_str(), m_strTarget.c_str()); }) !=
+        0)
+        ThrowError(errno);
+    m_strTemporary.clear();
+    try {
+        if (const int nError = FlushFolder(GetFolder())) ThrowError(nError);
+        CFile::Close();
+    } catch (CFileException& error) {
+        error.m_strDetail = L"The new file is in place, but may be lost at a loss of power.";
+        throw;
+    }
 }
 
 void CReplaceFile::Close() {

@@ -9,15 +9,17 @@
 /// Writes a new version of a file beside the old one and puts it in its place in one step.
 ///
 /// Everything goes to a temporary file in the target's folder. Commit brings it to the disk and
-/// renames it over the target; until then, and at any failure, the old file is whole. An object
-/// that is destroyed or closed without Commit removes its temporary file. One that a killed process
-/// left behind is removed by the next save in that folder; it is told from one of a save still
-/// running by the lock that a running save holds on it.
+/// renames it over the target; until then, and at any failure before it, the old file is whole. An
+/// object that is destroyed or closed without Commit removes its temporary file. One that a killed
+/// process left behind is removed by the same user's next save in that folder; it is told from one
+/// of a save still running by the lock that a running save holds on it.
 ///
-/// The new file keeps the permissions of the old one, and its owner where that is allowed. A
-/// symbolic link stays and its target is replaced. A target that is no regular file (a device, a
-/// pipe) cannot be replaced and is written directly.
-/// Errors: CFileException with the target's path.
+/// The new file keeps the permissions of the old one, and its owner and group as far as that is
+/// allowed; a group that it could not keep costs it what only that group might do. A symbolic link
+/// stays and its target is replaced. A target that is no regular file (a device, a pipe that
+/// somebody reads from) cannot be replaced and is written directly.
+/// Errors: CFileException with the target's path; one that comes after the renaming says that the
+/// new file is in place.
 class PLATFORM_API CReplaceFile : public CFile {
   public:
     /// Opens the temporary file; fails where the target itself could not be written.
@@ -32,9 +34,9 @@ class PLATFORM_API CReplaceFile : public CFile {
     void Close() override;
 
   private:
-    bool TryCreateTemporary(const std::string& strFolder);
+    int CreateTemporary(unsigned nMode);
     void TakeOverAttributes(int hOldFile);
-    void SyncFolder();
+    std::string GetFolder() const;
 
     std::string m_strTarget;     ///< links resolved
     std::string m_strTemporary;  ///< empty: written directly

@@ -1,5 +1,6 @@
 #include "platform/system/Settings.h"
 
+#include <QFileInfo>
 #include <QSettings>
 #include <algorithm>
 
@@ -24,19 +25,25 @@ struct CSettings::Store {
     QSettings m_settings;
 };
 
-CSettings::CSettings(const std::wstring& strProgram, const std::wstring& strFile)
-    : m_pStore(new Store{{FindFile(strProgram, strFile), QSettings::IniFormat}}) {}
+CSettings::CSettings(const std::wstring& strProgram, const std::wstring& strFile) {
+    const QFileInfo file(FindFile(strProgram, strFile));
+    // A pipe would be waited for without end.
+    if (file.isFile() || !file.exists())
+        m_pStore.reset(new Store{{file.filePath(), QSettings::IniFormat}});
+}
 
 CSettings::~CSettings() = default;
 
 int CSettings::GetInt(const std::wstring& strSection, const std::wstring& strKey,
                       int nDefault) const {
+    if (!m_pStore) return nDefault;
     bool bNumber = false;
     const int nValue = m_pStore->m_settings.value(KeyOf(strSection, strKey)).toInt(&bNumber);
     return bNumber ? nValue : nDefault;
 }
 
 bool CSettings::SetInt(const std::wstring& strSection, const std::wstring& strKey, int nValue) {
+    if (!m_pStore) return false;
     m_pStore->m_settings.setValue(KeyOf(strSection, strKey), nValue);
     m_pStore->m_settings.sync();
     return m_pStore->m_settings.status() == QSettings::NoError;

@@ -9,7 +9,8 @@
 /// Sections are nested by backslashes. Thread safety: none.
 class PLATFORM_API CSettings {
   public:
-    /// @param strFile the INI file; empty: the current user's file for a program of this name
+    /// @param strFile the INI file; empty: the current user's file for a program of this name. What
+    /// is there but no regular file stores nothing.
     CSettings(const std::wstring& strProgram, const std::wstring& strFile);
     ~CSettings();
     CSettings(const CSettings&) = delete;
@@ -22,5 +23,5 @@ class PLATFORM_API CSettings {
 
   private:
     struct Store;
-    std::unique_ptr<Store> m_pStore;
+    std::unique_ptr<Store> m_pStore;  ///< null: nothing is stored
 };

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -21,6 +22,10 @@ TemporaryFolder::~TemporaryFolder() {
 
 void TemporaryFolder::Put(const std::string& strName, const std::string& strContents) const {
     std::ofstream(m_path / strName, std::ios::binary) << strContents;
+}
+
+void TemporaryFolder::PutPipe(const std::string& strName) const {
+    if (::mkfifo((m_path / strName).c_str(), 0666) != 0) throw std::runtime_error("no pipe");
 }
 
 std::string TemporaryFolder::Get(const std::string& strName) const {

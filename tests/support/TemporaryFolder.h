@@ -19,6 +19,7 @@ class TemporaryFolder {
     }
 
     void Put(const std::string& strName, const std::string& strContents) const;
+    void PutPipe(const std::string& strName) const;
     std::string Get(const std::string& strName) const;
     std::size_t CountEntries() const;
 

@@ -3,15 +3,29 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <thread>
 
 #include "platform/system/File.h"
 #include "platform/system/MemFile.h"
 #include "platform/system/Paths.h"
+#include "platform/system/ReplaceFile.h"
+#include "platform/system/Settings.h"
 #include "platform/system/TextFile.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/system/Faults.h"
 #include "tests/system/Support.h"
 
 namespace {
+
+/// The text of the error that an action ends with.
+std::wstring ErrorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const CFileException& error) {
+        return error.GetErrorMessage();
+    }
+    return {};
+}
 
 TEST(File, WritesAndReads) {
     const TemporaryFolder folder;
@@ -72,6 +86,41 @@ TEST(File, OpensANameThatDiffersOnlyInCase) {
         << "only reading looks for other names";
 }
 
+TEST(File, WaitsForNobodyAtTheOtherEndOfAPipe) {
+    const TemporaryFolder folder;
+    folder.PutPipe("pipe.RT3");
+    std::filesystem::create_symlink("pipe.RT3", folder.GetPath() / "link");
+    const std::wstring strPipe = folder.Path("pipe.RT3");
+    for (const std::wstring& strPath : {strPipe, folder.Path("link"), std::wstring(L"/dev/null")})
+        EXPECT_EQ(ErrorOf([&] { CFile(strPath, CFile::modeRead); }),
+                  strPath + L"\nThis is not a regular file.");
+    EXPECT_EQ(FindError([&] { CFile(folder.Path("PIPE.rt3"), CFile::modeRead); }).first, ENOENT);
+    EXPECT_EQ(FindError([&] { CFile(strPipe, CFile::modeWrite | CFile::modeCreate); }).first,
+              ENXIO);
+    EXPECT_NE(ErrorOf([&] { CReplaceFile{strPipe}; }).find(L"Nothing reads from it. No such"),
+              std::wstring::npos);
+
+    const CSettings settings(L"", strPipe);
+    EXPECT_EQ(settings.GetInt(L"a", L"b", 7), 7);
+    EXPECT_FALSE(CSettings(L"", strPipe).SetInt(L"a", L"b", 1));
+    EXPECT_FALSE(FileExists(strPipe));
+
+    // With a reader it is written directly, however much that is.
+    std::string strRead;
+    std::thread reader([&] { strRead = folder.Get("pipe.RT3"); });
+    std::string strText;
+    while (strText.size() < 300000) strText += std::to_string(strText.size());
+    while (FindError([&] {
+               CReplaceFile file(strPipe);
+               file.Write(strText.data(), strText.size());
+               file.Commit();
+           }).first == ENXIO)
+        std::this_thread::yield();
+    reader.join();
+    EXPECT_EQ(strRead, strText);
+    EXPECT_TRUE(std::filesystem::is_fifo(folder.GetPath() / "pipe.RT3"));
+}
+
 TEST(MemFile, BehavesLikeAFile) {
     CMemFile file(L"memory", {1, 2, 3});
     std::uint8_t bytes[4] = {};
@@ -106,12 +155,15 @@ TEST(Paths, FindsFilesByExtensionWithoutRegardToCase) {
     for (const char* pName : {"a.rt3", "B.RT3", "c.Rt3", "d.rt3x", "e.txt", "rt3"})
         folder.Put(pName, "");
     std::filesystem::create_directory(folder.GetPath() / "folder.rt3");
-    std::filesystem::create_symlink("nowhere", folder.GetPath() / "link.rt3");
+    folder.PutPipe("pipe.rt3");
+    for (const char* pTo : {"a", "pipe", "folder", "nowhere"})
+        std::filesystem::create_symlink(pTo + std::string(".rt3"),
+                                        folder.GetPath() / (std::string("to ") + pTo + ".rt3"));
 
     const std::wstring strFolder = folder.Path("");
     auto arrNames = FindFiles(strFolder, L".rT3");
     std::sort(arrNames.begin(), arrNames.end());
-    EXPECT_EQ(arrNames, (std::vector<std::wstring>{L"B.RT3", L"a.rt3", L"c.Rt3", L"link.rt3"}));
+    EXPECT_EQ(arrNames, (std::vector<std::wstring>{L"B.RT3", L"a.rt3", L"c.Rt3", L"to a.rt3"}));
     EXPECT_EQ(FindFiles(strFolder, L".rt3x"), std::vector<std::wstring>{L"d.rt3x"});
     EXPECT_TRUE(FindFiles(folder.Path("missing"), L"").empty());
 }
@@ -123,8 +175,11 @@ TEST(Paths, TakesPathsApartAndMakesFolders) {
     EXPECT_EQ(JoinPath(L"/", L"b"), L"/b");
 
     const TemporaryFolder folder;
-    EXPECT_TRUE(CreateFolder(folder.Path("new")));
-    EXPECT_TRUE(CreateFolder(folder.Path("new")));
+    for (const char* pCalls : {" open fsync close", ""}) {  // a new name comes to the disk
+        const Fault none(-1, 0);
+        EXPECT_TRUE(CreateFolder(folder.Path("new")));
+        EXPECT_EQ(none.m_strMade, pCalls);
+    }
     EXPECT_TRUE(FolderExists(folder.Path("new")));
     EXPECT_FALSE(FileExists(folder.Path("new")));
     EXPECT_FALSE(CreateFolder(folder.Path("no/way")));

@@ -21,6 +21,7 @@ TEST(ListFiles, ArrowsScrollUntilARowIsSelectedAndMoveThatToTheEnds) {
     std::vector<std::wstring> files;
     for (int n = 49; n >= 10; --n)
         files.push_back((n % 2 ? L"run " : L"Run ") + std::to_wstring(n) + L".rt3");
+    files.push_back(L"Run 48.RT3");  // as another is called, apart from its extension
     dialog.SetFiles(files);
     const int nResult = RunModal(dialog, [&] {
         Operator::Tap(dialog, ID_UP);
@@ -40,7 +41,8 @@ TEST(ListFiles, ArrowsScrollUntilARowIsSelectedAndMoveThatToTheEnds) {
             EXPECT_EQ(dialog.GetSelectedName(), L"Run 10");
             EXPECT_EQ(dialog.GetSelectedIndex(), 39);
         }
-        Operator::Select(*dialog.GetControl(ID_FILES), L"Run 48");
+        Operator::Select(*dialog.GetControl(ID_FILES), L"Run 48.RT3");
+        EXPECT_EQ(dialog.GetSelectedIndex(), 40);
         for (int n = 0; n < 2; ++n) {
             Operator::Tap(dialog, ID_DOWN);
             EXPECT_EQ(dialog.GetSelectedName(), L"run 49");
