@@ -31,31 +31,10 @@ class FingerTest : public ::testing::Test {
         ASSERT_DOUBLE_EQ(Plot().m_dXScale, 1.0 / 150);
     }
 
-    /// A point of the plot in the screen's client area.
-    CPoint AtPlot(int x, int y) {
-        CRect area;
-        Operator::Ask([&] {
-            area = m_panel.m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
-            m_panel.m_pDialog->ScreenToClient(area);
-        });
-        return {area.left + x, area.top + y};
-    }
-    void Drag(int xFrom, int xTo) {
-        Operator::Press(*m_panel.m_pDialog, AtPlot(xFrom, 100));
-        Operator::MoveTo(*m_panel.m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
-        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(xTo, 120));
-        Operator::Release(*m_panel.m_pDialog, AtPlot(xTo, 120));
-    }
-    void TapPlot(int x, int y = 100) {
-        Operator::Press(*m_panel.m_pDialog, AtPlot(x, y));
-        Operator::Release(*m_panel.m_pDialog, AtPlot(x, y));
-    }
     void ExpectView(int nStart, int nEnd) {
         EXPECT_EQ(Plot().m_nViewStart, nStart);
         EXPECT_EQ(Plot().m_nViewEnd, nEnd);
     }
-    std::wstring BarText(int nID) { return m_panel.BarText(nID); }
-
     TestPanel m_panel{1, 1};
 };
 
@@ -64,16 +43,15 @@ class FingerTest : public ::testing::Test {
 TEST_F(FingerTest, ZoomsToABandOfEitherQuantity) {
     m_panel.Run([&] {
         Capture();
-        Drag(340, 640);
+        m_panel.Drag(340, 640);
         ExpectView(45000, 90000);
         EXPECT_EQ(Plot().m_bZoomed, 1);
 
         m_panel.Tap(IDC_ZOOM_ALL);
         ExpectView(0, 98400);
         EXPECT_EQ(Plot().m_bZoomed, 0);
-        CWnd* pList = m_panel.m_pDialog->GetControl(IDC_DISPLAY_LIST);
-        ASSERT_TRUE(Operator::Select(*pList, L"Position"));
-        Drag(340, 640);
+        ASSERT_TRUE(m_panel.Select(IDC_DISPLAY_LIST, L"Position"));
+        m_panel.Drag(340, 640);
         ExpectView(45001, 90000);
     });
 }
@@ -82,22 +60,22 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
     m_panel.Run([&] {
         Capture();
         const CBitmap before = Operator::TakePicture(*m_panel.m_pDialog);
-        const CPoint inBand = AtPlot(450, 60);
-        Operator::Press(*m_panel.m_pDialog, AtPlot(340, 100));
-        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(500, 100));
+        const CPoint inBand = m_panel.AtPlot(450, 60);
+        Operator::Press(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
+        Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(500, 100));
         EXPECT_NE(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
                   before.GetPixel(inBand.x, inBand.y));
 
         m_panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
         m_panel.Settle();
-        Operator::MoveTo(*m_panel.m_pDialog, AtPlot(400, 100));
+        Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(400, 100));
         EXPECT_EQ(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
                   before.GetPixel(inBand.x, inBand.y));
-        Operator::Release(*m_panel.m_pDialog, AtPlot(340, 100));
+        Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
         m_panel.Tap(IDC_ZOOM_ALL);
         Operator::Wait(20);
         const CBitmap after = Operator::TakePicture(*m_panel.m_pDialog);
-        const CPoint corner = AtPlot(41, 20), end = AtPlot(690, 200);
+        const CPoint corner = m_panel.AtPlot(41, 20), end = m_panel.AtPlot(690, 200);
         for (int y = corner.y; y < end.y; ++y)
             for (int x = corner.x; x < end.x; ++x)
                 ASSERT_EQ(after.GetPixel(x, y), before.GetPixel(x, y)) << x << ", " << y;
@@ -108,23 +86,23 @@ TEST_F(FingerTest, MeasuresATimeDistance) {
     m_panel.Run([&] {
         Capture();
         m_panel.TapBar(Menu::ID_INFO);
-        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"0");
+        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"0");
         m_panel.TapBar(Bar::ID_MARKER_A);
-        TapPlot(40 + 120);  // 120 pixels: value 18000
+        m_panel.TapPlot(40 + 120);  // 120 pixels: value 18000
         EXPECT_EQ(Plot().m_nMarkerA, 18000);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_MARKER_B);
-        TapPlot(40 + 295);  // and 5 more for marker B: 300 pixels, value 45000
+        m_panel.TapPlot(40 + 295);  // and 5 more for marker B: 300 pixels, value 45000
         EXPECT_EQ(Plot().m_nMarkerB, 45000);
-        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"675");
+        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"675");
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
 
         m_panel.TapBar(Bar::ID_CLEAR_MARKERS);
-        EXPECT_EQ(BarText(Bar::ID_TIME_DISTANCE), L"0");
+        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"0");
         EXPECT_EQ(Plot().m_nMarkerA, -1);
 
         m_panel.TapBar(Bar::ID_MARKER_A);
         m_panel.TapBar(Bar::ID_MARKER_B);
-        TapPlot(200);
+        m_panel.TapPlot(200);
         EXPECT_EQ(Plot().m_nMarkerA, -1);
         EXPECT_NE(Plot().m_nMarkerB, -1);
         m_panel.TapBar(Bar::ID_BACK);
@@ -151,9 +129,9 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         EXPECT_EQ(Plot().m_nZeroY, 218);
         m_panel.TapBar(Menu::ID_INFO);
         m_panel.TapBar(Bar::ID_TRIGGER);
-        TapPlot(300, 218 - 50);
+        m_panel.TapPlot(300, 218 - 50);
         EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
-        EXPECT_EQ(BarText(Bar::ID_TRIGGER_PERCENT), L"20");
+        EXPECT_EQ(m_panel.BarText(Bar::ID_TRIGGER_PERCENT), L"20");
         m_panel.TapBar(Bar::ID_CLEAR_TRIGGER);
         EXPECT_EQ(Plot().m_nTriggerLevel, -1);
     });
@@ -193,8 +171,8 @@ TEST_F(FingerTest, EveryOtherButtonAndMessage) {
 
         m_panel.m_pDialog->PostMessage(WM_RT_BARCOMMAND, 999);
         m_panel.m_pDialog->PostMessage(WM_RT_SWITCHBAR, 999);
-        Operator::RightClick(*m_panel.m_pDialog, AtPlot(100, 100));
-        TapPlot(100);  // a plot without curves
+        Operator::RightClick(*m_panel.m_pDialog, m_panel.AtPlot(100, 100));
+        m_panel.TapPlot(100);  // a plot without curves
         EXPECT_EQ(Plot().m_bZoomDrag, 0);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
     });
@@ -235,9 +213,8 @@ TEST(Finger, ShowsEachChannelInItsOwnPlot) {
         panel.m_queue.push(MakeIdleReport());
         panel.Settle();
         constexpr int PLOTS[] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
-        CWnd* pList = panel.m_pDialog->GetControl(IDC_CHANNEL_LIST);
         for (const int nShown : {2, 1, 0}) {
-            ASSERT_TRUE(Operator::Select(*pList, L"Channel " + std::to_wstring(nShown + 1)));
+            ASSERT_TRUE(panel.Select(IDC_CHANNEL_LIST, L"Channel " + std::to_wstring(nShown + 1)));
             for (int k = 0; k < 3; ++k) EXPECT_EQ(panel.IsVisible(PLOTS[k]), k == nShown);
             const RTPlot& plot = panel.m_pSession->m_aPlots[static_cast<std::size_t>(nShown)];
             EXPECT_TRUE(Operator::WaitUntil([&] { return plot.m_nWidth == 698; }, 1000));
