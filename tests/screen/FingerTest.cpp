@@ -139,16 +139,23 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
 
 TEST_F(FingerTest, ClampsAndFormatsEntries) {
     m_panel.Run([&] {
-        m_panel.Tap(IDC_SAMPLE_TIME);
-        EXPECT_TRUE(EnterOnPad(L"Enter sample time (1-60 seconds)", L"75"));
-        EXPECT_EQ(m_panel.TextOf(IDC_SAMPLE_TIME), L"60");
-        m_panel.Tap(IDC_TRIGGER);
-        EXPECT_TRUE(EnterOnPad(L"Enter sample Trigger (0-99.9%)", L"12.34"));
-        EXPECT_EQ(m_panel.TextOf(IDC_TRIGGER), L"12.3");
+        const auto expect = [&](int nEdit, const wchar_t* pEntry, const wchar_t* pShown) {
+            m_panel.Tap(nEdit);
+            EXPECT_TRUE(EnterOnPad(nEdit == IDC_TRIGGER ? L"Enter sample Trigger (0-99.9%)"
+                                                        : L"Enter sample time (1-60 seconds)",
+                                   pEntry));
+            EXPECT_EQ(m_panel.TextOf(nEdit), pShown);
+        };
+        expect(IDC_SAMPLE_TIME, L"0.4", L"1");
+        expect(IDC_SAMPLE_TIME, L"75", L"60");
+        expect(IDC_TRIGGER, L"100", L"99.9");
+        expect(IDC_TRIGGER, L"-5", L"0.0");
+        expect(IDC_TRIGGER, L"12.34", L"12.3");
 
-        m_panel.Tap(IDC_START);  // 60 s, 32800 values per second, 12.3 percent
-        EXPECT_EQ(m_panel.m_view.m_images.back().substr(3, 8),
-                  std::string("\x02\x60\xEA\x00\x20\x80\x7B\x00", 8));
+        m_panel.Select(IDC_DISPLAY_LIST, L"F/V vs P");
+        m_panel.Tap(IDC_START);  // 60 s, 32800 values per second, 12.3 percent, both values
+        EXPECT_EQ(m_panel.m_view.m_images.back().substr(3, 9),
+                  std::string("\x02\x60\xEA\x00\x20\x80\x7B\x00\x02", 9));
     });
 }
 

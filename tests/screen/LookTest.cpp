@@ -2,10 +2,9 @@
 // in English and in a language whose texts are their string numbers.
 #include <gtest/gtest.h>
 
-#include "platform/system/Paths.h"
 #include "platform/windows/DialogLook.h"
 #include "plugin/ScreenTemplate.h"
-#include "tests/support/Panel.h"
+#include "tests/screen/LanguagePanel.h"
 #include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
@@ -168,38 +167,6 @@ void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
         }
     });
 }
-
-/// A panel with a language whose texts are their numbers, or with none.
-struct LanguagePanel {
-    LanguagePanel(bool bNumbers, std::uint8_t nMode, std::uint8_t nPositionInput)
-        : m_bNumbers(bNumbers) {
-        std::filesystem::create_directory(m_folder.GetPath() / "lang");
-        std::string text;
-        for (int n = 0; bNumbers && n < 2100; ++n)
-            for (const char ch : "11\t\t" + std::to_string(n) + "\t\t" + std::to_string(n) + "\n")
-                text += {ch, '\0'};
-        m_folder.Put("lang/English.txt", text);
-        SetProgramFolder(m_folder.Path(""));
-        m_pPanel = std::make_unique<TestPanel>(nMode, nPositionInput);
-    }
-    ~LanguagePanel() { SetProgramFolder(L""); }
-
-    std::wstring Text(int nString, const wchar_t* pEnglish) const {
-        return m_bNumbers ? std::to_wstring(nString) : pEnglish;
-    }
-    std::vector<std::wstring> TextsOf(int nList) {
-        std::vector<std::wstring> texts;
-        Operator::Ask([&] {
-            auto* pList = static_cast<CComboBox*>(m_pPanel->m_pDialog->GetControl(nList));
-            for (int i = 0; i < pList->GetCount(); ++i) texts.push_back(pList->GetItemText(i));
-        });
-        return texts;
-    }
-
-    bool m_bNumbers;
-    TemporaryFolder m_folder;
-    std::unique_ptr<TestPanel> m_pPanel;
-};
 
 class Language : public ::testing::TestWithParam<bool> {};
 INSTANTIATE_TEST_SUITE_P(Look, Language, ::testing::Bool());
