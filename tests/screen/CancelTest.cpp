@@ -34,7 +34,7 @@ TEST_P(Cancelled, LeavesNothingHalfDone) {
             const std::wstring strTitle = language.Text(nString, pEnglish);
             int nShown = 0;
             {
-                const CHastyClock clock([&] {
+                const CHastyClock clock(1000, [&] {
                     if (Operator::ModalText().find(L'%') == std::wstring::npos) return;
                     if (Operator::ModalTitle() != strTitle) return;
                     ++nShown;
@@ -46,19 +46,15 @@ TEST_P(Cancelled, LeavesNothingHalfDone) {
             }
             EXPECT_EQ(nShown, 1) << pEnglish;
         };
-        const auto type = [](const std::wstring& strText) {
-            EXPECT_TRUE(Operator::ModalWindow() || !Operator::ModalTitle().empty());
-            Operator::Type(strText);
-        };
         const auto enter = [] { Operator::PressKey(Operator::Key::Enter); };
 
         panel.Tap(IDC_SAVE);
-        type(L"small");
+        Operator::Type(L"small");
         cancel(1510, L"Save", enter);
         EXPECT_EQ(folder.Get("RealTimeFiles/small.rt3").size(), bytes.size()) << "the old file";
 
         panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
-        type(folder.Path("out"));
+        Operator::Type(folder.Path("out"));
         cancel(1533, L"Export to csv...", enter);
         EXPECT_EQ(folder.CountEntries(), 2u);
         EXPECT_EQ(panel.ValuesOf(0).size(), 196605u);

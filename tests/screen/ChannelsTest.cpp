@@ -88,8 +88,7 @@ class Channels : public ::testing::Test {
     std::vector<BYTE> m_lastPicture;
 };
 
-class ThreeChannels : public Channels {
-  protected:
+struct ThreeChannels : Channels {
     ThreeChannels() : Channels(3) {}
 };
 
@@ -123,8 +122,14 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         ExpectNewPicture(1, 1, "marker B");
         ExpectReadOuts(L"375", L"0", "markers of channel 2");
         m_panel.TapBar(Bar::ID_MARKER_A);
-        m_panel.TapPlot(40 + 70);
-        ExpectReadOuts(L"300", L"0", "marker A moved");
+        m_panel.TapBar(Bar::ID_MARKER_B);  // takes its place
+        m_panel.TapPlot(40 + 125);
+        ExpectReadOuts(L"300", L"0", "marker B moved");
+        for (const int nID : {Bar::ID_TIME_DISTANCE, Bar::ID_TRIGGER_PERCENT}) {
+            m_panel.TapBar(nID);
+            Operator::Type(L"9");
+        }
+        ExpectReadOuts(L"300", L"0", "they only show");
 
         m_panel.Select(IDC_CHANNEL_LIST, L"Channel 1");
         EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), L"Force/Voltage");
@@ -143,6 +148,7 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         m_panel.Drag(100, 300);
         ExpectNewPicture(1, 1, "zoomed");
 
+        m_session.m_nHostAuxRate = 17000;  // after the capture
         m_panel.SaveAs(L"two");
         FileBytes saved;
         saved.Long(4).Byte(2).Byte(2).Word(32800).Word(16000).Spans({98400, 98400, 1});
@@ -260,6 +266,7 @@ TEST_F(Channels, AreClearedAndShownAnew) {
         ExpectNewPicture(0, 0, "a continuous capture");
         Push(9000, 300);
         ExpectNewPicture(0, 0, "its values");
+        EXPECT_TRUE(m_panel.TapBar(Menu::ID_INFO)) << "the bars stay usable";
         EndCapture();
         m_panel.Drag(100, 300);
         ExpectNewPicture(0, 0, "zoomed");

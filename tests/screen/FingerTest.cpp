@@ -43,6 +43,8 @@ class FingerTest : public ::testing::Test {
 TEST_F(FingerTest, ZoomsToABandOfEitherQuantity) {
     m_panel.Run([&] {
         Capture();
+        m_panel.TapPlot(340, 344);  // just below the plot
+        EXPECT_EQ(Plot().m_bZoomed, 0);
         m_panel.Drag(340, 640);
         ExpectView(45000, 90000);
         EXPECT_EQ(Plot().m_bZoomed, 1);
@@ -59,54 +61,25 @@ TEST_F(FingerTest, ZoomsToABandOfEitherQuantity) {
 TEST_F(FingerTest, LeavesNoBandBehind) {
     m_panel.Run([&] {
         Capture();
-        const CBitmap before = Operator::TakePicture(*m_panel.m_pDialog);
-        const CPoint inBand = m_panel.AtPlot(450, 60);
+        const CWnd& plot = *m_panel.m_pDialog->GetControl(IDC_PLOT_1);
+        const CBitmap before = Operator::TakePicture(plot);
+        /// Expects the band between two columns.
+        const auto expectBand = [&](int xFrom, int xTo) {
+            const CBitmap during = Operator::TakePicture(plot);
+            for (const int x : {xFrom - 1, xFrom, xTo, xTo + 1})
+                EXPECT_EQ(during.GetPixel(x, 60) != before.GetPixel(x, 60), xFrom <= x && x <= xTo)
+                    << x;
+        };
         Operator::Press(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(500, 100));
-        EXPECT_NE(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
-                  before.GetPixel(inBand.x, inBand.y));
-
+        expectBand(340, 499);
         m_panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
         m_panel.Settle();
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(400, 100));
-        EXPECT_EQ(Operator::TakePicture(*m_panel.m_pDialog).GetPixel(inBand.x, inBand.y),
-                  before.GetPixel(inBand.x, inBand.y));
+        expectBand(340, 399);
         Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
         m_panel.Tap(IDC_ZOOM_ALL);
-        Operator::Wait(20);
-        const CBitmap after = Operator::TakePicture(*m_panel.m_pDialog);
-        const CPoint corner = m_panel.AtPlot(41, 20), end = m_panel.AtPlot(690, 200);
-        for (int y = corner.y; y < end.y; ++y)
-            for (int x = corner.x; x < end.x; ++x)
-                ASSERT_EQ(after.GetPixel(x, y), before.GetPixel(x, y)) << x << ", " << y;
-    });
-}
-
-TEST_F(FingerTest, MeasuresATimeDistance) {
-    m_panel.Run([&] {
-        Capture();
-        m_panel.TapBar(Menu::ID_INFO);
-        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"0");
-        m_panel.TapBar(Bar::ID_MARKER_A);
-        m_panel.TapPlot(40 + 120);  // 120 pixels: value 18000
-        EXPECT_EQ(Plot().m_nMarkerA, 18000);
-        EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_MARKER_B);
-        m_panel.TapPlot(40 + 295);  // and 5 more for marker B: 300 pixels, value 45000
-        EXPECT_EQ(Plot().m_nMarkerB, 45000);
-        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"675");
-        EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
-
-        m_panel.TapBar(Bar::ID_CLEAR_MARKERS);
-        EXPECT_EQ(m_panel.BarText(Bar::ID_TIME_DISTANCE), L"0");
-        EXPECT_EQ(Plot().m_nMarkerA, -1);
-
-        m_panel.TapBar(Bar::ID_MARKER_A);
-        m_panel.TapBar(Bar::ID_MARKER_B);
-        m_panel.TapPlot(200);
-        EXPECT_EQ(Plot().m_nMarkerA, -1);
-        EXPECT_NE(Plot().m_nMarkerB, -1);
-        m_panel.TapBar(Bar::ID_BACK);
-        EXPECT_TRUE(m_panel.BarControl(Menu::ID_INFO));
+        EXPECT_TRUE(Operator::TakePicture(plot).EncodePng() == before.EncodePng());
     });
 }
 
@@ -132,8 +105,6 @@ TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
         m_panel.TapPlot(300, 218 - 50);
         EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
         EXPECT_EQ(m_panel.BarText(Bar::ID_TRIGGER_PERCENT), L"20");
-        m_panel.TapBar(Bar::ID_CLEAR_TRIGGER);
-        EXPECT_EQ(Plot().m_nTriggerLevel, -1);
     });
 }
 
@@ -182,49 +153,5 @@ TEST_F(FingerTest, EveryOtherButtonAndMessage) {
         m_panel.TapPlot(100);  // a plot without curves
         EXPECT_EQ(Plot().m_bZoomDrag, 0);
         EXPECT_EQ(Plot().m_nArmedAction, PLOTACT_NONE);
-    });
-}
-
-TEST(Finger, WorksDuringAContinuousCapture) {
-    TestPanel panel(3);
-    panel.Run([&] {
-        panel.Tap(IDC_SAMPLE_TIME_MODE);
-        panel.Tap(IDC_START);
-        std::atomic<int> nPackets{0};
-        std::atomic<bool> bOn{true};
-        CThreadHandle instrument = StartThread([&] {
-            while (bOn) {
-                panel.m_queue.push(MakeSamples(1, std::vector<std::int16_t>(30, 100)));
-                ++nPackets;
-                SleepMilliseconds(1);
-            }
-        });
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_TRUE(panel.TapBar(Menu::ID_INFO));
-            EXPECT_TRUE(panel.TapBar(Bar::ID_MARKER_A));
-            EXPECT_TRUE(panel.TapBar(Bar::ID_BACK));
-        }
-        bOn = false;
-        instrument.Close();
-        panel.Settle();
-        for (std::size_t k = 0; k < 3; ++k)
-            EXPECT_EQ(panel.ValuesOf(k).size(), static_cast<std::size_t>(nPackets) * 10);
-    });
-}
-
-TEST(Finger, ShowsEachChannelInItsOwnPlot) {
-    TestPanel panel(3);
-    panel.Run([&] {
-        panel.Tap(IDC_START);
-        panel.m_queue.push(MakeSamples(0, {1, 2, 3}));
-        panel.m_queue.push(MakeIdleReport());
-        panel.Settle();
-        constexpr int PLOTS[] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
-        for (const int nShown : {2, 1, 0}) {
-            ASSERT_TRUE(panel.Select(IDC_CHANNEL_LIST, L"Channel " + std::to_wstring(nShown + 1)));
-            for (int k = 0; k < 3; ++k) EXPECT_EQ(panel.IsVisible(PLOTS[k]), k == nShown);
-            const RTPlot& plot = panel.m_pSession->m_aPlots[static_cast<std::size_t>(nShown)];
-            EXPECT_TRUE(Operator::WaitUntil([&] { return plot.m_nWidth == 698; }, 1000));
-        }
     });
 }

@@ -211,6 +211,11 @@ TEST_P(Language, IsThatOfEveryControlAndWindow) {
         panel.Tap(IDC_SETTINGS);
         title(1511, L"Settings");
         ExpectLook(*Operator::ModalWindow(), SETTINGS, GetParam());
+        Operator::Tap(*Operator::ModalWindow(), CDlgSettings::ID_AUTO_ZOOM);
+        Operator::MoveTo(*Operator::ModalWindow(), {2, 2});
+        Look withoutAutoZoom = SETTINGS;
+        withoutAutoZoom.m_rows[1].m_nPicture = 0;
+        ExpectLook(*Operator::ModalWindow(), withoutAutoZoom, GetParam());
         Operator::Tap(*Operator::ModalWindow(), CDlgSettings::ID_RANGE_MIN);
         EXPECT_TRUE(EnterOnPad(language.Text(155, L"Current Value"), L"70001"));
         title(1094, L"Data Error");
@@ -283,6 +288,10 @@ TEST_P(Language, IsThatOfTheListsOfEveryMode) {
             EXPECT_EQ(language.TextsOf(IDC_DISPLAY_LIST), pairs);
             EXPECT_EQ(language.m_pPanel->TextOf(IDC_CHANNEL_LIST), channels[0]);
             EXPECT_EQ(language.m_pPanel->TextOf(IDC_DISPLAY_LIST), pairs[0]);
+            for (std::size_t n = pairs.size(); n-- > 0;) {  // each item means its place
+                language.m_pPanel->Select(IDC_DISPLAY_LIST, pairs[n]);
+                EXPECT_EQ(language.m_pPanel->m_pSession->m_aPlots[0].m_nDisplay, n);
+            }
         });
         EXPECT_EQ(device.m_nReads > 0, c.m_nPositionInput == 2);
     }

@@ -11,12 +11,14 @@ namespace {
 const std::thread::id g_mainThread = std::this_thread::get_id();
 std::atomic<std::uint64_t> g_nAhead{0};  ///< milliseconds
 std::atomic<bool> g_bHasty{false};
+unsigned g_nPerLook;      ///< milliseconds
 bool g_bLooking = false;  ///< of the main thread
 std::function<void()> g_atLook;
 
 }  // namespace
 
-CHastyClock::CHastyClock(std::function<void()> atLook) {
+CHastyClock::CHastyClock(unsigned nMilliseconds, std::function<void()> atLook) {
+    g_nPerLook = nMilliseconds;
     g_atLook = std::move(atLook);
     g_bHasty = true;
 }
@@ -27,7 +29,7 @@ CHastyClock::~CHastyClock() { g_bHasty = false; }
 std::uint64_t TickMilliseconds() {
     if (g_bHasty && std::this_thread::get_id() == g_mainThread && !g_bLooking) {
         g_bLooking = true;
-        g_nAhead += 1000;
+        g_nAhead += g_nPerLook;
         g_atLook();
         g_bLooking = false;
     }

@@ -3,12 +3,12 @@
 
 #include <functional>
 
-/// While it lives, a second goes by between any two looks that the user-interface thread takes at
-/// the clock: work of a moment is then work that takes long. `atLook` is called at each of them,
+/// While it lives, so much time goes by between any two looks that the user-interface thread takes
+/// at the clock: work of a moment is then work that takes long. `atLook` is called at each of them,
 /// except for those that it causes. Made on any thread.
 class CHastyClock {
   public:
-    explicit CHastyClock(std::function<void()> atLook);
+    CHastyClock(unsigned nMilliseconds, std::function<void()> atLook);
     ~CHastyClock();
     CHastyClock(const CHastyClock&) = delete;
     CHastyClock& operator=(const CHastyClock&) = delete;
