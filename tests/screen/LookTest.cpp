@@ -150,7 +150,10 @@ void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
             if (auto* pList = dynamic_cast<CComboBox*>(pModel)) {
                 pList->AddString(pControl->GetWindowText());
                 pList->SetCurSel(0);
-            } else if (item.m_kind != ListBox) {
+            } else if (auto* pRows = dynamic_cast<CListBox*>(pModel)) {
+                const auto* pShown = static_cast<const CListBox*>(pControl);
+                for (int n = 0; n < pShown->GetCount(); ++n) pRows->AddString(pShown->GetText(n));
+            } else {
                 const bool bNumber = bNumbers && nString >= 0;
                 EXPECT_EQ(pControl->GetWindowText(),
                           bNumber ? std::to_wstring(nString) : item.m_pText);
@@ -178,6 +181,9 @@ TEST_P(Language, IsThatOfEveryControlAndWindow) {
     TestPanel& panel = *language.m_pPanel;
     CWnd& screen = *panel.m_pDialog;
     panel.m_pSession->m_graph.m_nRangeMin = -4000;
+    std::filesystem::create_directory(language.m_folder.GetPath() / "RealTimeFiles");
+    for (const char* pName : {"RealTimeFiles/a.rt3", "RealTimeFiles/b.RT3"})
+        language.m_folder.Put(pName, "");
     const auto title = [&](int nString, const wchar_t* pEnglish) {
         EXPECT_TRUE(AwaitModal(language.Text(nString, pEnglish))) << nString;
     };
