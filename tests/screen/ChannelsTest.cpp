@@ -148,7 +148,8 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         m_panel.Drag(100, 300);
         ExpectNewPicture(1, 1, "zoomed");
 
-        m_session.m_nHostAuxRate = 17000;  // after the capture
+        m_session.m_nHostValueRate = 17000;  // after the capture
+        m_session.m_nHostAuxRate = 17000;
         m_panel.SaveAs(L"two");
         FileBytes saved;
         saved.Long(4).Byte(2).Byte(2).Word(32800).Word(16000).Spans({98400, 98400, 1});
@@ -280,7 +281,7 @@ TEST_F(Channels, AreClearedAndShownAnew) {
 TEST_F(ThreeChannels, AreDrawnInTheirColumns) {
     m_panel.Run([&] {
         m_panel.Tap(IDC_START);
-        Values values(3 * 20000);
+        Values values(60000);
         for (std::size_t i = 0; i < values.size(); ++i)
             values[i] =
                 static_cast<std::int16_t>(static_cast<int>(i * i % 4001) - 1000 * int(i % 3));

@@ -148,8 +148,11 @@ TEST_F(FilesTest, WorksWithFileDialogsOnADesktop) {
         panel.AnswerFileDialog(m_folder.Path("out"));
         EXPECT_EQ(m_folder.Get("out.csv"), "Force, Distance\r\n0.100,-0.200\r\n0.300,-0.050");
 
-        panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
-        Operator::PressKey(Operator::Key::Escape);
+        for (const bool bExport : {false, true}) {
+            bExport ? panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV) : panel.Tap(IDC_SAVE);
+            Operator::PressKey(Operator::Key::Escape);
+            EXPECT_EQ(Operator::ModalWindow(), panel.m_pDialog.get()) << "and no error box";
+        }
         EXPECT_EQ(m_folder.CountEntries(), 4u);  // those three and the language folder
 
         m_folder.Put("dropped.rt3", Example());
