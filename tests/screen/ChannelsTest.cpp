@@ -145,8 +145,13 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         m_panel.Select(IDC_CHANNEL_LIST, L"Channel 2");
         ExpectReadOuts(L"300", L"0", "channel 2 again");
         EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), L"Position (0-10V)");
-        m_panel.Drag(100, 300);
+        Operator::Press(*m_panel.m_pDialog, m_panel.AtPlot(100, 100));
+        Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(300, 100));
+        EXPECT_EQ(m_session.m_aPlots[1].m_nDragBandX, 300);
+        Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(300, 100));
         ExpectNewPicture(1, 1, "zoomed");
+        m_panel.Tap(IDC_ZOOM_ALL);
+        ExpectNewPicture(1, 1, "the whole of it");
 
         m_session.m_nHostValueRate = 17000;  // after the capture
         m_session.m_nHostAuxRate = 17000;

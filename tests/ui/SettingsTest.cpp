@@ -39,9 +39,9 @@ TEST(Settings, StoresRangesAsWholeNumbersWithinTheirLimits) {
         };
         enter(ID_RANGE_MIN, L"");  // the pad begins with what the button shows
         EXPECT_EQ(TextOf(settings.m_dialog, ID_RANGE_MIN), L"-5000");
-        enter(ID_RANGE_MAX, L"250.7");
+        enter(ID_RANGE_MAX, L"250.75");
         EXPECT_EQ(settings.m_graph.m_nRangeMax, 250);
-        EXPECT_EQ(TextOf(settings.m_dialog, ID_RANGE_MAX), L"250.7");
+        EXPECT_EQ(TextOf(settings.m_dialog, ID_RANGE_MAX), L"250.75");
         for (const wchar_t* pNumber : {L"-20000.5", L"70000.1"}) {
             enter(ID_RANGE_MIN, pNumber);
             EXPECT_TRUE(AwaitModal(L"Data Error"));
