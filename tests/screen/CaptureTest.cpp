@@ -98,41 +98,6 @@ TEST(Screen, StopsWhenTheInstrumentReportsIdle) {
     });
 }
 
-TEST(Screen, KeepsEarlierCapturesUntilClear) {
-    TestPanel panel(3);
-    panel.Run([&] {
-        for (int i = 0; i < 2; ++i) {
-            panel.Tap(IDC_START);
-            panel.m_queue.push(MakeSamples(0, {10, 20, 30}));
-            panel.m_queue.push(MakeIdleReport());
-            panel.Settle();
-        }
-        for (std::size_t k = 0; k < 3; ++k) EXPECT_EQ(panel.CurveCount(k), 2u);
-        EXPECT_EQ(panel.ValuesOf(2, 1), (std::vector<std::int16_t>{30}));
-
-        panel.Tap(IDC_CLEAR);
-        for (std::size_t k = 0; k < 3; ++k) EXPECT_EQ(panel.CurveCount(k), 0u);
-        panel.m_queue.push(MakeSamples(0, {10, 20, 30}));
-        panel.Settle();
-        EXPECT_EQ(panel.CurveCount(0), 0u);
-    });
-}
-
-TEST(Screen, RunsContinuously) {
-    TestPanel panel(1);
-    panel.Run([&] {
-        panel.Tap(IDC_SAMPLE_TIME_MODE);
-        panel.Tap(IDC_START);
-        panel.m_queue.push(MakeSamples(0, {1, 2}));
-        panel.m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
-        panel.m_queue.push(MakeSamples(0, {3, 4, 5, 6}));
-        panel.Settle();
-        ExpectState(panel, CAPTURING);
-        EXPECT_EQ(panel.CurveCount(0), 1u);
-        EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{3, 4, 5, 6}));
-    });
-}
-
 TEST(Screen, StopsAContinuousCaptureOnceBeforeItCloses) {
     const struct {
         bool m_bContinuous, m_bStop;

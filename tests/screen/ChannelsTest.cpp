@@ -2,8 +2,6 @@
 // read-outs, lists and files show of it.
 #include <gtest/gtest.h>
 
-#include <numeric>
-
 #include "platform/system/Paths.h"
 #include "plugin/ScreenTemplate.h"
 #include "tests/plot/PlotSheet.h"

@@ -1,9 +1,6 @@
 // Captures saved, listed, loaded and exported through the screen's real controls.
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
-
 #include "platform/system/Paths.h"
 #include "plugin/ScreenTemplate.h"
 #include "tests/support/FileBytes.h"
@@ -76,36 +73,6 @@ TEST_F(FilesTest, SavesWithinTheStoreAndLoadsOnThePanel) {
         EXPECT_EQ(panel.m_pSession->m_nValueRate, 40000);
         EXPECT_EQ(int{panel.m_pSession->m_graph.m_nGraphRate}, 40000);
         EXPECT_EQ(panel.m_pSession->m_aPlots[0].m_nViewEnd, 4);
-    });
-}
-
-TEST_F(FilesTest, ReportsASaveThatFailsAndKeepsTheOldFile) {
-    TestPanel panel(1);
-    panel.Run([&] {
-        CaptureExample(panel);
-        panel.SaveAs(L"run1");
-
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit before{};
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit tight{50, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &tight);
-        panel.Tap(IDC_START);
-        panel.m_queue.push(MakeSamples(5, {1, 2, 3, 4}));
-        panel.Settle();
-        panel.SaveAs(L"run1");
-        const std::wstring strText = Operator::ModalText();
-        setrlimit(RLIMIT_FSIZE, &before);
-        EXPECT_NE(strText.find(L"run1.rt3"), std::wstring::npos);
-        EXPECT_NE(strText.find(L"File too large"), std::wstring::npos);
-        Operator::PressModalButton(L"OK");
-
-        EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
-        EXPECT_EQ(
-            std::distance(std::filesystem::directory_iterator(m_folder.GetPath() / "RealTimeFiles"),
-                          std::filesystem::directory_iterator()),
-            1);
-        EXPECT_TRUE(panel.IsEnabled(IDC_START));
     });
 }
 

@@ -45,9 +45,7 @@ TEST(Settings, StoresRangesAsWholeNumbersWithinTheirLimits) {
         for (const wchar_t* pNumber : {L"-20000.5", L"70000.1"}) {
             enter(ID_RANGE_MIN, pNumber);
             EXPECT_TRUE(AwaitModal(L"Data Error"));
-            EXPECT_EQ(Operator::ModalText(), L"Parameter must be within range: -20000 to 70000");
             EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), CBigMessageBox::ID_OK_CENTRE));
-            EXPECT_EQ(TextOf(settings.m_dialog, ID_RANGE_MIN), L"-5000");
             EXPECT_EQ(settings.m_graph.m_nRangeMin, -5000);
         }
         enter(ID_RANGE_MIN, L"-20000");
