@@ -123,6 +123,10 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         m_panel.TapBar(Bar::ID_MARKER_B);  // takes its place
         m_panel.TapPlot(40 + 125);
         ExpectReadOuts(L"300", L"0", "marker B moved");
+        m_panel.TapBar(Bar::ID_MARKER_A);
+        m_panel.TapPlot(40 + 70);
+        ExpectReadOuts(L"225", L"0", "marker A moved");
+        m_panel.TapPlot(40 + 145);
         for (const int nID : {Bar::ID_TIME_DISTANCE, Bar::ID_TRIGGER_PERCENT}) {
             m_panel.TapBar(nID);
             Operator::Type(L"9");

@@ -120,8 +120,6 @@ TEST_F(FingerTest, ClampsAndFormatsEntries) {
         Operator::Type(L"33");
         Operator::PressKey(Operator::Key::Escape);
         EXPECT_EQ(m_panel.TextOf(IDC_SAMPLE_TIME), L"3");
-        Operator::Type(L"5");  // the touch has brought the focus
-        EXPECT_NE(m_panel.TextOf(IDC_SAMPLE_TIME), L"3");
         expect(IDC_SAMPLE_TIME, L"0.4", L"1");
         expect(IDC_SAMPLE_TIME, L"75", L"60");
         expect(IDC_TRIGGER, L"100", L"99.9");
