@@ -18,20 +18,22 @@ std::string Image(std::initializer_list<unsigned char> bytes) {
     return image;
 }
 
-constexpr int IDLE_CONTROLS[] = {IDC_START,        IDC_LOAD,         IDC_ZOOM_ALL,
-                                 IDC_CLEAR,        IDC_SAVE,         IDC_SETTINGS,
-                                 IDC_CHANNEL_LIST, IDC_DISPLAY_LIST, IDC_SAMPLE_TIME_MODE,
-                                 IDC_SAMPLE_TIME,  IDC_TRIGGER};
+enum State { IDLE, CAPTURING, LOCKED, LOCKED_AFTER_CAPTURE, DESKTOP, LOCKED_DESKTOP };
 
-void ExpectIdle(TestPanel& panel) {
-    EXPECT_FALSE(panel.IsEnabled(IDC_STOP));
-    for (const int nID : IDLE_CONTROLS) EXPECT_TRUE(panel.IsEnabled(nID)) << nID;
+/// Whether a control is enabled, by state.
+constexpr std::pair<int, const char*> ENABLED[] = {
+    {IDC_START, "100000"},    {IDC_STOP, "010000"},         {IDC_LOAD, "100010"},
+    {IDC_ZOOM_ALL, "101111"}, {IDC_CLEAR, "100100"},        {IDC_SAVE, "101111"},
+    {IDC_SETTINGS, "101111"}, {IDC_CHANNEL_LIST, "101111"}, {IDC_DISPLAY_LIST, "101111"},
+    {IDC_TRIGGER, "100000"},  {IDC_SAMPLE_TIME, "100000"},  {IDC_SAMPLE_TIME_MODE, "100000"},
+};
+
+void ExpectState(TestPanel& panel, State state) {
+    for (const auto& [nID, pStates] : ENABLED)
+        EXPECT_EQ(panel.IsEnabled(nID), pStates[state] == '1') << nID << " in " << state;
 }
 
-void ExpectCapturing(TestPanel& panel) {
-    EXPECT_TRUE(panel.IsEnabled(IDC_STOP));
-    for (const int nID : IDLE_CONTROLS) EXPECT_FALSE(panel.IsEnabled(nID)) << nID;
-}
+const std::string STOP_IMAGE = Image({0x27, 1, 0x29, 2});
 
 }  // namespace
 
@@ -40,7 +42,7 @@ TEST(Screen, OpensIdleAndClosesWithoutAQueue) {
     panel.m_pSession->m_pPacketQueue = nullptr;
     panel.m_pSession->m_nMode = 0;
     panel.Run([&] {
-        ExpectIdle(panel);
+        ExpectState(panel, IDLE);
         EXPECT_TRUE(panel.Tap(IDC_ZOOM_ALL));
         EXPECT_EQ(panel.m_pSession->m_nChannels, 1);
     });
@@ -53,7 +55,7 @@ TEST(Screen, TakesASampleTimeCaptureToItsEnd) {
     panel.m_pSession->m_nHostValueRate = 1000;
     panel.Run([&] {
         ASSERT_TRUE(panel.Tap(IDC_START));
-        ExpectCapturing(panel);
+        ExpectState(panel, CAPTURING);
         ASSERT_EQ(panel.m_view.m_images.size(), 1u);
         // 3000 ms, sample time, 1000 values per second, trigger 0, first values
         EXPECT_EQ(panel.m_view.m_images[0],
@@ -63,12 +65,12 @@ TEST(Screen, TakesASampleTimeCaptureToItsEnd) {
         std::iota(block.begin(), block.end(), std::int16_t{0});
         for (int n = 0; n < 2; ++n) panel.m_queue.push(MakeSamples(5, block));
         panel.Settle();
-        ExpectCapturing(panel);
+        ExpectState(panel, CAPTURING);
         EXPECT_EQ(panel.ValuesOf(0).size(), 2000u);
 
         panel.m_queue.push(MakeSamples(5, block));
         panel.Settle();
-        ExpectIdle(panel);
+        ExpectState(panel, IDLE);
         const auto values = panel.ValuesOf(0);
         ASSERT_EQ(values.size(), 3000u);
         EXPECT_EQ(values[1234], 234);
@@ -84,93 +86,89 @@ TEST(Screen, StopsWhenTheInstrumentReportsIdle) {
         panel.m_queue.push(MakeSamples(0, {1, 2, 3, 4, 5, 6, 7, 8}));
         panel.Tap(IDC_STOP);
         ASSERT_EQ(panel.m_view.m_images.size(), 2u);
-        EXPECT_EQ(panel.m_view.m_images[1], Image({0x27, 1, 0x29, 2}));
+        EXPECT_EQ(panel.m_view.m_images[1], STOP_IMAGE);
         panel.Settle();
-        ExpectCapturing(panel);
+        ExpectState(panel, CAPTURING);
 
         panel.m_queue.push(MakeIdleReport());
         panel.Settle();
-        ExpectIdle(panel);
+        ExpectState(panel, IDLE);
         EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{1, 2, 5, 6}));
         EXPECT_EQ(panel.ValuesOf(1), (std::vector<std::int16_t>{3, 4, 7, 8}));
     });
 }
 
-TEST(Screen, KeepsEarlierCapturesUntilClear) {
-    TestPanel panel(3);
-    panel.Run([&] {
-        for (int i = 0; i < 2; ++i) {
+TEST(Screen, StopsAContinuousCaptureOnceBeforeItCloses) {
+    const struct {
+        bool m_bContinuous, m_bStop;
+        std::size_t m_nStopImages;
+    } cases[] = {{true, false, 1}, {true, true, 1}, {false, false, 0}};
+    for (const auto& [bContinuous, bStop, nStopImages] : cases) {
+        TestPanel panel(1);
+        auto& images = panel.m_view.m_images;
+        panel.RunUntilClosed([&, bContinuous = bContinuous, bStop = bStop] {
+            // The command without a control changes what is captured, not what is shown.
+            if (bContinuous) panel.m_pDialog->PostMessage(WM_COMMAND, CommandParam(1015, 0));
             panel.Tap(IDC_START);
-            panel.m_queue.push(MakeSamples(0, {10, 20, 30}));
-            panel.m_queue.push(MakeIdleReport());
-            panel.Settle();
+            EXPECT_EQ(panel.TextOf(IDC_SAMPLE_TIME_MODE), L"Sample Time:");
+            if (bStop) panel.Tap(IDC_STOP);
+            EXPECT_TRUE(panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN));
+        });
+        ASSERT_EQ(images.size(), 1 + nStopImages);
+        EXPECT_EQ(images[0], Image({0x27, 1, 0x29, 2, 0xB8, 0x0B, bContinuous, 0x40, 0x9C}));
+        EXPECT_EQ(images.back() == STOP_IMAGE, nStopImages == 1);
+    }
+}
+
+TEST(Screen, OffersWhatTheSessionAllows) {
+    for (const bool bLocked : {false, true})
+        for (const bool bDesktop : {false, true}) {
+            TestPanel panel(1);
+            panel.m_pSession->m_bCaptureLocked = bLocked;
+            panel.m_pSession->m_bDesktopMode = bDesktop;
+            panel.Run([&] {
+                ExpectState(panel, bDesktop  ? bLocked ? LOCKED_DESKTOP : DESKTOP
+                                   : bLocked ? LOCKED
+                                             : IDLE);
+                panel.m_folder.Put("a.rt3", "");
+                if (bLocked || !bDesktop) {  // otherwise this would be an error box
+                    Operator::DropFiles(*panel.m_pDialog, {panel.m_folder.Path("a.rt3")});
+                    EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode");
+                }
+                if (!bLocked || bDesktop) return;
+                panel.m_queue.push(MakeIdleReport());
+                panel.Settle();
+                ExpectState(panel, LOCKED_AFTER_CAPTURE);
+            });
         }
-        for (std::size_t k = 0; k < 3; ++k) EXPECT_EQ(panel.CurveCount(k), 2u);
-        EXPECT_EQ(panel.ValuesOf(2, 1), (std::vector<std::int16_t>{30}));
-
-        panel.Tap(IDC_CLEAR);
-        for (std::size_t k = 0; k < 3; ++k) EXPECT_EQ(panel.CurveCount(k), 0u);
-        panel.m_queue.push(MakeSamples(0, {10, 20, 30}));
-        panel.Settle();
-        EXPECT_EQ(panel.CurveCount(0), 0u);
-    });
 }
 
-TEST(Screen, RunsContinuouslyAndStopsThatBeforeItCloses) {
+TEST(Screen, DropsAReturnToIdleThatANewStartHasOvertaken) {
     TestPanel panel(1);
-    panel.RunUntilClosed([&] {
-        panel.Tap(IDC_SAMPLE_TIME_MODE);
-        EXPECT_EQ(panel.TextOf(IDC_SAMPLE_TIME_MODE), L"Continuous");
-        EXPECT_FALSE(panel.IsVisible(IDC_SECONDS));
-        EXPECT_FALSE(panel.IsVisible(IDC_SAMPLE_TIME));
-
-        panel.Tap(IDC_START);
-        EXPECT_EQ(panel.m_view.m_images.back()[6], 1);
-        panel.m_queue.push(MakeSamples(0, {1, 2}));
-        panel.m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
-        panel.m_queue.push(MakeSamples(0, {3, 4, 5, 6}));
-        panel.Settle();
-        EXPECT_EQ(panel.CurveCount(0), 1u);
-        EXPECT_EQ(panel.ValuesOf(0), (std::vector<std::int16_t>{3, 4, 5, 6}));
-        EXPECT_EQ(panel.m_view.m_images.size(), 1u);
-
-        EXPECT_TRUE(panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN));
-    });
-    ASSERT_EQ(panel.m_view.m_images.size(), 2u);
-    EXPECT_EQ(panel.m_view.m_images[1], Image({0x27, 1, 0x29, 2}));
-}
-
-TEST(Screen, LeavesLockedControlsAlone) {
-    TestPanel panel(1);
-    panel.m_pSession->m_bCaptureLocked = 1;
     panel.Run([&] {
-        constexpr int LOCKED[] = {IDC_START, IDC_STOP,        IDC_CLEAR,  IDC_SAMPLE_TIME_MODE,
-                                  IDC_LOAD,  IDC_SAMPLE_TIME, IDC_TRIGGER};
-        for (const int nID : LOCKED) EXPECT_FALSE(panel.IsEnabled(nID)) << nID;
-        EXPECT_FALSE(panel.Tap(IDC_START));
-
+        Operator::Ask([&] {  // the reader asks for idle while the screen is about to start
+            const auto spReport = MakeIdleReport();
+            panel.m_queue.push(spReport);
+            panel.m_queue.push(MakePacket(RTPacketType{0}, {}));
+            while (spReport.use_count() > 1) SleepMilliseconds(1);
+            panel.m_pDialog->SendMessage(WM_COMMAND, CommandParam(IDC_START, BN_CLICKED));
+        });
+        Operator::Wait(5);
+        ExpectState(panel, CAPTURING);
         panel.m_queue.push(MakeIdleReport());
         panel.Settle();
-        for (const int nID : LOCKED) EXPECT_EQ(panel.IsEnabled(nID), nID == IDC_CLEAR) << nID;
+        ExpectState(panel, IDLE);
     });
 }
 
-TEST(Screen, ClosesUnderAFlood) {
-    TestPanel panel(3);
-    std::atomic<bool> bFlood{true};
-    const auto spPacket = MakeSamples(0, std::vector<std::int16_t>(300, 7));
-    CThreadHandle flood = StartThread([&] {
-        for (int n = 1; bFlood; ++n) {
-            panel.m_queue.push(spPacket);
-            if (n % 1000 == 0) SleepMilliseconds(1);
-        }
-    });
-    panel.Run([&] {
-        panel.Tap(IDC_START);
-        Operator::Wait(200);
-        EXPECT_TRUE(panel.TapBar(CDlgBarMainMenu::ID_INFO));
-        EXPECT_TRUE(panel.BarControl(CDlgBarInfo::ID_BACK));
-    });
-    bFlood = false;
+TEST(Screen, LeavesAQueueThatItCannotDrainInTime) {
+    // A packet of a million empty blocks takes a millisecond or more; there are a thousand times as
+    // many as the reader has time for.
+    TestPanel panel(1);
+    const auto spPacket = MakePacket(RTPACKET_SAMPLES, std::vector<std::uint8_t>(4'000'000));
+    for (int n = 0; n < 20000; ++n) panel.m_queue.push(spPacket);
+    panel.Run([] {});
     EXPECT_FALSE(panel.m_pDialog->GetHandle());
+    std::shared_ptr<RTPacket> spLeft;
+    EXPECT_TRUE(panel.m_queue.try_pop(spLeft));
 }

@@ -94,6 +94,50 @@ std::wstring TestPanel::BarText(int nID) {
     return strText;
 }
 
+bool TestPanel::Select(int nList, const std::wstring& strText) {
+    const CWnd* pList = nullptr;
+    Operator::Ask([&] { pList = m_pDialog->GetControl(nList); });
+    return pList && Operator::Select(*pList, strText);
+}
+
+CPoint TestPanel::AtPlot(int x, int y) {
+    CRect area;
+    Operator::Ask([&] {
+        area = m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
+        m_pDialog->ScreenToClient(area);
+    });
+    return {area.left + x, area.top + y};
+}
+
+void TestPanel::TapPlot(int x, int y) {
+    Operator::Press(*m_pDialog, AtPlot(x, y));
+    Operator::Release(*m_pDialog, AtPlot(x, y));
+}
+
+void TestPanel::Drag(int xFrom, int xTo) {
+    Operator::Press(*m_pDialog, AtPlot(xFrom, 100));
+    Operator::MoveTo(*m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
+    Operator::MoveTo(*m_pDialog, AtPlot(xTo, 120));
+    Operator::Release(*m_pDialog, AtPlot(xTo, 120));
+}
+
+void TestPanel::SaveAs(const std::wstring& strName) {
+    Tap(IDC_SAVE);
+    if (!AwaitModal(L"Real Time file name")) throw std::runtime_error("no keyboard");
+    Operator::Type(strName);
+    Operator::PressKey(Operator::Key::Enter);
+    Operator::Wait(30);
+}
+
+void TestPanel::AnswerFileDialog(const std::wstring& strPath) {
+    const auto isScreen = [this] { return Operator::ModalWindow() == m_pDialog.get(); };
+    if (!Operator::WaitUntil([&] { return !isScreen(); }, 2000))
+        throw std::runtime_error("no file dialog");
+    Operator::Type(strPath);
+    Operator::PressKey(Operator::Key::Enter);
+    Operator::WaitUntil(isScreen, 2000);
+}
+
 std::vector<std::int16_t> TestPanel::ValuesOf(std::size_t nChannel, std::size_t nCurve) {
     const std::lock_guard lock(m_pSession->m_lock);
     const RTCurveList& curves = m_pSession->m_spCurves->m_lstCurves[nChannel];

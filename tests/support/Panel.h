@@ -55,6 +55,16 @@ class TestPanel {
     bool TapBar(int nID);
     std::wstring BarText(int nID);
     bool Tap(int nID) { return Operator::Tap(*m_pDialog, nID); }
+    /// Picks an item of one of the screen's two lists.
+    bool Select(int nList, const std::wstring& strText);
+    /// A point of the plots, which all stand at one place, in the screen's client area.
+    CPoint AtPlot(int x, int y);
+    void TapPlot(int x, int y = 100);
+    void Drag(int xFrom, int xTo);
+    /// Saves under a name typed on the keyboard.
+    void SaveAs(const std::wstring& strName);
+    /// Types a path into the standard file dialog, which must be about to open, and confirms it.
+    void AnswerFileDialog(const std::wstring& strPath);
 
     /// The values of a channel's curve by index, as far as they are stored.
     std::vector<std::int16_t> ValuesOf(std::size_t nChannel, std::size_t nCurve = 0);

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/Paths.h"
-#include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
-#include "ui/DlgLangBase.h"
 #include "ui/Language.h"
 #include "ui/LanguageTable.h"
 
@@ -22,9 +20,6 @@ CLanguageTable Load(const std::wstring& strLanguage) {
 constexpr int STRINGS[] = {0,    1,    101,  120,  121,  122,  144,  145,  154,  155,  1093,
                            1094, 1507, 1508, 1509, 1510, 1511, 1512, 1514, 1515, 1516, 1518,
                            1519, 1520, 1521, 1522, 1523, 1524, 1532, 1533, 1534, 2004};
-
-constexpr DialogItem ITEMS[] = {{9, ControlKind::Static, L"built in", 0, 0, 50, 8}};
-constexpr DialogTemplate TEMPLATE{0, L"Texts", 60, 20, L"MS Shell Dlg", 8, ITEMS};
 
 }  // namespace
 
@@ -66,25 +61,4 @@ TEST(LanguageFiles, AreFoundInAnotherProgramFolderInAnyCase) {
     std::filesystem::resize_file(folder.GetPath() / "Big.txt", std::uintmax_t{1} << 40);
     EXPECT_FALSE(LoadLanguage({L"Big", folder.Path(""), {}}, &table));
     EXPECT_FALSE(LoadLanguage(info, nullptr));
-}
-
-TEST(LanguageTexts, KeepTheBuiltInOneWhereTheTableHasNone) {
-    CLanguageTable table;
-    table.Set(1, L"one");
-    table.Set(2, L"");
-    CDlgLangBase dialog(TEMPLATE);
-    RunModal(dialog, [&] {
-        Operator::Ask([&] {
-            EXPECT_FALSE(dialog.SetLangText(9, 1, L"without a table"));
-            dialog.m_pLangTable = &table;
-            EXPECT_FALSE(dialog.SetLangText(9, 2, L"the table's text is empty"));
-            EXPECT_FALSE(dialog.SetLangText(9, 3, L""));
-            EXPECT_FALSE(dialog.SetLangText(8, 1, L""));
-        });
-        EXPECT_EQ(TextOf(dialog, 9), L"built in");
-        for (const auto& [nString, pText] : {std::pair{3, L"fallback"}, std::pair{1, L"one"}}) {
-            Operator::Ask([&] { EXPECT_TRUE(dialog.SetLangText(9, nString, L"fallback")); });
-            EXPECT_EQ(TextOf(dialog, 9), pText);
-        }
-    });
 }

@@ -2,46 +2,7 @@
 
 #include <limits>
 
-#include "tests/support/Controls.h"
 #include "ui/ClampedNumber.h"
-#include "ui/EditClick.h"
-
-namespace {
-
-constexpr int EDIT = 9;
-constexpr DialogItem ITEMS[] = {{EDIT, ControlKind::Edit, L"7", 10, 10, 40, 14}};
-constexpr DialogTemplate TEMPLATE{0, L"Owner", 100, 60, L"MS Shell Dlg", 8, ITEMS};
-
-class COwner : public CDialog {
-  public:
-    COwner() : CDialog(TEMPLATE) {}
-    CEditClick m_edit;
-
-  protected:
-    bool OnInitDialog() override {
-        m_edit.AttachControl(EDIT, this);
-        m_edit.m_strPadTitle = L"How many?";
-        m_edit.m_dMax = 60;
-        m_edit.m_dMin = 1;
-        return CDialog::OnInitDialog();
-    }
-};
-
-}  // namespace
-
-TEST(EditClick, OpensThePadUnderItsTitleAndKeepsItsTextWhenThatIsCancelled) {
-    COwner owner;
-    RunModal(owner, [&] {
-        Operator::Tap(owner, EDIT);
-        EXPECT_TRUE(AwaitModal(L"How many?"));
-        Operator::Type(L"33");
-        Operator::PressKey(Operator::Key::Escape);
-        EXPECT_EQ(TextOf(owner, EDIT), L"7");
-        Operator::Tap(owner, EDIT);
-        EXPECT_TRUE(EnterOnPad(L"How many?", L"75"));
-        EXPECT_EQ(TextOf(owner, EDIT), L"60");
-    });
-}
 
 TEST(ClampedNumber, IsRoundedWithinItsLimits) {
     using Limits = std::numeric_limits<double>;
