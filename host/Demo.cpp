@@ -90,9 +90,9 @@ void CDemo::TakeCapture() {
     const unsigned nSampleTime = ReadSampleMilliseconds(m_screen);
     const std::uint64_t nBegin = TickMilliseconds();
     if (!Operator::Tap(m_screen, IDC_START)) throw CDemoError("Start cannot be pressed");
-    if (!Operator::WaitUntil([this] { return IsEnabled(m_screen, IDC_START); },
-                             nSampleTime + CAPTURE_PATIENCE))
-        throw CDemoError("the capture did not end");
+    Operator::WaitFor(
+        "the end of the capture", [this] { return IsEnabled(m_screen, IDC_START); },
+        nSampleTime + CAPTURE_PATIENCE);
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
 }
@@ -205,15 +205,12 @@ void CDemo::TapBar(int nID) {
 
 void CDemo::AwaitWindow(const char* pWhat) {
     // A standard dialog has no window object.
-    const auto isThere = [this] { return Operator::ModalWindow() != &m_screen; };
-    if (!Operator::WaitUntil(isThere, WINDOW_PATIENCE))
-        throw CDemoError(std::string(pWhat) + " does not appear");
+    Operator::WaitFor(
+        pWhat, [this] { return Operator::ModalWindow() != &m_screen; }, WINDOW_PATIENCE);
 }
 
 void CDemo::AwaitScreen(const char* pWhat) {
-    const auto isInFront = [this] { return Operator::ModalWindow() == &m_screen; };
-    if (!Operator::WaitUntil(isInFront, WINDOW_PATIENCE))
-        throw CDemoError(
-            std::string("the screen does not come to the front ") + pWhat + ": " +
-            std::filesystem::path(Operator::ModalTitle() + L" " + Operator::ModalText()).string());
+    Operator::WaitFor(
+        std::string("the screen ") + pWhat, [this] { return Operator::ModalWindow() == &m_screen; },
+        WINDOW_PATIENCE);
 }

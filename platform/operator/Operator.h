@@ -27,7 +27,9 @@ class PLATFORM_API CScript {
     CScript(const CScript&) = delete;
     CScript& operator=(const CScript&) = delete;
 
-    /// Handles events until the script has ended; throws what the script has thrown.
+    /// Handles events until the script has ended; throws what the script has thrown. Modal windows
+    /// that a script leaves open, at once after an exception, else after 10 s, are closed, so that
+    /// the caller's modal run ends, and are an error.
     void Join();
 
   private:
@@ -78,6 +80,11 @@ PLATFORM_API std::vector<std::string> ListWidgets();
 /// Handles events until a condition holds or the time is over.
 /// @return whether the condition holds
 PLATFORM_API bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds);
+/// The same, for what a script cannot go on without.
+/// @param strWhat what is waited for, for the error
+/// @throws std::runtime_error when the time is over
+PLATFORM_API void WaitFor(const std::string& strWhat, const std::function<bool()>& condition,
+                          unsigned nMilliseconds = 5000);
 /// Handles events for a time.
 PLATFORM_API void Wait(unsigned nMilliseconds);
 /// Has a call made from the event loop after a time, modal loops included.

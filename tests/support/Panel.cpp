@@ -60,13 +60,8 @@ void TestPanel::Run(const std::function<void()>& script) {
 
 void TestPanel::RunUntilClosed(const std::function<void()>& script) {
     Operator::CScript running([&] {
-        Operator::WaitUntil([this] { return m_pDialog->IsWindowVisible(); }, 5000);
-        try {
-            script();
-        } catch (...) {
-            m_pDialog->PostMessage(WM_CLOSE);
-            throw;
-        }
+        Operator::WaitFor("the screen", [this] { return m_pDialog->IsWindowVisible(); });
+        script();
     });
     m_pDialog->Run();
     running.Join();
