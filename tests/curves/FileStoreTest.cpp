@@ -3,13 +3,14 @@
 #include <filesystem>
 
 #include "curves/FileStore.h"
+#include "platform/system/Text.h"
 
 namespace {
 
 TEST(FileStore, StandsBesideTheExecutable) {
     const auto executable = std::filesystem::read_symlink("/proc/self/exe");
-    EXPECT_EQ(GetSavePath(L"run1"),
-              (executable.parent_path() / "RealTimeFiles" / "run1.rt3").wstring());
+    EXPECT_EQ(ToUtf8(GetSavePath(L"run1")),
+              executable.parent_path() / "RealTimeFiles" / "run1.rt3");
 }
 
 TEST(FileStore, RefusesNamesThatLeaveTheFolder) {

@@ -1,7 +1,9 @@
 // Captures saved, listed, loaded and exported through the screen's real controls.
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <sys/resource.h>
 
 #include "platform/system/Paths.h"
@@ -112,7 +114,7 @@ TEST_F(FilesTest, ReportsASaveThatFailsAndKeepsTheOldFile) {
         const std::wstring strText = Operator::ModalText();
         setrlimit(RLIMIT_FSIZE, &before);
         EXPECT_NE(strText.find(L"run1.rt3"), std::wstring::npos);
-        EXPECT_NE(strText.find(L"File too large"), std::wstring::npos);
+        EXPECT_NE(strText.find(FromUtf8(std::strerror(EFBIG))), std::wstring::npos);
         Operator::PressModalButton(L"OK");
 
         EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3"), SavedExample());
