@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QThreadPool>
 #include <QUrl>
 #include <QtTest/QTest>
 #include <algorithm>
@@ -329,6 +330,8 @@ bool PressModalButton(const std::wstring& strText) {
         return nullptr;
     });
 }
+
+void EndIdleThreads() { QThreadPool::globalInstance()->waitForDone(); }
 
 std::vector<std::string> ListWidgets() {
     std::vector<std::string> kinds;

@@ -77,6 +77,10 @@ PLATFORM_API bool PressModalButton(const std::wstring& strText);
 /// What windows and controls there are in the process, seen or not: the kind of each, sorted.
 PLATFORM_API std::vector<std::string> ListWidgets();
 
+/// Has the threads end that the window system keeps for a while when it has used them.
+/// User-interface thread.
+PLATFORM_API void EndIdleThreads();
+
 /// Handles events until a condition holds or the time is over.
 /// @return whether the condition holds
 PLATFORM_API bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds);
