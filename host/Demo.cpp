@@ -160,9 +160,7 @@ void CDemo::ExportCurve() {
     const std::filesystem::path path = m_folder / "capture.csv";
     std::filesystem::remove(path);
     TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
-    AwaitWindow("the dialog for the export's name");
-    Operator::Type(FromUtf8(path.native()));
-    Operator::PressKey(Operator::Key::Enter);
+    Operator::AnswerFileDialog(FromUtf8(path.native()));
     AwaitScreen("after the export");
     if (!std::filesystem::exists(path)) throw CDemoError(path.string() + " was not written");
     std::printf("export       %s, %ju bytes\n", path.c_str(), std::filesystem::file_size(path));
@@ -187,7 +185,9 @@ void CDemo::EnterNumber(int nID, const std::wstring& strNumber) {
 }
 
 void CDemo::PressKeys(const std::wstring& strText) {
-    AwaitWindow("the on-screen keyboard");
+    Operator::WaitFor(
+        "the on-screen keyboard", [this] { return Operator::ModalWindow() != &m_screen; },
+        WINDOW_PATIENCE);
     for (const wchar_t ch : strText)
         if (!Operator::PressModalButton(std::wstring(1, ch)))
             throw CDemoError("the on-screen keyboard has no key " + ToUtf8({&ch, 1}));
@@ -201,12 +201,6 @@ void CDemo::TapBar(int nID) {
     Operator::Ask([&] { pBar = m_screen.GetControl(IDC_BAR); });
     if (!pBar || !Operator::Tap(*pBar, nID))
         throw CDemoError("button " + std::to_string(nID) + " of the bar cannot be pressed");
-}
-
-void CDemo::AwaitWindow(const char* pWhat) {
-    // A standard dialog has no window object.
-    Operator::WaitFor(
-        pWhat, [this] { return Operator::ModalWindow() != &m_screen; }, WINDOW_PATIENCE);
 }
 
 void CDemo::AwaitScreen(const char* pWhat) {

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QFileDialog>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
@@ -264,6 +265,19 @@ void PressKey(Key key) {
     for (const auto& entry : keys)
         if (entry.m_key == key)
             Perform([&entry] { SendKey(entry.m_code, QString::fromLatin1(entry.m_pText)); });
+}
+
+void AnswerFileDialog(const std::wstring& strPath) {
+    const auto isOpen = [] {
+        return qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    };
+    WaitFor("a file dialog", isOpen);
+    Type(strPath);
+    // The list of proposals may come up just then and take the first Enter for itself.
+    for (int nTries = 3; nTries > 0; --nTries) {
+        PressKey(Key::Enter);
+        if (WaitUntil([&] { return !isOpen(); }, 1000)) return;
+    }
 }
 
 void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {

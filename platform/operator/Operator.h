@@ -62,6 +62,11 @@ PLATFORM_API void Type(const std::wstring& strText);
 enum class Key { Enter, Escape, Tab, Backspace, Space, Up, Down };
 PLATFORM_API void PressKey(Key key);
 
+/// Types a path into the file dialog, which is waited for, and confirms it. Returns when something
+/// else is in front, be it a question or an error.
+/// @throws std::runtime_error when there is no file dialog
+PLATFORM_API void AnswerFileDialog(const std::wstring& strPath);
+
 /// Drops files on a window.
 PLATFORM_API void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths);
 

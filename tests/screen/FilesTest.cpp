@@ -52,11 +52,9 @@ class FilesTest : public ::testing::Test {
         Operator::Wait(30);
     }
     static void AnswerFileDialog(const TestPanel& panel, const std::wstring& strPath) {
-        ASSERT_TRUE(Operator::WaitUntil(
-            [&] { return Operator::ModalWindow() != panel.m_pDialog.get(); }, 2000));
-        Operator::Type(strPath);
-        Operator::PressKey(Operator::Key::Enter);
-        Operator::WaitUntil([&] { return Operator::ModalWindow() == panel.m_pDialog.get(); }, 2000);
+        Operator::AnswerFileDialog(strPath);
+        Operator::WaitFor("the screen",
+                          [&] { return Operator::ModalWindow() == panel.m_pDialog.get(); });
     }
 
     TemporaryFolder m_folder;
