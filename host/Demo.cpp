@@ -4,6 +4,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "curves/FileStore.h"
 #include "host/Options.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Exceptions.h"
@@ -49,11 +50,13 @@ void PrintExtremes(const char* pWhat, const RTMinMax& extremes) {
         std::printf(", %s %d to %d", pWhat, extremes.m_nMin, extremes.m_nMax);
 }
 
-/// A name that no capture in the store has.
-std::string FindFreeName(const std::filesystem::path& store) {
-    std::string strName = "demo";
-    for (int n = 2; std::filesystem::exists(store / (strName + ".rt3")); ++n)
-        strName = "demo" + std::to_string(n);
+std::filesystem::path ToPath(const std::wstring& strPath) { return ToUtf8(strPath); }
+
+/// A name that no capture in the store has; the store takes names of another case for the same.
+std::wstring FindFreeName() {
+    std::wstring strName = L"demo";
+    for (int n = 2; std::filesystem::exists(ToPath(FindFileOfAnyCase(GetSavePath(strName)))); ++n)
+        strName = L"demo" + std::to_wstring(n);
     return strName;
 }
 
@@ -141,15 +144,14 @@ void CDemo::SavePictures() {
 }
 
 void CDemo::SaveCapture() {
-    const std::filesystem::path store(ToUtf8(JoinPath(GetProgramFolder(), L"RealTimeFiles")));
-    const std::string strName = FindFreeName(store);
+    const std::wstring strName = FindFreeName();
     if (!Operator::Tap(m_screen, IDC_SAVE)) throw CDemoError("Save cannot be pressed");
-    PressKeys(std::wstring(strName.begin(), strName.end()));
+    PressKeys(strName);
     AwaitScreen("after the capture was saved");
 
     // The store is the operator's; the demonstration takes its capture out of it again.
     const std::filesystem::path path = m_folder / "capture.rt3";
-    const std::filesystem::path stored = store / (strName + ".rt3");
+    const std::filesystem::path stored = ToPath(GetSavePath(strName));
     if (!std::filesystem::exists(stored)) throw CDemoError(stored.string() + " was not saved");
     std::filesystem::copy_file(stored, path, std::filesystem::copy_options::overwrite_existing);
     std::filesystem::remove(stored);
