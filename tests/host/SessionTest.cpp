@@ -17,16 +17,22 @@ namespace {
 
 class Session : public ::testing::Test {
   protected:
-    /// Runs the panel with options, beside those for its files, until the script has ended.
-    void Run(std::vector<const char*> arguments, const std::function<void()>& script) {
+    /// Runs the panel with options, beside those for its files, until the script has ended. An
+    /// error box that comes up first is to begin with a text.
+    void Run(std::vector<const char*> arguments, const std::function<void()>& script,
+             const wchar_t* pError = nullptr) {
         const std::string strFolder = m_folder.GetPath().native();
         const std::string strSettings = strFolder + "/settings.ini";
         arguments.insert(arguments.end(), {"--value-rate", "10000", "--data-folder",
                                            strFolder.c_str(), "--settings", strSettings.c_str()});
         CPanel panel(ReadOptions(arguments));
         Operator::CScript running([&] {
-            Operator::WaitFor("the screen", [] { return Operator::ModalWindow() != nullptr; });
-            m_pScreen = static_cast<CDlgBase*>(Operator::ModalWindow());
+            const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };
+            if (pError) Operator::WaitFor("the error box", isBox);
+            if (pError) Operator::PressModalButton(L"OK");
+            Operator::WaitFor("the screen", [this] {
+                return m_pScreen = dynamic_cast<CDlgBase*>(Operator::ModalWindow());
+            });
             m_pSession = dynamic_cast<CRealTimeData*>(m_pScreen);
             script();
             m_pScreen->PostMessage(WM_CLOSE);
@@ -137,10 +143,8 @@ TEST_F(Session, ADesktopShowsTheChannelsAndQuantitiesOfItsFile) {
         EXPECT_EQ(m_pSession->m_nChannels, 2);
         EXPECT_EQ(TextOf(IDC_DISPLAY_LIST), L"Force");  // with a position: Force/Voltage
     });
-    Run({"--desktop", "/nowhere.rt3"}, [this] {
-        EXPECT_TRUE(Await([] { return Operator::ModalText().starts_with(L"/nowhere.rt3"); }));
-        Operator::PressModalButton(L"OK");
-    });
+    Run(
+        {"--desktop", "/nowhere.rt3"}, [] {}, L"/nowhere.rt3");
 }
 
 }  // namespace
