@@ -5,6 +5,8 @@
 #include <set>
 #include <sys/wait.h>
 
+#include "curves/CaptureFile.h"
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -37,8 +39,10 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
     for (int nRow = 0; nRow < 1000; ++nRow) strRecording += "9,2," + std::to_string(nRow) + "\n";
     m_folder.Put("r.csv", strRecording);
     for (const char* pName : {"RealTimeFiles", "out"}) PutFolder(pName);
-    for (const char* pName : {"RealTimeFiles/Demo.rt3", "out/capture.csv", "out/capture.rt3"})
+    const auto stored = {"RealTimeFiles/demo.rt3", "RealTimeFiles/Demo2.rt3"};
+    for (const char* pName : {"out/capture.csv", "out/capture.rt3"})
         m_folder.Put(pName, "what was there before");
+    for (const char* pName : stored) m_folder.Put(pName, "the operator's");
     EXPECT_EQ(Run("--mode 20 --second-input voltage --value-rate 10000 --aux-rate 123 "
                   "--sample-time 1 --trigger 10 --replay r.csv --replay-first 3 "
                   "--replay-second rest --replay-rate 500 --replay-first-scale 10 "
@@ -62,14 +66,20 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
     // Version, mode, second input and the two rates.
     EXPECT_EQ(m_folder.Get("out/capture.rt3").substr(0, 10),
               std::string("\x04\0\0\0\x14\0\x10\x27\x7B\0", 10));
+    CFile file(m_folder.Path("out/capture.rt3"), CFile::modeRead);
+    RTCaptureFile capture;
+    ReadCapture(file, capture);
+    const auto spCurve = capture.m_curves.FirstCurve(1);
+    ASSERT_TRUE(spCurve && spCurve->GetCount() == 10000);
+    EXPECT_EQ(spCurve->GetValues()[9998], 5499);
     std::set<std::string> pictures;
     for (const char* pName : {"out/screen.png", "out/screen-2.png", "out/screen-3.png"}) {
         pictures.insert(m_folder.Get(pName));
         EXPECT_EQ(m_folder.Get(pName).substr(16, 8), std::string("\0\0\x03\x1B\0\0\x01\xC7", 8));
     }
     EXPECT_EQ(pictures.size(), 3u);  // of 795 x 455 pixels each
-    EXPECT_EQ(m_folder.Get("RealTimeFiles/Demo.rt3"), "what was there before");
-    EXPECT_EQ(m_folder.Get("RealTimeFiles/demo2.rt3"), "");
+    for (const char* pName : stored) EXPECT_EQ(m_folder.Get(pName), "the operator's");
+    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "RealTimeFiles/demo3.rt3"));
     for (const char* pName : {"lang", "set.ini"})
         EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / pName)) << pName;
 }
