@@ -191,6 +191,17 @@ bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
     return true;
 }
 
+/// Whether a drop-down list shows the row; of one that does not, the rows are put away.
+bool ShowsRow(const std::function<QWidget*()>& findList, const QString& text) {
+    bool bShown = true;
+    Operator::Ask([&] {
+        auto* pCombo = qobject_cast<QComboBox*>(findList());
+        bShown = !pCombo || pCombo->currentText() == text;
+        if (!bShown) pCombo->hidePopup();
+    });
+    return bShown;
+}
+
 }  // namespace
 
 namespace Operator {
@@ -241,7 +252,14 @@ bool Tap(const CWnd& dialog, int nID) {
 }
 
 bool Select(const CWnd& list, const std::wstring& strText) {
-    return SelectRow(WidgetFinder(list.GetHandle()), QString::fromStdWString(strText));
+    const auto findList = WidgetFinder(list.GetHandle());
+    const QString text = QString::fromStdWString(strText);
+    // On a busy machine the rows may come up too late for the tap on one of them.
+    for (int nTries = 3; nTries > 0; --nTries) {
+        if (!SelectRow(findList, text)) return false;
+        if (ShowsRow(findList, text)) return true;
+    }
+    return false;
 }
 
 void Type(const std::wstring& strText) {

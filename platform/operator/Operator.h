@@ -55,6 +55,7 @@ PLATFORM_API bool Tap(const CWnd& wnd);
 PLATFORM_API bool Tap(const CWnd& dialog, int nID);
 
 /// Opens a drop-down list or goes to a list box, and picks the row with a text.
+/// @return whether there is such a row, and a drop-down list shows it then
 PLATFORM_API bool Select(const CWnd& list, const std::wstring& strText);
 
 /// Types a text into whatever has the keyboard focus.
