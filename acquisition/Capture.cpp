@@ -154,8 +154,6 @@ RTCaptureParameters RTCapture::Start(std::uint16_t nTriggerTenths, std::uint8_t 
     const Guard guard(m_session.m_lock);
     const bool bContinuous = m_bContinuous;
     BeginCurves(curves, bContinuous);
-    for (std::size_t k = 0; k < curves.m_plan.m_nChannels; ++k)
-        if (RTPlot& plot = m_session.m_aPlots[k]; !plot.m_bZoomed) plot.ZoomAll();
     if (bContinuous) m_bContinuousRunning = true;
     m_bIdle = false;
     m_session.m_nValueRate = nValueRate;

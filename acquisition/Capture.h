@@ -64,8 +64,7 @@ class RTCapture {
     // Commands of the user-interface thread.
 
     /// Begins a capture: takes over the host's rates and gives every channel in use a new curve, in
-    /// a new set when continuous capture is selected. A plot that is not zoomed shows the whole of
-    /// its first curve, so that its time axis is there before the first values are.
+    /// a new set when continuous capture is selected.
     /// @param nTriggerTenths, nDisplay passed on to the instrument
     /// @return what the instrument is to be told
     /// @throws CMemoryException when there is no memory for the curves, or their size is absurd

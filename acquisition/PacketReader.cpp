@@ -89,9 +89,8 @@ void CPacketReader::OnControl(std::span<const std::uint8_t> payload) {
     }
 }
 
-/// The data first: the commands that the idle controls offer work on it.
+/// The data and its picture first: the commands that the idle controls offer work on them.
 void CPacketReader::ReturnToIdle() {
-    const auto nPlot = m_capture.FinishCapture();
+    if (const auto nPlot = m_capture.FinishCapture()) m_screen.RepaintPlot(*nPlot);
     m_screen.ReturnToIdle();
-    if (nPlot) m_screen.RepaintPlot(*nPlot);
 }

@@ -82,13 +82,14 @@ int main(int argc, char** argv) {
     // With an argument: one capture, then the screen closes by itself.
     if (argc > 1) {
         Operator::CScript script([&] {
-            Operator::WaitUntil([&] { return pScreen->IsWindowVisible(); }, 5000);
+            Operator::WaitFor("the screen", [&] { return pScreen->IsWindowVisible(); });
             Operator::Tap(*pScreen, IDC_START);
-            Operator::WaitUntil([&] { return pScreen->GetControl(IDC_START)->IsWindowEnabled(); },
-                                5000);
+            Operator::WaitFor("the end of the capture",
+                              [&] { return pScreen->GetControl(IDC_START)->IsWindowEnabled(); });
             pScreen->PostMessage(WM_CLOSE);
         });
         pScreen->Run();
+        script.Join();
         const auto spCurve = pSession->m_spCurves->FirstCurve(0);
         return spCurve && spCurve->GetCount() == 12000 ? EXIT_SUCCESS : EXIT_FAILURE;
     }

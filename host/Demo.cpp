@@ -4,6 +4,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "curves/FileStore.h"
 #include "host/Options.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Exceptions.h"
@@ -49,11 +50,13 @@ void PrintExtremes(const char* pWhat, const RTMinMax& extremes) {
         std::printf(", %s %d to %d", pWhat, extremes.m_nMin, extremes.m_nMax);
 }
 
-/// A name that no capture in the store has.
-std::string FindFreeName(const std::filesystem::path& store) {
-    std::string strName = "demo";
-    for (int n = 2; std::filesystem::exists(store / (strName + ".rt3")); ++n)
-        strName = "demo" + std::to_string(n);
+std::filesystem::path ToPath(const std::wstring& strPath) { return ToUtf8(strPath); }
+
+/// A name that no capture in the store has; the store takes names of another case for the same.
+std::wstring FindFreeName() {
+    std::wstring strName = L"demo";
+    for (int n = 2; std::filesystem::exists(ToPath(FindFileOfAnyCase(GetSavePath(strName)))); ++n)
+        strName = L"demo" + std::to_wstring(n);
     return strName;
 }
 
@@ -90,9 +93,9 @@ void CDemo::TakeCapture() {
     const unsigned nSampleTime = ReadSampleMilliseconds(m_screen);
     const std::uint64_t nBegin = TickMilliseconds();
     if (!Operator::Tap(m_screen, IDC_START)) throw CDemoError("Start cannot be pressed");
-    if (!Operator::WaitUntil([this] { return IsEnabled(m_screen, IDC_START); },
-                             nSampleTime + CAPTURE_PATIENCE))
-        throw CDemoError("the capture did not end");
+    Operator::WaitFor(
+        "the end of the capture", [this] { return IsEnabled(m_screen, IDC_START); },
+        nSampleTime + CAPTURE_PATIENCE);
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
 }
@@ -141,15 +144,14 @@ void CDemo::SavePictures() {
 }
 
 void CDemo::SaveCapture() {
-    const std::filesystem::path store(ToUtf8(JoinPath(GetProgramFolder(), L"RealTimeFiles")));
-    const std::string strName = FindFreeName(store);
+    const std::wstring strName = FindFreeName();
     if (!Operator::Tap(m_screen, IDC_SAVE)) throw CDemoError("Save cannot be pressed");
-    PressKeys(std::wstring(strName.begin(), strName.end()));
+    PressKeys(strName);
     AwaitScreen("after the capture was saved");
 
     // The store is the operator's; the demonstration takes its capture out of it again.
     const std::filesystem::path path = m_folder / "capture.rt3";
-    const std::filesystem::path stored = store / (strName + ".rt3");
+    const std::filesystem::path stored = ToPath(GetSavePath(strName));
     if (!std::filesystem::exists(stored)) throw CDemoError(stored.string() + " was not saved");
     std::filesystem::copy_file(stored, path, std::filesystem::copy_options::overwrite_existing);
     std::filesystem::remove(stored);
@@ -160,9 +162,7 @@ void CDemo::ExportCurve() {
     const std::filesystem::path path = m_folder / "capture.csv";
     std::filesystem::remove(path);
     TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
-    AwaitWindow("the dialog for the export's name");
-    Operator::Type(FromUtf8(path.native()));
-    Operator::PressKey(Operator::Key::Enter);
+    Operator::AnswerFileDialog(FromUtf8(path.native()));
     AwaitScreen("after the export");
     if (!std::filesystem::exists(path)) throw CDemoError(path.string() + " was not written");
     std::printf("export       %s, %ju bytes\n", path.c_str(), std::filesystem::file_size(path));
@@ -187,7 +187,9 @@ void CDemo::EnterNumber(int nID, const std::wstring& strNumber) {
 }
 
 void CDemo::PressKeys(const std::wstring& strText) {
-    AwaitWindow("the on-screen keyboard");
+    Operator::WaitFor(
+        "the on-screen keyboard", [this] { return Operator::ModalWindow() != &m_screen; },
+        WINDOW_PATIENCE);
     for (const wchar_t ch : strText)
         if (!Operator::PressModalButton(std::wstring(1, ch)))
             throw CDemoError("the on-screen keyboard has no key " + ToUtf8({&ch, 1}));
@@ -203,17 +205,8 @@ void CDemo::TapBar(int nID) {
         throw CDemoError("button " + std::to_string(nID) + " of the bar cannot be pressed");
 }
 
-void CDemo::AwaitWindow(const char* pWhat) {
-    // A standard dialog has no window object.
-    const auto isThere = [this] { return Operator::ModalWindow() != &m_screen; };
-    if (!Operator::WaitUntil(isThere, WINDOW_PATIENCE))
-        throw CDemoError(std::string(pWhat) + " does not appear");
-}
-
 void CDemo::AwaitScreen(const char* pWhat) {
-    const auto isInFront = [this] { return Operator::ModalWindow() == &m_screen; };
-    if (!Operator::WaitUntil(isInFront, WINDOW_PATIENCE))
-        throw CDemoError(
-            std::string("the screen does not come to the front ") + pWhat + ": " +
-            std::filesystem::path(Operator::ModalTitle() + L" " + Operator::ModalText()).string());
+    Operator::WaitFor(
+        std::string("the screen ") + pWhat, [this] { return Operator::ModalWindow() == &m_screen; },
+        WINDOW_PATIENCE);
 }

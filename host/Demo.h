@@ -35,7 +35,6 @@ class CDemo {
     void EnterNumber(int nID, const std::wstring& strNumber);
     void PressKeys(const std::wstring& strText);
     void TapBar(int nID);
-    void AwaitWindow(const char* pWhat);
     void AwaitScreen(const char* pWhat);
 
     CDlgBase& m_screen;

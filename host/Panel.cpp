@@ -122,8 +122,9 @@ int CPanel::Run() {
     bool bSucceeded = false;
     {
         CDemo demo(*pScreen, *pSession, m_options);
-        const Operator::CScript script([&] { bSucceeded = demo.Run(); });
+        Operator::CScript script([&] { bSucceeded = demo.Run(); });
         pScreen->Run();
+        script.Join();
     }
     return bSucceeded ? 0 : 1;
 }

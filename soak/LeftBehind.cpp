@@ -22,6 +22,7 @@ std::string Join(const std::vector<std::string>& names) {
 
 ProcessUse MeasureProcess() {
     PumpMessages();
+    Operator::EndIdleThreads();
     ProcessUse use;
     for (const auto& entry : fs::directory_iterator("/proc/self/task")) {
         std::string strName;

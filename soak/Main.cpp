@@ -7,6 +7,7 @@
 #include "platform/windows/Application.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
+#include "tests/support/Surroundings.h"
 
 namespace {
 
@@ -63,6 +64,7 @@ void Work(const Run& run, CSoakRecord& record) {
 }
 
 int RunSoak(const Run& run, char* pProgram) {
+    const TestSurroundings surroundings;
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
     CWindowSystem windowSystem(argc, argv);

@@ -3,11 +3,11 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QEventLoop>
+#include <QFileDialog>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QTimer>
+#include <QThreadPool>
 #include <QUrl>
 #include <QtTest/QTest>
 #include <algorithm>
@@ -15,11 +15,8 @@
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
-#include <thread>
 
 #include "platform/drawing/qt/Surface.h"
-#include "platform/system/Threads.h"
-#include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
@@ -133,11 +130,18 @@ std::function<QWidget*()> WidgetFinder(WindowHandle hWnd) {
     };
 }
 
+/// The window that has the keyboard. A modal window that has just come up may not have got it from
+/// the window system yet; keys are meant for it all the same.
+QWindow* FindKeyWindow() {
+    QWindow* pFocus = QGuiApplication::focusWindow();
+    const QWidget* pModal = QApplication::activeModalWidget();
+    QWindow* pFront = pModal ? pModal->windowHandle() : nullptr;
+    return pFront && !(pFocus && pFront->isAncestorOf(pFocus)) ? pFront : pFocus;
+}
+
 void SendKey(Qt::Key key, const QString& text) {
-    QWindow* pWindow = QGuiApplication::focusWindow();
-    if (!pWindow && QApplication::activeModalWidget())
-        pWindow = QApplication::activeModalWidget()->windowHandle();
-    if (pWindow) QTest::sendKeyEvent(QTest::Click, pWindow, key, text, Qt::NoModifier);
+    if (QWindow* pWindow = FindKeyWindow())
+        QTest::sendKeyEvent(QTest::Click, pWindow, key, text, Qt::NoModifier);
 }
 
 bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
@@ -187,41 +191,20 @@ bool SelectRow(const std::function<QWidget*()>& findList, const QString& text) {
     return true;
 }
 
+/// Whether a drop-down list shows the row; of one that does not, the rows are put away.
+bool ShowsRow(const std::function<QWidget*()>& findList, const QString& text) {
+    bool bShown = true;
+    Operator::Ask([&] {
+        auto* pCombo = qobject_cast<QComboBox*>(findList());
+        bShown = !pCombo || pCombo->currentText() == text;
+        if (!bShown) pCombo->hidePopup();
+    });
+    return bShown;
+}
+
 }  // namespace
 
 namespace Operator {
-
-struct CScript::State {
-    std::thread m_thread;
-    QEventLoop m_loop;
-    std::atomic<bool> m_bEnded{false};
-    std::exception_ptr m_pException;
-};
-
-CScript::CScript(std::function<void()> script) : m_pState(std::make_unique<State>()) {
-    m_pState->m_thread = std::thread([pState = m_pState.get(), script = std::move(script)] {
-        try {
-            script();
-        } catch (...) {
-            pState->m_pException = std::current_exception();
-        }
-        pState->m_bEnded = true;
-        PostToUi([pState] { pState->m_loop.quit(); });
-    });
-}
-
-CScript::~CScript() {
-    if (!m_pState->m_bEnded) m_pState->m_loop.exec();
-    m_pState->m_thread.join();
-    // The call that ends the loop may still be queued, and refers to the state.
-    QCoreApplication::processEvents();
-}
-
-void CScript::Join() {
-    while (!m_pState->m_bEnded) m_pState->m_loop.exec();
-    if (m_pState->m_pException)
-        std::rethrow_exception(std::exchange(m_pState->m_pException, nullptr));
-}
 
 void Ask(const std::function<void()>& question) {
     if (IsUiThread()) {
@@ -269,7 +252,14 @@ bool Tap(const CWnd& dialog, int nID) {
 }
 
 bool Select(const CWnd& list, const std::wstring& strText) {
-    return SelectRow(WidgetFinder(list.GetHandle()), QString::fromStdWString(strText));
+    const auto findList = WidgetFinder(list.GetHandle());
+    const QString text = QString::fromStdWString(strText);
+    // On a busy machine the rows may come up too late for the tap on one of them.
+    for (int nTries = 3; nTries > 0; --nTries) {
+        if (!SelectRow(findList, text)) return false;
+        if (ShowsRow(findList, text)) return true;
+    }
+    return false;
 }
 
 void Type(const std::wstring& strText) {
@@ -293,6 +283,19 @@ void PressKey(Key key) {
     for (const auto& entry : keys)
         if (entry.m_key == key)
             Perform([&entry] { SendKey(entry.m_code, QString::fromLatin1(entry.m_pText)); });
+}
+
+void AnswerFileDialog(const std::wstring& strPath) {
+    const auto isOpen = [] {
+        return qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    };
+    WaitFor("a file dialog", isOpen);
+    Type(strPath);
+    // The list of proposals may come up just then and take the first Enter for itself.
+    for (int nTries = 3; nTries > 0; --nTries) {
+        PressKey(Key::Enter);
+        if (WaitUntil([&] { return !isOpen(); }, 1000)) return;
+    }
 }
 
 void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {
@@ -360,6 +363,8 @@ bool PressModalButton(const std::wstring& strText) {
     });
 }
 
+void EndIdleThreads() { QThreadPool::globalInstance()->waitForDone(); }
+
 std::vector<std::string> ListWidgets() {
     std::vector<std::string> kinds;
     Ask([&] {
@@ -372,39 +377,6 @@ std::vector<std::string> ListWidgets() {
     });
     std::sort(kinds.begin(), kinds.end());
     return kinds;
-}
-
-bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds) {
-    const std::uint64_t nEnd = TickMilliseconds() + nMilliseconds;
-    for (;;) {
-        bool bHolds = false;
-        Ask([&] { bHolds = condition(); });
-        if (bHolds) return true;
-        if (TickMilliseconds() >= nEnd) return false;
-        Wait(5);
-    }
-}
-
-void Wait(unsigned nMilliseconds) {
-    if (!IsUiThread()) {
-        SleepMilliseconds(nMilliseconds);
-        return;
-    }
-    QEventLoop loop;
-    QTimer::singleShot(static_cast<int>(nMilliseconds), Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-void After(unsigned nMilliseconds, std::function<void()> call) {
-    PostToUi([nMilliseconds, call = std::move(call)] {
-        QTimer::singleShot(static_cast<int>(nMilliseconds), Qt::PreciseTimer, qApp, [call] {
-            try {
-                call();
-            } catch (...) {
-                ReportCurrentException();
-            }
-        });
-    });
 }
 
 CBitmap TakePicture(const CWnd& wnd, double dScale) {

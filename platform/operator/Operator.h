@@ -27,7 +27,9 @@ class PLATFORM_API CScript {
     CScript(const CScript&) = delete;
     CScript& operator=(const CScript&) = delete;
 
-    /// Handles events until the script has ended; throws what the script has thrown.
+    /// Handles events until the script has ended; throws what the script has thrown. Modal windows
+    /// that a script leaves open, at once after an exception, else after 10 s, are closed, so that
+    /// the caller's modal run ends, and are an error.
     void Join();
 
   private:
@@ -53,12 +55,18 @@ PLATFORM_API bool Tap(const CWnd& wnd);
 PLATFORM_API bool Tap(const CWnd& dialog, int nID);
 
 /// Opens a drop-down list or goes to a list box, and picks the row with a text.
+/// @return whether there is such a row, and a drop-down list shows it then
 PLATFORM_API bool Select(const CWnd& list, const std::wstring& strText);
 
 /// Types a text into whatever has the keyboard focus.
 PLATFORM_API void Type(const std::wstring& strText);
 enum class Key { Enter, Escape, Tab, Backspace, Space, Up, Down };
 PLATFORM_API void PressKey(Key key);
+
+/// Types a path into the file dialog, which is waited for, and confirms it. Returns when something
+/// else is in front, be it a question or an error.
+/// @throws std::runtime_error when there is no file dialog
+PLATFORM_API void AnswerFileDialog(const std::wstring& strPath);
 
 /// Drops files on a window.
 PLATFORM_API void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths);
@@ -75,9 +83,18 @@ PLATFORM_API bool PressModalButton(const std::wstring& strText);
 /// What windows and controls there are in the process, seen or not: the kind of each, sorted.
 PLATFORM_API std::vector<std::string> ListWidgets();
 
+/// Has the threads end that the window system keeps for a while when it has used them.
+/// User-interface thread.
+PLATFORM_API void EndIdleThreads();
+
 /// Handles events until a condition holds or the time is over.
 /// @return whether the condition holds
 PLATFORM_API bool WaitUntil(const std::function<bool()>& condition, unsigned nMilliseconds);
+/// The same, for what a script cannot go on without.
+/// @param strWhat what is waited for, for the error
+/// @throws std::runtime_error when the time is over
+PLATFORM_API void WaitFor(const std::string& strWhat, const std::function<bool()>& condition,
+                          unsigned nMilliseconds = 5000);
 /// Handles events for a time.
 PLATFORM_API void Wait(unsigned nMilliseconds);
 /// Has a call made from the event loop after a time, modal loops included.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 
 #include "platform/system/Export.h"
@@ -20,6 +21,17 @@ class PLATFORM_API CMemoryException : public CException {
     std::wstring GetErrorMessage() const override;
     const char* what() const noexcept override { return "out of memory"; }
 };
+
+/// Runs work; what it finds no memory for becomes the framework's exception.
+/// @throws CMemoryException, and what the work throws
+template <class Work>
+decltype(auto) CallWithMemoryException(Work work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        throw CMemoryException();
+    }
+}
 
 /// Raised when the operator has already been told, or has asked to stop: the dispatch shows
 /// nothing.

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -75,6 +76,9 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);
+    // The window system takes over the user's locale, and with it a comma in what is printed and
+    // read by the standard library.
+    std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(InstrumentPalette());

@@ -21,7 +21,7 @@ TEST(Capture, StartSizesCurvesAndTellsTheInstrument) {
         EXPECT_EQ(session.m_capture.GetCurrentCurve(k)->GetCapacity(), 2400000u);
         EXPECT_EQ(session.m_capture.GetCurrentCurve(k), session.m_spCurves->FirstCurve(k));
         EXPECT_EQ(session.m_aPlots[k].m_nSpanValues, 2400000);
-        EXPECT_EQ(session.m_aPlots[k].m_nViewEnd, 2400000);
+        EXPECT_EQ(session.m_aPlots[k].m_nViewEnd, 0);  // until values come
     }
     EXPECT_EQ(CountCurves(session, 2), 0u);
     EXPECT_EQ(session.m_nValueRate, 40000);
@@ -42,10 +42,7 @@ TEST(Capture, SecondStartKeepsTheFirstCurve) {
     const auto spFirst = session.m_capture.GetCurrentCurve(0);
     session.m_spCurves->m_byVersion = 12;
     const auto spCopy = session.m_capture.CopyCurves();
-    session.m_aPlots[0].m_bZoomed = 1;
-    session.m_aPlots[0].m_nViewEnd = 1;
     session.StartValues(9);
-    EXPECT_EQ(session.m_aPlots[0].m_nViewEnd, 1);  // a zoomed view stays until values come
     // The end of the first capture comes too late to touch the second one.
     EXPECT_EQ(session.m_capture.FinishCapture(), std::nullopt);
     EXPECT_EQ(CountCurves(session, 0), 2u);

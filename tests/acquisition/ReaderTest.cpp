@@ -27,7 +27,7 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
     session.m_capture.SelectPlot(1);
     session.m_capture.SelectPlot(3);  // there is none
     EXPECT_EQ(session.HandleSamples({5, -5, 7, -7}), Calls{"paint 1"});
-    const Calls full{"paint 1", "idle", "paint 1"};
+    const Calls full{"paint 1", "paint 1", "idle"};
     EXPECT_EQ(session.HandleSamples({9, -9, 11, -11}), full);
     EXPECT_EQ(session.HandleSamples({13, -13}), full);
     EXPECT_TRUE(session.m_capture.IsIdle());
@@ -49,7 +49,7 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
 TEST(PacketReader, WhatEndsACapture) {
     TestReader session(0);
     session.StartValues(0);  // a curve without capacity is full
-    EXPECT_EQ(session.HandleSamples({1}), (Calls{"paint 0", "idle", "paint 0"}));
+    EXPECT_EQ(session.HandleSamples({1}), (Calls{"paint 0", "paint 0", "idle"}));
     session.m_capture.ToggleContinuous();
     session.StartValues(2);  // a full one of a continuous capture ends nothing
     EXPECT_EQ(session.HandleSamples({1, 2, 3}), Calls{"paint 0"});

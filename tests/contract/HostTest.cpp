@@ -26,7 +26,7 @@ class Host : public ::testing::Test {
                     values.push_back(static_cast<std::int16_t>(nValue));
             queue.push(MakeSamples(nBlock == 0 ? 1 : 2, values));
         }
-        Operator::WaitUntil([this] { return m_panel.IsEnabled(IDC_START); }, 5000);
+        Operator::WaitFor("the end", [this] { return m_panel.IsEnabled(IDC_START); });
     }
 
     TestPanel m_panel{20, static_cast<std::uint8_t>(SecondInput::Position)};

@@ -33,15 +33,29 @@ TEST(Options, RefusalsNameTheOptionAndTheRange) {
         {{"--value-rate", "0"}, "--value-rate: '0' is not a whole number from 1 to 65535"},
         {{"--trigger", "nan"}, "--trigger: 'nan' is not a number from 0 to 99.9"},
         {{"--second-input", "2"}, "--second-input: '2' is not one of voltage, position, analogue"},
-        {{"--desktop", "--replay", "a.csv"},
-         "--desktop cannot go with --replay: there is no instrument"},
-        {{"--capture-locked", "--sample-time", "5"},
-         "--capture-locked cannot go with --sample-time: the screen's capture controls are "
-         "disabled"},
-        {{"--replay-rate", "100"}, "--replay-rate needs --replay FILE"},
+        {{"--sample-time", "61"}, "--sample-time: '61' is not a whole number from 1 to 60"},
+        {{"--desktop", ""}, "the name of the capture file is empty"},
     };
     for (const auto& [arguments, pError] : cases)
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
+}
+
+TEST(Options, ThatMeanNothingTogetherAreRefused) {
+    const auto refused = [](std::vector<const char*> arguments) {
+        return ErrorOf<CUsageError>([&] { Read(arguments); });
+    };
+    for (const std::string strLock : {"--desktop", "--capture-locked"})
+        for (const char* pOther : {"--sample-time", "--trigger", "--demo"})
+            EXPECT_EQ(refused({strLock.c_str(), pOther, "5"}),
+                      strLock + " cannot go with " + pOther +
+                          ": the screen's capture controls are disabled");
+    for (const std::string strOther : {"--replay=a.csv", "--capture-locked"})
+        EXPECT_EQ(refused({"--desktop", strOther.c_str()}),
+                  "--desktop cannot go with " + strOther.substr(0, strOther.find('=')) +
+                      ": there is no instrument");
+    for (const std::string strReplay : {"first", "first-scale", "rate", "second", "second-scale"})
+        EXPECT_EQ(refused({("--replay-" + strReplay).c_str(), "1"}),
+                  "--replay-" + strReplay + " needs --replay FILE");
 }
 
 }  // namespace

@@ -6,28 +6,33 @@
 
 #include "host/Panel.h"
 #include "platform/operator/Operator.h"
+#include "platform/windows/Controls.h"
 #include "plugin/DlgBase.h"
 #include "plugin/ScreenTemplate.h"
 #include "tests/support/Controls.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
 
 class Session : public ::testing::Test {
   protected:
-    Session() {
-        m_options.m_strSettingsFile = m_folder.GetPath() / "settings.ini";
-        m_options.m_strDataFolder = m_folder.GetPath();
-        m_options.m_nValueRate = 10000;
-    }
-
-    /// Runs the panel until the script has ended.
-    void Run(const std::function<void()>& script) {
-        CPanel panel(m_options);
+    /// Runs the panel with options, beside those for its files, until the script has ended. An
+    /// error box that comes up first is to begin with a text.
+    void Run(std::vector<const char*> arguments, const std::function<void()>& script,
+             const wchar_t* pError = nullptr) {
+        const std::string strFolder = m_folder.GetPath().native();
+        const std::string strSettings = strFolder + "/settings.ini";
+        arguments.insert(arguments.begin(), {"--value-rate", "10000", "--data-folder",
+                                           strFolder.c_str(), "--settings", strSettings.c_str()});
+        CPanel panel(ReadOptions(arguments));
         Operator::CScript running([&] {
-            EXPECT_TRUE(
-                Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 5000));
-            m_pScreen = static_cast<CDlgBase*>(Operator::ModalWindow());
+            const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };
+            if (pError) Operator::WaitFor("the error box", isBox);
+            if (pError) Operator::PressModalButton(L"OK");
+            Operator::WaitFor("the screen", [this] {
+                return m_pScreen = dynamic_cast<CDlgBase*>(Operator::ModalWindow());
+            });
             m_pSession = dynamic_cast<CRealTimeData*>(m_pScreen);
             script();
             m_pScreen->PostMessage(WM_CLOSE);
@@ -39,6 +44,7 @@ class Session : public ::testing::Test {
     bool Await(const std::function<bool()>& condition) {
         return Operator::WaitUntil(condition, 20000);
     }
+    std::wstring TextOf(int nID) { return ::TextOf(*m_pScreen, nID); }
     bool IsEnabled(int nID) { return ::IsEnabled(*m_pScreen, nID); }
     std::shared_ptr<CRTCurves> GetCurves() {
         const std::lock_guard lock(m_pSession->m_lock);
@@ -53,35 +59,39 @@ class Session : public ::testing::Test {
     }
 
     const TemporaryFolder m_folder;
-    Options m_options;
     CDlgBase* m_pScreen = nullptr;
     CRealTimeData* m_pSession = nullptr;
 };
 
 TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
-    m_options.m_nMode = 20;
-    m_options.m_strSampleTime = L"2";
-    Run([this] {
-        EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
-        EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));
-        for (const std::size_t nChannel : {0, 1}) {
-            const auto values = GetValues(nChannel);
-            ASSERT_EQ(values.size(), 20000u);
-            // Force at the even indices, position at the odd ones.
-            std::int16_t nForce = 0, nPosition = 0;
-            for (std::size_t n = 0; n < values.size(); n += 2) {
-                nForce = std::max(nForce, values[n]);
-                nPosition = std::max(nPosition, values[n + 1]);
+    Run({"--mode=2", "--second-input=analogue", "--device-24v=1", "--sample-time=2",
+         "--trigger=0.57"},
+        [this] {
+            auto& displays = dynamic_cast<CComboBox&>(*m_pScreen->GetControl(IDC_DISPLAY_LIST));
+            Operator::Ask([&] { EXPECT_EQ(displays.GetItemText(1), L"Position (0-24V)"); });
+            EXPECT_EQ(TextOf(IDC_SAMPLE_TIME), L"2");
+            EXPECT_EQ(TextOf(IDC_TRIGGER), L"0.6");
+            EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
+            EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));
+            for (const std::size_t nChannel : {0, 1}) {
+                const auto values = GetValues(nChannel);
+                ASSERT_EQ(values.size(), 20000u);
+                // Force at the even indices, position at the odd ones.
+                std::int16_t nForce = 0, nPosition = 0;
+                for (std::size_t n = 0; n < values.size(); n += 2) {
+                    nForce = std::max(nForce, values[n]);
+                    nPosition = std::max(nPosition, values[n + 1]);
+                }
+                EXPECT_NEAR(nForce, nChannel == 0 ? 3800 : 3040, 250);
+                EXPECT_NEAR(nPosition, 4200, 10);
             }
-            EXPECT_NEAR(nForce, nChannel == 0 ? 3800 : 3040, 250);
-            EXPECT_NEAR(nPosition, 4200, 10);
-        }
-        EXPECT_TRUE(GetValues(2).empty());
-    });
+            EXPECT_GE(GetValues(0)[0], 30);  // the trigger level
+            EXPECT_TRUE(GetValues(2).empty());
+        });
 }
 
 TEST_F(Session, AContinuousCaptureRunsFromStrokeToStrokeUntilStop) {
-    Run([this] {
+    Run({}, [this] {
         EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_SAMPLE_TIME_MODE));
         EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
         const auto spFirst = GetCurves();
@@ -95,12 +105,11 @@ TEST_F(Session, AContinuousCaptureRunsFromStrokeToStrokeUntilStop) {
 }
 
 TEST_F(Session, AxesAndGridAreThereWhileTheInstrumentWaitsForItsTrigger) {
-    m_options.m_strTrigger = L"99.9";  // the press reaches 76 percent
-    Run([this] {
+    Run({"--trigger", "99.9"}, [this] {  // the press reaches 76 percent
         const auto isShown = [this] {
             const CBitmap plot = Operator::TakePicture(*m_pScreen->GetControl(IDC_PLOT_1));
-            // The grid line at 0, and the time axis' last tick: 28000 of 30000 values.
-            return plot.GetPixel(42, 118) == RGB(255, 255, 0) && plot.GetPixel(652, 310) == 0;
+            // The grid line at 0, and the time axis' tick there.
+            return plot.GetPixel(42, 118) == RGB(255, 255, 0) && plot.GetPixel(40, 310) == 0;
         };
         EXPECT_FALSE(isShown());
         EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
@@ -110,57 +119,58 @@ TEST_F(Session, AxesAndGridAreThereWhileTheInstrumentWaitsForItsTrigger) {
 }
 
 TEST_F(Session, WithCaptureLockedTheInstrumentBeginsByItselfAtItsRate) {
-    m_options.m_bCaptureLocked = true;
-    m_options.m_nMode = 3;
-    m_options.m_nAuxRate = 123;
     for (const std::uint16_t nRate : {10000, 65535}) {
-        m_options.m_nValueRate = nRate;
-        Run([this, nRate] {
-            const auto spFirst = GetCurves();
-            EXPECT_TRUE(
-                Await([&] { return GetCurves() != spFirst && GetValues(2).size() >= 100; }));
-            EXPECT_FALSE(IsEnabled(IDC_START));
-            EXPECT_FALSE(IsEnabled(IDC_STOP));
-            const auto spCurve = GetCurves()->FirstCurve(2);
-            EXPECT_EQ(spCurve ? spCurve->GetCapacity() : 0, 3u * nRate);
-            const std::lock_guard lock(m_pSession->m_lock);
-            EXPECT_EQ(m_pSession->m_aPlots[2].m_nSpanValues, 3 * nRate);
-            EXPECT_EQ(int{m_pSession->m_graph.m_nGraphRate}, nRate);
-            EXPECT_EQ(m_pSession->m_nAuxRate, 123);  // saved with the capture
-        });
+        const std::string strRate = std::to_string(nRate);
+        Run({"--capture-locked", "--mode=3", "--aux-rate=123", "--value-rate", strRate.c_str()},
+            [this, nRate] {
+                const auto spFirst = GetCurves();
+                EXPECT_TRUE(
+                    Await([&] { return GetCurves() != spFirst && GetValues(2).size() >= 100; }));
+                EXPECT_FALSE(IsEnabled(IDC_START));
+                EXPECT_FALSE(IsEnabled(IDC_STOP));
+                const auto spCurve = GetCurves()->FirstCurve(2);
+                EXPECT_EQ(spCurve ? spCurve->GetCapacity() : 0, 3u * nRate);
+                const std::lock_guard lock(m_pSession->m_lock);
+                EXPECT_EQ(m_pSession->m_aPlots[2].m_nSpanValues, 3 * nRate);
+                EXPECT_EQ(int{m_pSession->m_graph.m_nGraphRate}, nRate);
+                EXPECT_EQ(m_pSession->m_nAuxRate, 123);  // saved with the capture
+            });
     }
 }
 
-TEST_F(Session, WhatTheDemonstrationMakesCanBeOpenedOnADesktop) {
-    m_options.m_strDemo = m_folder.GetPath() / "out";
-    m_options.m_strSampleTime = L"1";
-    m_options.m_nMode = 20;
-    EXPECT_EQ(CPanel(m_options).Run(), 0);
-
-    EXPECT_GT(m_folder.Get("out/screen.png").size(), 1000u);
-    // The header, and one row for each of 5000 pairs, the last without a line end.
-    const std::string strCsv = m_folder.Get("out/capture.csv");
-    EXPECT_EQ(std::count(strCsv.begin(), strCsv.end(), '\n'), 5000);
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder.GetPath() / "RealTimeFiles"));
-
-    m_options.m_strDemo.clear();
-    m_options.m_strSampleTime.clear();
-    m_options.m_nMode = 1;
-    m_options.m_bDesktop = true;
-    m_options.m_strCaptureFile = m_folder.GetPath() / "out" / "capture.rt3";
-    Run([this] {
-        EXPECT_EQ(m_pSession->m_pPacketQueue, nullptr);
-        EXPECT_FALSE(IsEnabled(IDC_START));
-        EXPECT_TRUE(Await([this] { return GetValues(0).size() == 10000; }));
-        EXPECT_EQ(m_pScreen->GetWindowText(), L"Real Time Mode - capture.rt3");
-        EXPECT_EQ(m_pSession->m_nMode, 20);  // as the file says
-        EXPECT_EQ(m_pSession->m_nChannels, 2);
-    });
+TEST_F(Session, TheSimulatedPressGoesByItsSeedAndSecondInput) {
+    const auto capture = [this](const char* pSeed, const char* pInput) {
+        std::vector<std::int16_t> values;
+        Run({"--capture-locked", "--seed", pSeed, "--second-input", pInput}, [&] {
+            EXPECT_TRUE(Await([this] { return GetValues(0).size() >= 100; }));
+            values = GetValues(0);
+        });
+        values.resize(100);
+        return values;
+    };
+    const auto first = capture("7", "position");
+    EXPECT_EQ(capture("7", "position"), first);
+    EXPECT_NE(capture("8", "position"), first);
+    // At rest: position 0, or 400 mV with their noise.
+    EXPECT_NEAR(first[1], 0, 3);
+    EXPECT_NEAR(capture("7", "voltage")[1], 400, 30);
 }
 
-TEST_F(Session, AMissingDataFolderIsSaid) {
-    m_options.m_strDataFolder = m_folder.GetPath() / "nowhere";
-    EXPECT_THROW(CPanel(m_options).Run(), CPanelError);
+TEST_F(Session, ADesktopShowsTheChannelsAndQuantitiesOfItsFile) {
+    auto bytes = FileBytes::SmallCapture();
+    bytes[4] = 20;  // the mode; the second input is a voltage
+    m_folder.Put("a.rt3", {bytes.begin(), bytes.end()});
+    const std::string strFile = m_folder.GetPath() / "a.rt3";
+    Run({"--desktop", strFile.c_str()}, [this] {
+        EXPECT_EQ(m_pSession->m_pPacketQueue, nullptr);
+        EXPECT_FALSE(IsEnabled(IDC_START));
+        EXPECT_TRUE(Await([this] { return GetValues(0).size() == 4; }));
+        EXPECT_EQ(m_pScreen->GetWindowText(), L"Real Time Mode - a.rt3");
+        EXPECT_EQ(m_pSession->m_nChannels, 2);
+        EXPECT_EQ(TextOf(IDC_DISPLAY_LIST), L"Force");  // with a position: Force/Voltage
+    });
+    Run(
+        {"--desktop", "/nowhere.rt3"}, [] {}, L"/nowhere.rt3");
 }
 
 }  // namespace

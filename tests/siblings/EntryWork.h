@@ -57,14 +57,9 @@ int WorkEntry(const char* pName, const std::function<void()>& script, Arguments.
     auto* pShow = library.GetFunction<Function>(pName);
     if (!pShow) throw std::runtime_error(pName);
     Operator::CScript atWork([&] {
-        if (!Operator::WaitUntil([] { return Operator::ModalWindow() != nullptr; }, 5000))
-            throw std::runtime_error("no window");
-        try {
-            script();
-        } catch (const std::exception& exception) {
-            ADD_FAILURE() << exception.what();
-        }
-        while (Operator::ModalWindow()) Operator::PressKey(Key::Escape);
+        Operator::WaitFor("the keyboard", [] { return Operator::ModalWindow() != nullptr; });
+        script();
+        if (Operator::ModalWindow()) Operator::PressKey(Key::Escape);
     });
     const int nResult = pShow(arguments...);
     atWork.Join();

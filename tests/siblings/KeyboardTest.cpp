@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <set>
+
 #include "tests/siblings/EntryWork.h"
 
 namespace {
@@ -101,6 +104,34 @@ void CheckGeometry() {
 TEST(Keyboard, KeysStandApartAndFitAThumb) {
     EnterText(L"", CheckGeometry);
     EnterNumber(L"", 1, CheckGeometry);
+}
+
+/// The pixels of a part of the entry's window, or of all of it.
+std::vector<COLORREF> LookOf(int nID) {
+    const CWnd& window = FrontWindow();
+    const CBitmap picture = Operator::TakePicture(nID ? *window.GetControl(nID) : window);
+    std::vector<COLORREF> pixels;
+    for (int y = 0; y < picture.GetSize().cy; ++y)
+        for (int x = 0; x < picture.GetSize().cx; ++x) pixels.push_back(picture.GetPixel(x, y));
+    return pixels;
+}
+
+TEST(Keyboard, ShowsItsStateAndWhatIsWrong) {
+    EnterText(L"", [] {
+        const int nShift = CKeyboardWindow::ID_SHIFT;
+        std::set<std::vector<COLORREF>> states;
+        for (int nTaps = 0; nTaps < 6; ++nTaps) {
+            Tap({nShift});
+            if (nTaps >= 3) states.insert(LookOf(nShift));
+        }
+        EXPECT_EQ(states.size(), 3u);
+        Tap({CKeyboardWindow::ID_SIGNS, IDOK});
+        const auto hint = LookOf(CEntryWindow::ID_HINT);
+        EXPECT_GT(std::count(hint.begin(), hint.end(), RGB(165, 25, 25)), 20);
+        const auto ampersand = LookOf(CKeyboardWindow::ID_CHARACTER + 15);
+        EXPECT_GT(std::count(ampersand.begin(), ampersand.end(), RGB(0, 0, 0)), 10);
+        EXPECT_EQ(LookOf(0).front(), RGB(104, 132, 168));  // the outline
+    });
 }
 
 TEST(Keyboard, NullPointersAreTolerated) {

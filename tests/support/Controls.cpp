@@ -2,7 +2,7 @@
 
 int RunModal(CDialog& dialog, const std::function<void()>& script) {
     Operator::CScript running([&] {
-        Operator::WaitUntil([&] { return dialog.IsWindowVisible(); }, 5000);
+        Operator::WaitFor("the dialog", [&] { return dialog.IsWindowVisible(); });
         script();
         Operator::Ask([&] {
             if (dialog.GetHandle()) dialog.EndDialog(IDCANCEL);

@@ -60,13 +60,8 @@ void TestPanel::Run(const std::function<void()>& script) {
 
 void TestPanel::RunUntilClosed(const std::function<void()>& script) {
     Operator::CScript running([&] {
-        Operator::WaitUntil([this] { return m_pDialog->IsWindowVisible(); }, 5000);
-        try {
-            script();
-        } catch (...) {
-            m_pDialog->PostMessage(WM_CLOSE);
-            throw;
-        }
+        Operator::WaitFor("the screen", [this] { return m_pDialog->IsWindowVisible(); });
+        script();
     });
     m_pDialog->Run();
     running.Join();
@@ -130,12 +125,8 @@ void TestPanel::SaveAs(const std::wstring& strName) {
 }
 
 void TestPanel::AnswerFileDialog(const std::wstring& strPath) {
-    const auto isScreen = [this] { return Operator::ModalWindow() == m_pDialog.get(); };
-    if (!Operator::WaitUntil([&] { return !isScreen(); }, 2000))
-        throw std::runtime_error("no file dialog");
-    Operator::Type(strPath);
-    Operator::PressKey(Operator::Key::Enter);
-    Operator::WaitUntil(isScreen, 2000);
+    Operator::AnswerFileDialog(strPath);
+    Operator::WaitFor("the screen", [this] { return Operator::ModalWindow() == m_pDialog.get(); });
 }
 
 std::vector<std::int16_t> TestPanel::ValuesOf(std::size_t nChannel, std::size_t nCurve) {

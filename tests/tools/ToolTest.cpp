@@ -56,10 +56,11 @@ class Tool : public ::testing::Test {
     /// Runs rt3 in the test's folder, through a shell.
     Result Run(const std::string& strArguments) const {
         const TemporaryFolder output;
-        const std::string strCommand =
-            "cd '" + m_folder.GetPath().native() + "' && RT3='" + ToUtf8(GetExecutableFolder()) +
-            "/rt3' && ( " + strArguments + " ) >'" + (output.GetPath() / "out").native() + "' 2>'" +
-            (output.GetPath() / "err").native() + "'";
+        const std::string strCommand = "cd '" + m_folder.GetPath().native() + "' && IFS= RT3='" +
+                                       ToUtf8(GetExecutableFolder()) + "/rt3' && ( " +
+                                       strArguments + " ) >'" +
+                                       (output.GetPath() / "out").native() + "' 2>'" +
+                                       (output.GetPath() / "err").native() + "'";
         const int nStatus = std::system(strCommand.c_str());
         return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, output.Get("out"),
                 output.Get("err")};

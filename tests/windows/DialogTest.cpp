@@ -4,6 +4,7 @@
 #include "platform/windows/Dialog.h"
 #include "platform/windows/PaintDC.h"
 #include "tests/support/Controls.h"
+#include "tests/support/ErrorOf.h"
 
 namespace {
 
@@ -32,6 +33,16 @@ TEST(Dialog, FillsItsBackgroundWhichShowsThroughItsLabels) {
         EXPECT_GT(nInk, 10);
         EXPECT_LT(nInk, 100) << "nothing but the letters";
     });
+}
+
+TEST(Script, ThatWaitsInVainClosesItsWindowAndSaysForWhat) {
+    CDialog dialog(TEMPLATE);
+    const auto work = [] {
+        Operator::WaitFor(
+            "a box", [] { return false; }, 20);
+    };
+    EXPECT_EQ(ErrorOf<std::runtime_error>([&] { RunModal(dialog, work); }),
+              "waited 20 ms in vain for a box; in front: Dialog: ");
 }
 
 TEST(ClientContext, OfNoWindowDrawsNothing) {

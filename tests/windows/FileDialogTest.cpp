@@ -16,12 +16,12 @@ std::wstring TakeFirstOffered(const std::wstring& strBeginning, unsigned nMillis
     CFileDialog dialog(true, L"", L"Real Time Files (*.rt3)|*.rt3||");
     Operator::CScript script([&] {
         const auto isOpen = [] { return !Operator::ModalTitle().empty(); };
-        Operator::WaitUntil(isOpen, 5000);
+        Operator::WaitFor("the dialog", isOpen);
         Operator::Type(strBeginning.substr(0, strBeginning.size() - 1));
         Operator::Wait(nMilliseconds);
         Operator::Type(strBeginning.substr(strBeginning.size() - 1));
         for (const Key key : {Key::Down, Key::Enter, Key::Enter}) PressKey(key);
-        while (isOpen()) PressKey(Key::Escape);
+        if (isOpen()) PressKey(Key::Escape);
     });
     const bool bTaken = dialog.DoModal() == IDOK;
     script.Join();

@@ -1,0 +1,102 @@
+// rtpanel as a person starts it: the real binary, what it prints and leaves, and its exit codes.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <set>
+#include <sys/wait.h>
+
+#include "curves/CaptureFile.h"
+#include "platform/system/File.h"
+#include "platform/system/Paths.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+class Program : public ::testing::Test {
+  protected:
+    /// Runs rtpanel in the test's folder. @return the exit code
+    int Run(const std::string& strArguments) {
+        const std::string strCommand = "cd '" + m_folder.GetPath().native() + "' && '" +
+                                       ToUtf8(GetExecutableFolder()) + "/rtpanel' " + strArguments +
+                                       " >output 2>errors";
+        const int nStatus = std::system(strCommand.c_str());
+        m_strOutput = m_folder.Get("output");
+        m_strErrors = m_folder.Get("errors");
+        return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
+    }
+    void PutFolder(const char* pName) {
+        std::filesystem::create_directory(m_folder.GetPath() / pName);
+    }
+
+    const TemporaryFolder m_folder;
+    std::string m_strOutput;
+    std::string m_strErrors;
+};
+
+TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
+    // At 500 rows and 5000 pairs a second, ten pairs to a row, pair n of the stroke is n.
+    std::string strRecording = "time,Rest,Path\n";
+    for (int nRow = 0; nRow < 1000; ++nRow) strRecording += "9,2," + std::to_string(nRow) + "\n";
+    m_folder.Put("r.csv", strRecording);
+    for (const char* pName : {"RealTimeFiles", "out"}) PutFolder(pName);
+    const auto stored = {"RealTimeFiles/demo.rt3", "RealTimeFiles/Demo2.rt3"};
+    for (const char* pName : {"out/capture.csv", "out/capture.rt3"})
+        m_folder.Put(pName, "what was there before");
+    for (const char* pName : stored) m_folder.Put(pName, "the operator's");
+    EXPECT_EQ(Run("--mode 20 --second-input voltage --value-rate 10000 --aux-rate 123 "
+                  "--sample-time 1 --trigger 10 --replay r.csv --replay-first 3 "
+                  "--replay-second rest --replay-rate 500 --replay-first-scale 10 "
+                  "--replay-second-scale -3 --data-folder . --settings set.ini --demo out"),
+              0);
+    EXPECT_EQ(m_strErrors, "");
+    EXPECT_TRUE(m_strOutput.starts_with("instrument   recording r.csv: 1000 rows, 'Path' x 10 and "
+                                        "'Rest' x -3, 500 rows a second\ncapture      1.0 s"))
+        << m_strOutput;
+    for (const char* pPart :
+         {"\nchannel 2    10000 of 10000 values, ", ", force 500 to 5499, second input -6 to -6\n"})
+        EXPECT_NE(m_strOutput.find(pPart), std::string::npos) << m_strOutput;
+
+    // The level of 10 percent is a force of 500.
+    std::string strCsv = "Force, Distance";
+    for (int n = 500; n < 5500; ++n) {
+        const std::string strDigits = std::to_string(10000 + n);
+        strCsv += "\r\n" + strDigits.substr(1, 1) + "." + strDigits.substr(2) + ",-0.006";
+    }
+    EXPECT_EQ(m_folder.Get("out/capture.csv"), strCsv);
+    // Version, mode, second input and the two rates.
+    EXPECT_EQ(m_folder.Get("out/capture.rt3").substr(0, 10),
+              std::string("\x04\0\0\0\x14\0\x10\x27\x7B\0", 10));
+    CFile file(m_folder.Path("out/capture.rt3"), CFile::modeRead);
+    RTCaptureFile capture;
+    ReadCapture(file, capture);
+    const auto spCurve = capture.m_curves.FirstCurve(1);
+    ASSERT_TRUE(spCurve && spCurve->GetCount() == 10000);
+    EXPECT_EQ(spCurve->GetValues()[9998], 5499);
+    std::set<std::string> pictures;
+    for (const char* pName : {"out/screen.png", "out/screen-2.png", "out/screen-3.png"}) {
+        pictures.insert(m_folder.Get(pName));
+        EXPECT_EQ(m_folder.Get(pName).substr(16, 8), std::string("\0\0\x03\x1B\0\0\x01\xC7", 8));
+    }
+    EXPECT_EQ(pictures.size(), 3u);  // of 795 x 455 pixels each
+    for (const char* pName : stored) EXPECT_EQ(m_folder.Get(pName), "the operator's");
+    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "RealTimeFiles/demo3.rt3"));
+    for (const char* pName : {"lang", "set.ini"})
+        EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / pName)) << pName;
+}
+
+TEST_F(Program, SaysOnStandardErrorWhyItCannotGoOn) {
+    const std::string strInstrument = "instrument   simulated press\n";
+    const std::tuple<const char*, int, std::string, std::string> cases[] = {
+        {"--mode 256", 2, "", "rtpanel: --mode: '256' is not"},
+        {"--data-folder nowhere", 1, strInstrument, "rtpanel: nowhere: there is no such folder\n"},
+        {"--replay nowhere.csv", 1, "", "rtpanel: nowhere.csv: "},
+        {"--demo errors/out", 1, strInstrument, "rtpanel: "},  // a file is no folder
+    };
+    for (const auto& [pArguments, nExitCode, strOutput, strErrors] : cases) {
+        EXPECT_EQ(Run(pArguments), nExitCode) << pArguments;
+        EXPECT_EQ(m_strOutput, strOutput) << pArguments;
+        EXPECT_TRUE(m_strErrors.starts_with(strErrors)) << m_strErrors;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,20 @@
+// What a test program finds around it.
+#pragma once
+
+#include <cstdlib>
+
+#include "tests/support/TemporaryFolder.h"
+
+/// A run-time folder, a settings folder and a temporary folder of the program's own while this
+/// lives: programs that run at the same time do not see each other's named mutexes, and nothing is
+/// left with the user. To be made first in main.
+class TestSurroundings {
+  public:
+    TestSurroundings() {
+        for (const char* pName : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "TMPDIR"})
+            ::setenv(pName, m_folder.GetPath().c_str(), 1);
+    }
+
+  private:
+    const TemporaryFolder m_folder;
+};
