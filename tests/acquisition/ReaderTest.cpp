@@ -38,7 +38,7 @@ TEST(PacketReader, AFullCurveReturnsToIdleAtEveryFurtherPacket) {
 
     const Bytes idle{1, 0, 0, 0};
     session.m_aPlots[1].m_bZoomed = 1;
-    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), (Calls{"idle", "paint 1"}));
+    EXPECT_EQ(session.Handle(RTPACKET_CONTROL, idle), (Calls{"paint 1", "idle"}));
     EXPECT_EQ(session.m_aPlots[1].m_bZoomed, 0);
     SetAutoZoom(session.m_graph, false);
     session.m_aPlots[1].m_bZoomed = 1;

@@ -24,7 +24,7 @@ class Session : public ::testing::Test {
         const std::string strFolder = m_folder.GetPath().native();
         const std::string strSettings = strFolder + "/settings.ini";
         arguments.insert(arguments.begin(), {"--value-rate", "10000", "--data-folder",
-                                           strFolder.c_str(), "--settings", strSettings.c_str()});
+                                             strFolder.c_str(), "--settings", strSettings.c_str()});
         CPanel panel(ReadOptions(arguments));
         Operator::CScript running([&] {
             const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };

@@ -158,6 +158,7 @@ TEST(ReplaceFile, KeepsOwnerAndGroupAsFarAsItMay) {
     const std::string strPath = folder.GetPath() / "a";
     const std::string strStray = ".realtime-save-0123456789";
     ASSERT_EQ(::chmod(folder.GetPath().c_str(), 0777), 0);
+    ASSERT_EQ(::chmod(folder.GetPath().parent_path().c_str(), 0711), 0);
     struct Owners {
         gid_t m_nGroup;
         mode_t m_nMode;
