@@ -58,7 +58,7 @@ void CUnfinishedFile::Create(CFile& file, const std::wstring& strPath) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        // Without a pause: a pipe that nobody reads lets its opener wait.
+        // What is no file of its own is not removed.
         file.Open(strPath, nFlags);
         return;
     }
