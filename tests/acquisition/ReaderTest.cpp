@@ -148,28 +148,4 @@ TEST(PacketReader, EmptiesTheQueueBeforeItStops) {
     EXPECT_TRUE(wpLast.expired());
 }
 
-TEST(PacketReader, StopsWithoutAQueueAndWhenToldBeforeItStarts) {
-    TestReader session(0);
-    std::thread reader([&] { session.m_reader.Run(); });
-    session.m_bStopReader = 1;
-    reader.join();
-
-    RTPacketQueue queue;
-    queue.push(MakePacket(RTPACKET_SAMPLES, MakeSamples({1})));
-    session.m_pPacketQueue = &queue;
-    session.m_reader.Run();
-    EXPECT_EQ(session.m_screen.TakeCalls(), Calls{});
-}
-
-TEST(PacketReader, LeavesASteadyFlowBetweenPackets) {
-    TestReader session(0);
-    session.StartValues(10);
-    RTPacketQueue queue;
-    const auto spPacket = MakePacket(RTPACKET_SAMPLES, MakeSamples(CountUp(1, 2000)));
-    for (int i = 0; i < 100000; ++i) queue.push(spPacket);
-    session.ReadQueue(queue, true);
-    std::shared_ptr<RTPacket> spLeft;
-    EXPECT_TRUE(queue.try_pop(spLeft));
-}
-
 }  // namespace

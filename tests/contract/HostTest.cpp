@@ -94,25 +94,6 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
     EXPECT_EQ(plot.GetTriggerPercent(), 25);
 }
 
-TEST_F(Host, ChangesQueueAndRatesWhileTheScreenRuns) {
-    RTPacketQueue other;
-    RTPlot& plot = m_session.m_aPlots[0];
-    std::uint32_t nCapacity = 0;
-    m_panel.Run([&] {
-        Capture(m_panel.m_queue);
-        std::atomic_ref(m_session.m_nHostValueRate).store(500);
-        std::atomic_ref(m_session.m_nHostAuxRate).store(125);
-        std::atomic_ref(m_session.m_pPacketQueue).store(&other);
-        Capture(other);
-        const auto lock = plot.LockSession();
-        EXPECT_TRUE(lock.owns_lock());
-        nCapacity = plot.m_spCurves->m_lstCurves[0].back()->GetCount();
-    });
-    EXPECT_EQ(nCapacity, 1500u);
-    EXPECT_EQ(m_session.m_nValueRate, 500);
-    EXPECT_EQ(m_session.m_nAuxRate, 125);
-}
-
 TEST_F(Host, OwnsTheMessagesOfTheScreen) {
     m_panel.Run([this] { m_panel.Tap(IDC_START); });
     ASSERT_EQ(m_panel.m_view.m_messages.size(), 1u);

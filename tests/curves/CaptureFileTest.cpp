@@ -125,20 +125,6 @@ TEST(CaptureFile, ReadsMarkersAsTheVersionStoredThem) {
     }
 }
 
-TEST(CaptureFile, RewritesAnOlderFileAsTheCurrentVersion) {
-    FileBytes old;
-    old.Long(1).Spans({8}).Byte(12).Byte(1);
-    old.Long(1).Values({3, -4, 5}).Pulses({{3, 9}}).Longs({0, 0, 1, 2, 0, 0, 0, 0, 0, 3});
-    FileBytes current;
-    current.Long(4).Byte(0).Byte(0).Word(40000).Word(20000).Spans({8, 1, 1}).Byte(14).Byte(3);
-    current.Long(1).Values({3, -4, 5}).Pulses({{3, 9}}).Longs({-1, -1, 1, 2, -1, -1, -1, -1, 0, 3});
-    current.Words({-4, -4, 5, 3}).Long(0).Long(0);
-
-    RTCaptureFile capture;
-    Read(old.m_bytes, capture);
-    EXPECT_EQ(Write(capture), current.m_bytes);
-}
-
 TEST(CaptureFile, ComputesMissingExtremesFromTheFirstListThatLacksThemOn) {
     RTCaptureFile capture;
     const auto pBefore = AddCurve(capture.m_curves, 0, {1, 2});
@@ -235,24 +221,6 @@ TEST(CaptureFile, ReadsNothingForCountsBelowOne) {
     EXPECT_EQ(capture.m_curves.m_lstCurves[1].front()->GetPulses().GetCount(), 0u);
 }
 
-TEST(CaptureFile, SurvivesAnyDamage) {
-    const auto whole = FileBytes::SmallCapture();
-    std::mt19937 random(4);
-    for (int nRound = 0; nRound < 20000; ++nRound) {
-        auto bytes = whole;
-        for (auto nFlips = random() % 4 + 1; nFlips > 0; --nFlips)
-            bytes[random() % bytes.size()] = static_cast<std::uint8_t>(random());
-        RTCaptureFile capture;
-        try {
-            Read(bytes, capture);
-        } catch (const CException&) {
-            // Refused; what was read before must be whole, which writing it shows.
-        }
-        RTCaptureFile again;
-        ASSERT_NO_THROW(Read(Write(capture), again));
-    }
-}
-
 class StopAt : public IProgress {
   public:
     explicit StopAt(std::uint64_t nCalls) : m_nCalls(nCalls) {}
@@ -264,31 +232,6 @@ class StopAt : public IProgress {
     std::uint64_t m_nCalls;
     std::uint64_t m_nLast = 0;
 };
-
-TEST(CaptureFile, ACancelledOrFailedSaveLeavesTheOldFile) {
-    const TemporaryFolder folder;
-    folder.Put("a.rt3", "old");
-    RTCaptureFile capture;
-    AddCurve(capture.m_curves, 0, std::vector<std::int16_t>(3000000));  // two pieces
-
-    StopAt stop(1);
-    EXPECT_THROW(SaveCapture(folder.Path("a.rt3"), capture, &stop), CUserException);
-    EXPECT_GT(stop.m_nLast, 0u);
-    EXPECT_EQ(folder.Get("a.rt3"), "old");
-    EXPECT_EQ(folder.CountEntries(), 1u);
-
-    StopAt never(1000);
-    SaveCapture(folder.Path("a.rt3"), capture, &never);
-    EXPECT_EQ(never.m_nLast, folder.Get("a.rt3").size());
-    CFile file(folder.Path("A.RT3"), CFile::modeRead);
-    RTCaptureFile again;
-    StopAt stopReading(1);
-    EXPECT_THROW(ReadCapture(file, again, &stopReading), CUserException);
-    EXPECT_TRUE(again.m_curves.m_lstCurves[0].empty());
-    file.Open(folder.Path("a.rt3"), CFile::modeRead);
-    ReadCapture(file, again, &never);
-    EXPECT_EQ(never.m_nLast, folder.Get("a.rt3").size());
-}
 
 TEST(CaptureFile, SavesACurveThatIsBeingFilledAsItStands) {
     RTCaptureFile capture;

@@ -10,11 +10,6 @@
 
 namespace {
 
-TEST(Curve, RefusesASizeBeyond32Bits) {
-    EXPECT_THROW(RTCurveData(0x80000000u), CMemoryException);
-    EXPECT_THROW(RTCurveData(0x80000000u, 0u), CMemoryException);
-}
-
 TEST(Curve, AReaderSeesWholeValuesPulsesAndRangesWhileItIsFilled) {
     constexpr std::uint32_t nCapacity = 300000;
     RTCurveData curve(nCapacity);
@@ -51,12 +46,6 @@ TEST(Curve, AReaderSeesWholeValuesPulsesAndRangesWhileItIsFilled) {
         ASSERT_EQ(pulse.m_byState, static_cast<std::uint8_t>(pulse.m_nPosition));
     }
     writer.join();
-}
-
-TEST(CurveSet, IsMadeByClass) {
-    const std::unique_ptr<CObject> pObject(RUNTIME_CLASS(CRTCurves)->CreateObject());
-    ASSERT_TRUE(dynamic_cast<CRTCurves*>(pObject.get()));
-    EXPECT_STREQ(pObject->GetRuntimeClass()->m_pClassName, "CRTCurves");
 }
 
 TEST(CurveSet, AppendsCurvesInOrderAndStaysWholeWhenMemoryIsRefused) {

@@ -35,21 +35,6 @@ void Append(RTCurveData& curve, const std::vector<std::int16_t>& values, std::si
     }
 }
 
-TEST(ValueSummary, GivesWhatAScanGivesForEveryRangeAroundBlockBorders) {
-    const auto values = MakeValues(4500, 1);
-    RTCurveData curve(4500);
-    Append(curve, values, 97);
-
-    std::vector<std::uint32_t> borders;
-    for (const std::uint32_t nBorder : {3u, 128u, 256u, 2048u, 2176u, 4096u, 4480u, 4497u})
-        for (std::uint32_t n = nBorder - 3; n <= nBorder + 3; ++n) borders.push_back(n);
-
-    for (const std::uint32_t nFirst : borders)
-        for (const std::uint32_t nLast : borders)
-            ASSERT_EQ(curve.FindMinMax(nFirst, nLast), Scan(values, nFirst, nLast))
-                << nFirst << ".." << nLast;
-}
-
 TEST(ValueSummary, GivesWhatAScanGivesForAnyRangeAndBlockSize) {
     std::mt19937 random(2);
     for (const std::size_t nBlock : {1u, 3u, 128u, 1000u, 30000u}) {

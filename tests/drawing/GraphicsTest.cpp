@@ -125,39 +125,6 @@ TEST(Line, HasItsPensPattern) {
               "..###...");
 }
 
-TEST(Rectangle, IsFilledOutlinedAndInverted) {
-    Sheet sheet(10, 8);
-    const CBrush brush(RGB(1, 2, 3));
-    sheet.m_dc.Rectangle({2, 1, 6, 5}, &brush);
-    EXPECT_EQ(sheet.Find(INK).size(), 12u);
-    EXPECT_EQ(sheet.Find(RGB(1, 2, 3)), (Pixels{{3, 2}, {4, 2}, {3, 3}, {4, 3}}));
-    EXPECT_EQ(sheet.m_dc.GetPixel(5, 4), INK);
-
-    sheet.m_dc.FillSolidRect({0, 0, 10, 8}, PAPER);
-    sheet.m_dc.SetRasterOp(RasterOp::Invert);
-    sheet.m_dc.Rectangle({7, 20, 2, -3}, nullptr);
-    EXPECT_EQ(sheet.Find(RGB(245, 235, 225)).size(), 5u * 8u);
-    EXPECT_EQ(sheet.m_dc.GetPixel(7, 0), PAPER);
-    sheet.m_dc.Rectangle({2, -3, 7, 20}, nullptr);
-    EXPECT_EQ(sheet.Find(PAPER).size(), 80u);
-}
-
-TEST(Copy, TakesOnlyWhatBothSurfacesHave) {
-    Sheet from(6, 6);
-    for (int y = 0; y < 6; ++y)
-        for (int x = 0; x < 6; ++x) from.m_dc.FillSolidRect({x, y, x + 1, y + 1}, RGB(x, y, 0));
-    Sheet to(5, 5);
-    to.m_dc.CopyRect(-2, 3, 100, 100, &from.m_dc, 1, -1);
-    EXPECT_EQ(to.m_dc.GetPixel(0, 3), PAPER);  // from row -1
-    EXPECT_EQ(to.m_dc.GetPixel(0, 4), RGB(3, 0, 0));
-    EXPECT_EQ(to.m_dc.GetPixel(2, 4), RGB(5, 0, 0));
-    EXPECT_EQ(to.m_dc.GetPixel(3, 4), PAPER);
-
-    from.m_dc.CopyRect(1, 2, 4, 4, &from.m_dc, 0, 0);
-    EXPECT_EQ(from.m_dc.GetPixel(1, 2), RGB(0, 0, 0));
-    EXPECT_EQ(from.m_dc.GetPixel(4, 5), RGB(3, 3, 0));
-}
-
 /// What a text changes of a sheet.
 struct Ink {
     Ink(Sheet& sheet, CPoint point, const wchar_t* pText) {
@@ -188,22 +155,6 @@ TEST(DrawnText, StandsWhereItsAlignmentSays) {
     const Ink atCenter(center, {50, 2}, L"3000");
     EXPECT_NEAR(atCenter.m_box.left, 50 - atLeft.m_box.Width() / 2, 2);
     EXPECT_EQ(atCenter.m_box.Width(), atLeft.m_box.Width());
-}
-
-TEST(DrawnText, HasItsFontsSize) {
-    // A five-digit value of the default font fits into 40 pixels.
-    Sheet value(60, 20), digit(60, 20), large(60, 60);
-    const Ink ink(value, {5, 2}, L"-32768");
-    EXPECT_LE(ink.m_box.Width(), 40);
-    EXPECT_GE(ink.m_box.Width(), 28);
-    EXPECT_LE(ink.m_box.Height(), 14);
-
-    CFont font;
-    font.CreatePixelFont(40, L"MS Shell Dlg", true);
-    EXPECT_EQ(large.m_dc.SelectFont(&font), nullptr);
-    EXPECT_GT(Ink(large, {5, 2}, L"8").m_box.Width(), 3 * Ink(digit, {5, 2}, L"8").m_box.Width());
-    font.CreatePointFont(120, L"Microsoft Sans Serif");
-    EXPECT_EQ(font.m_nPixelHeight, 16);
 }
 
 TEST(DrawnText, FillsItsCellInTheOpaqueMode) {

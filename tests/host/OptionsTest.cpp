@@ -9,22 +9,6 @@ namespace {
 
 Options Read(std::vector<const char*> arguments) { return ReadOptions(arguments); }
 
-TEST(Options, AreReadInBothForms) {
-    const Options options =
-        Read({"--mode", "20", "--value-rate=65535", "--second-input", "analogue", "--trigger",
-              "12.54", "--sample-time=60", "--device-24v", "0x3", "--replay", "-.csv",
-              "--replay-second-scale", "-2.5"});
-    EXPECT_EQ(options.m_nMode, 20);
-    EXPECT_EQ(options.m_nValueRate, 65535);
-    EXPECT_EQ(options.m_secondInput, SecondInput::Analogue);
-    EXPECT_EQ(options.m_strTrigger, L"12.5");
-    EXPECT_EQ(options.m_strSampleTime, L"60");
-    EXPECT_EQ(options.m_nDevice24V, 3u);
-    EXPECT_EQ(options.m_strReplay, "-.csv");
-    EXPECT_EQ(options.m_replay.m_dSecondScale, -2.5);
-    EXPECT_EQ(Read({"run1.rt3", "--desktop"}).m_strCaptureFile, "run1.rt3");
-}
-
 TEST(Options, RefusalsNameTheOptionAndTheRange) {
     const std::pair<std::vector<const char*>, const char*> cases[] = {
         {{"run1.rt3"}, "a capture file can be opened with --desktop only"},

@@ -93,33 +93,6 @@ TEST_F(CaptureEngine, SetsCarryEachChannelsQuantitiesInOrder) {
     EXPECT_EQ(Capture({1, 1}, {1000, true, 0, 0}, 5s).m_strEvents, "RI") << "no rate";
 }
 
-TEST_F(CaptureEngine, TheSampleTimeRunsFromTheTrigger) {
-    // 50.0 percent of 5000 is reached in the middle of the ramp.
-    EXPECT_EQ(Capture({1, 1}, {200, false, 1000, 500}, 499ms).m_strEvents, "R");
-    const Received& received = Capture({1, 1}, {200, false, 1000, 500}, 2s);
-    EXPECT_EQ(received.m_strEvents, "RSI");
-    ASSERT_EQ(received.m_channels[0].size(), 200u);
-    EXPECT_EQ(received.m_channels[0].front(), 2500);
-    EXPECT_EQ(received.m_channels[0].back(), 3495);
-    // A level that is not reached is waited for.
-    EXPECT_EQ(Capture({1, 1}, {200, false, 1000, 200}, 30s, 0.1).m_strEvents, "R");
-}
-
-TEST_F(CaptureEngine, AContinuousCaptureAnnouncesEachFurtherStroke) {
-    CCaptureEngine engine = Make({1, 1});
-    engine.BeginBySelf(CaptureRequest{3000, true, 1000, 0}, 0s);
-    for (auto now = 0ms; now <= 3500ms; now += 7ms) engine.Advance(now);
-    EXPECT_EQ(Drain().m_curveBegins, (std::vector<std::size_t>{1000, 2000, 3000}));
-    engine.Execute(StopRequest{}, 3600ms);
-    EXPECT_EQ(Drain().m_strEvents, "CRSPSPSPSI");
-
-    // With a trigger it begins at 0.8 s, and the next curves do at 1.8 s and 2.8 s; the level lies
-    // between two samples.
-    const Received& received = Capture({1, 1}, {3000, true, 1000, 800}, 2900ms, 1.001);
-    EXPECT_EQ(received.m_curveBegins, (std::vector<std::size_t>{1000, 2000}));
-    EXPECT_EQ(received.m_channels[0][1000], 4004);
-}
-
 TEST_F(CaptureEngine, BlocksEndWhereTheLinesChange) {
     EXPECT_EQ(Capture({1, 1}, {1000, false, 1000, 0}, 1s).m_strLines, "250:0 500:1 750:5 1000:0 ");
 

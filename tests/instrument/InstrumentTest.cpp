@@ -55,47 +55,6 @@ class PressInstrument : public ::testing::Test {
     std::unique_ptr<CPressInstrument> m_pInstrument;
 };
 
-TEST_F(PressInstrument, RunsACaptureInRealTime) {
-    const auto begin = Clock::now();
-    m_pInstrument->Send(MakeImage({2, 200, 0, 0, 0x40, 0x9C}));
-
-    // Never ahead of the clock.
-    while (Clock::now() - begin < 150ms) {
-        const auto nCount = Drain().m_channels[0].size();
-        const auto elapsed = std::chrono::duration<double>(Clock::now() - begin).count();
-        ASSERT_LE(static_cast<double>(nCount), 40000 * elapsed + 2);
-        std::this_thread::sleep_for(1ms);
-    }
-    ASSERT_TRUE(WaitFor("RSI"));
-    EXPECT_GE(Clock::now() - begin, 200ms);
-    EXPECT_EQ(Drain().m_channels[0].size(), 8000u);
-    EXPECT_GE(Drain().m_nPackets, 5u);
-}
-
-TEST_F(PressInstrument, StopsAndIsReadyForTheNextCapture) {
-    m_pInstrument->Send("\x05\x01");
-    m_pInstrument->Send(MakeImage({2, 0x60, 0xEA, 0, 0x40, 0x9C}));
-    ASSERT_TRUE(WaitFor("RS"));
-    m_pInstrument->Send(MakeImage({2}));
-    ASSERT_TRUE(WaitFor("RSI"));
-    EXPECT_LT(Drain().m_channels[0].size(), 2'400'000u);
-    m_pInstrument->Send(MakeImage({2, 20, 0, 0, 0x40, 0x9C}));
-    EXPECT_TRUE(WaitFor("RSIRSI"));
-}
-
-TEST_F(PressInstrument, BeginsByItselfOnceTheScreenIsShown) {
-    Make(CaptureRequest{3000, true, 40000, 0});
-    EXPECT_EQ(Drain().m_nPackets, 0u);
-    m_pInstrument->OnScreenShown();
-    ASSERT_TRUE(WaitFor("CRS"));
-
-    // Ends in the middle of it, and leaves the queue alone.
-    m_pInstrument.reset();
-    const std::size_t nPackets = Drain().m_nPackets;
-    std::this_thread::sleep_for(30ms);
-    EXPECT_EQ(Drain().m_nPackets, nPackets);
-}
-
 TEST(SimulatedPress, SnapsOnItsWayDownWithTheNoiseOfItsSeed) {
     const auto readStroke = [](std::uint32_t nSeed) {
         CSimulatedPress press(SecondInput::Position, nSeed);

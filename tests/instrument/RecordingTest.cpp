@@ -33,17 +33,6 @@ TEST_F(RecordingTest, FindsTheUsualColumns) {
     EXPECT_TRUE(single.m_adSecond.empty());
 }
 
-TEST_F(RecordingTest, TakesColumnsByNameOrNumber) {
-    const std::string strText = "a,b,2\n1,2,3\n";
-    const Recording byNumber = Read(strText, {"3", "1"});
-    EXPECT_EQ(byNumber.m_adFirst, std::vector{3.0});
-    EXPECT_EQ(byNumber.m_adSecond, std::vector{1.0});
-    // A name goes before a number.
-    const Recording byName = Read(strText, {"B", "2"});
-    EXPECT_EQ(byName.m_adFirst, std::vector{2.0});
-    EXPECT_EQ(byName.m_adSecond, std::vector{3.0});
-}
-
 TEST_F(RecordingTest, SaysWhatIsWrong) {
     const std::tuple<std::string, RecordingColumns, const char*> cases[] = {
         {"", {}, ": has no header row"},

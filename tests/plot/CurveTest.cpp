@@ -232,20 +232,4 @@ TEST(InputTraces, AreDrawnAsRecordByRecord) {
     }
 }
 
-TEST(InputTraces, NeedARecordInView) {
-    PlotSheet sheet;
-    sheet.Add(1000, [](std::uint32_t) { return 0; }).AddPulse(400, 0xF);
-    sheet.m_plot.m_bZoomed = 1;
-    sheet.m_plot.m_nViewStart = 402;
-    sheet.Paint();
-    EXPECT_TRUE(sheet.Find(255).empty());
-    sheet.m_plot.m_nViewStart = 400;
-    sheet.Paint();
-    EXPECT_TRUE(sheet.Find(255).empty());  // ends where it begins
-    sheet.m_plot.m_nViewStart = 200;
-    sheet.Paint();
-    // A quarter of the 656 pixels, at the level of a set bit.
-    EXPECT_EQ(sheet.CountInRow(343 - 40 - 13 - 2, 255), 164);
-}
-
 }  // namespace

@@ -48,16 +48,6 @@ struct Control : testing::Test {
 
 constexpr std::pair<int, int> NO_BAND{-1, -1};
 
-TEST_F(Control, PaintsThePlotInItsOwnSize) {
-    EXPECT_EQ(m_sheet.m_plot.m_nWidth, 300);
-    EXPECT_EQ(m_sheet.m_plot.m_nHeight, 163);
-    EXPECT_EQ(m_sheet.m_plot.m_nBottom, 163);
-    EXPECT_EQ(FindBand(), NO_BAND);
-    m_control.m_pPlot = nullptr;
-    Repaint();
-    EXPECT_EQ(Operator::TakePicture(m_control).GetPixel(5, 5), RGB(240, 240, 240));
-}
-
 TEST_F(Control, TheBandFollowsTheMouseAndSurvivesRepaints) {
     m_sheet.m_plot.OnPlotClick({100, 50});
     Repaint();  // the press has moved the start of the view
@@ -84,13 +74,6 @@ TEST_F(Control, TheBandFollowsTheMouseAndSurvivesRepaints) {
     PlotSheet zoomed(300, 163);
     m_sheet.m_plot.Paint(zoomed.m_dc);
     EXPECT_TRUE(Operator::TakePicture(m_control).EncodePng() == zoomed.m_bitmap.EncodePng());
-}
-
-TEST_F(Control, WithoutADragTheMouseChangesNothing) {
-    m_control.MoveZoomBand(180);
-    m_control.EndZoomDrag(200);
-    EXPECT_EQ(m_sheet.m_plot.m_bZoomed, 0);
-    EXPECT_EQ(FindBand(), NO_BAND);
 }
 
 }  // namespace

@@ -210,18 +210,4 @@ TEST_F(Interaction, WithoutAUsableScaleClicksAndDragsDoNothing) {
     EXPECT_EQ(m_plot.m_nViewEnd, 120000);
 }
 
-TEST_F(Interaction, PositionsStayInRange) {
-    constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
-    m_plot.m_dXScale = m_plot.m_dYScale = 1e-300;
-    m_plot.m_nViewStart = MAX;
-    for (const PlotAction action : {PLOTACT_TOOLPULSE, PLOTACT_TRIGGER, PLOTACT_MARKER_B})
-        EXPECT_EQ(Click(action, 300, m_plot.m_nZeroY - 1), action);
-    EXPECT_EQ(m_plot.m_nToolPulseMark, MAX);
-    EXPECT_EQ(m_plot.m_nTriggerLevel, MAX);
-    EXPECT_EQ(m_plot.m_nMarkerB, MAX);
-    Click(PLOTACT_NONE, 300);
-    m_plot.EndZoomDrag(0);
-    EXPECT_GE(m_plot.m_nViewStart, 0);
-}
-
 }  // namespace

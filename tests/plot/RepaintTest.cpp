@@ -96,16 +96,4 @@ TEST(Repaint, KnowsACurveFromItsPredecessor) {
     ExpectNewPicture(sheet, last, "another channel");
 }
 
-TEST(Repaint, FollowsTheSizeOfThePlot) {
-    PlotSheet sheet;
-    sheet.Add(20000, Wave);
-    sheet.Paint();
-    PlotSheet larger(842, 400);
-    sheet.m_dc.SelectBitmap(&larger.m_bitmap);
-    sheet.m_plot.m_nWidth = 842;
-    sheet.m_plot.m_nHeight = sheet.m_plot.m_nBottom = 400;
-    sheet.Paint();
-    EXPECT_TRUE(larger.m_bitmap.EncodePng() == PaintFirst(sheet));
-}
-
 }  // namespace

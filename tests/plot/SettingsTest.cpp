@@ -38,13 +38,6 @@ TEST(PlotSettings, AnEmptyStoreGivesTheDefaults) {
     EXPECT_EQ(plot.m_nTriggerLevel, -1);
 }
 
-TEST(PlotSettings, WithoutAnApplicationEverythingIsDefault) {
-    ASSERT_FALSE(GetApp());
-    const RTPlot plot;
-    EXPECT_EQ(plot.m_pColours->m_crGridLines, 65535u);
-    EXPECT_EQ(plot.m_bShowAllCurvePulses, 0);
-}
-
 TEST(PlotSettings, AllSlotsHaveColoursThatCanBeToldApart) {
     const RTPlot plot;
     const auto& lines = plot.m_pColours->m_acrGraphLine;

@@ -83,28 +83,6 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
     });
 }
 
-TEST_F(FingerTest, SetsRangeAndTriggerLevel) {
-    m_panel.Run([&] {
-        Capture();
-        m_panel.Tap(IDC_SETTINGS);
-        CWnd* pSettings = Operator::ModalWindow();
-        Operator::Tap(*pSettings, Settings::ID_AUTO_ZOOM);
-        Operator::Tap(*pSettings, Settings::ID_RANGE_MIN);
-        EXPECT_TRUE(EnterOnPad(L"Current Value", L"0"));
-        Operator::Tap(*pSettings, Settings::ID_RANGE_MAX);
-        EXPECT_TRUE(EnterOnPad(L"Current Value", L"3960"));
-        Operator::Tap(*pSettings, IDOK);
-
-        // 198 usable pixels for 3960 units; the zero line stands 218 pixels down.
-        Operator::WaitUntil([this] { return Plot().m_nValueSpan == 3960; }, 2000);
-        m_panel.TapBar(Menu::ID_INFO);
-        m_panel.TapBar(Bar::ID_TRIGGER);
-        m_panel.TapPlot(300, 218 - 50);
-        EXPECT_EQ(Plot().m_nTriggerLevel, 1000);
-        EXPECT_EQ(m_panel.BarText(Bar::ID_TRIGGER_PERCENT), L"20");
-    });
-}
-
 TEST_F(FingerTest, ClampsAndFormatsEntries) {
     m_panel.Run([&] {
         const auto expect = [&](int nEdit, const wchar_t* pEntry, const wchar_t* pShown) {

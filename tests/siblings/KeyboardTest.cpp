@@ -134,26 +134,4 @@ TEST(Keyboard, ShowsItsStateAndWhatIsWrong) {
     });
 }
 
-TEST(Keyboard, NullPointersAreTolerated) {
-    const std::wstring* pNone = nullptr;
-    std::wstring* pNoText = nullptr;
-    unsigned char* pNoFlag = nullptr;
-    const auto name = [] {
-        Tap({IDOK});
-        EXPECT_NE(Operator::ModalText().find(L"Blank value"), std::wstring::npos);
-        Tap({L"a"});
-        Tap({IDOK});
-    };
-    EXPECT_EQ(WorkEntry<decltype(ShowKeyboard)>("ShowKeyboard", name, pNone, pNone, pNoText,
-                                                pNoFlag, pNoFlag, pNoFlag),
-              1);
-    const auto number = [] {
-        Tap({L"5"});
-        Tap({IDOK});
-    };
-    EXPECT_EQ(WorkEntry<decltype(ShowNumberPad)>("ShowNumberPad", number, L"", L"", pNoText,
-                                                 static_cast<double*>(nullptr), pNoFlag, pNoFlag),
-              1);
-}
-
 }  // namespace

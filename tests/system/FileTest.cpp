@@ -27,25 +27,6 @@ std::wstring ErrorOf(const std::function<void()>& action) {
     return {};
 }
 
-TEST(File, WritesAndReads) {
-    const TemporaryFolder folder;
-    CFile file(folder.Path("a"), CFile::modeWrite | CFile::modeCreate);
-    file.Write("0123456789", 10);
-    file.Write("ab", 2);
-    EXPECT_EQ(file.GetPosition(), 12u);
-    file.Open(folder.Path("a"), CFile::modeRead);
-    EXPECT_EQ(file.GetLength(), 12u);
-    char text[10] = {};
-    EXPECT_EQ(file.Read(text, 9), 9u);
-    EXPECT_STREQ(text, "012345678");
-    EXPECT_EQ(file.Read(text, 9), 3u);
-    EXPECT_EQ(std::string(text, 3), "9ab");
-    EXPECT_EQ(file.GetPosition(), 12u);
-    file.Close();
-    EXPECT_FALSE(file.IsOpen());
-    EXPECT_EQ(folder.Get("a"), "0123456789ab");
-}
-
 TEST(File, TellsPathAndReason) {
     const TemporaryFolder folder;
     const std::wstring strMissing = folder.Path("missing");
@@ -133,59 +114,6 @@ TEST(MemFile, BehavesLikeAFile) {
     over.Write("\x09\x08", 2);
     EXPECT_EQ(over.GetContents(), (std::vector<std::uint8_t>{9, 8, 3}))
         << "begins at its beginning";
-}
-
-TEST(TextFile, KeepsTheOrderOfTextsOfAnySize) {
-    const TemporaryFolder folder;
-    CTextFile file(folder.Path("t"), CFile::modeWrite | CFile::modeCreate);
-    file.WriteString("a\n\nb");
-    EXPECT_EQ(folder.Get("t"), "") << "small texts wait in the buffer";
-    std::string strExpected = "a\r\n\r\nb";
-    for (const std::size_t nLength : {1u, 70000u, 3u, 65536u, 65535u, 2u, 40000u, 40000u}) {
-        const std::string strText(nLength, static_cast<char>('a' + nLength % 26));
-        file.WriteString(strText);
-        strExpected += strText;
-    }
-    file.Close();
-    EXPECT_EQ(folder.Get("t"), strExpected);
-}
-
-TEST(Paths, FindsFilesByExtensionWithoutRegardToCase) {
-    const TemporaryFolder folder;
-    for (const char* pName : {"a.rt3", "B.RT3", "c.Rt3", "d.rt3x", "e.txt", "rt3"})
-        folder.Put(pName, "");
-    std::filesystem::create_directory(folder.GetPath() / "folder.rt3");
-    folder.PutPipe("pipe.rt3");
-    for (const char* pTo : {"a", "pipe", "folder", "nowhere"})
-        std::filesystem::create_symlink(pTo + std::string(".rt3"),
-                                        folder.GetPath() / (std::string("to ") + pTo + ".rt3"));
-
-    const std::wstring strFolder = folder.Path("");
-    auto arrNames = FindFiles(strFolder, L".rT3");
-    std::sort(arrNames.begin(), arrNames.end());
-    EXPECT_EQ(arrNames, (std::vector<std::wstring>{L"B.RT3", L"a.rt3", L"c.Rt3", L"to a.rt3"}));
-    EXPECT_EQ(FindFiles(strFolder, L".rt3x"), std::vector<std::wstring>{L"d.rt3x"});
-    EXPECT_TRUE(FindFiles(folder.Path("missing"), L"").empty());
-}
-
-TEST(Paths, TakesPathsApartAndMakesFolders) {
-    EXPECT_EQ(GetFolderOfPath(L"/a/b.rt3"), L"/a");
-    EXPECT_EQ(GetFolderOfPath(L"/b.rt3"), L"/");
-    EXPECT_EQ(GetFolderOfPath(L"b.rt3"), L".");
-    EXPECT_EQ(JoinPath(L"/", L"b"), L"/b");
-
-    const TemporaryFolder folder;
-    for (const char* pCalls : {" open fsync close", ""}) {  // a new name comes to the disk
-        const Fault none(-1, 0);
-        EXPECT_TRUE(CreateFolder(folder.Path("new")));
-        EXPECT_EQ(none.m_strMade, pCalls);
-    }
-    EXPECT_TRUE(FolderExists(folder.Path("new")));
-    EXPECT_FALSE(FileExists(folder.Path("new")));
-    EXPECT_FALSE(CreateFolder(folder.Path("no/way")));
-    EXPECT_TRUE(FileExists(GetExecutablePath()));
-    EXPECT_EQ(JoinPath(GetExecutableFolder(), GetNameOfPath(GetExecutablePath())),
-              GetExecutablePath());
 }
 
 }  // namespace

@@ -18,17 +18,6 @@ void Save(const TemporaryFolder& folder, const std::string& strName, const std::
     file.Commit();
 }
 
-TEST(ReplaceFile, TakesTheOldFilesPlaceOnlyAtCommit) {
-    const TemporaryFolder folder;
-    folder.Put("a", "old");
-    for (const char* pName : {"a", "b"}) {
-        CReplaceFile file(folder.Path(pName));
-        file.Write("new", 3);
-    }
-    EXPECT_EQ(folder.Get("a"), "old");
-    EXPECT_EQ(folder.CountEntries(), 1u);
-}
-
 TEST(ReplaceFile, RefusesWhatCannotBeWritten) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.GetPath() / "d");

@@ -77,23 +77,4 @@ TEST(CommandLine, RefusalsNameTheOptionTheValueAndTheRange) {
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
 }
 
-TEST(CommandLine, AFailureIsSaidAndEndsAProgramWithOne) {
-    const auto fail = [](Arguments) -> int { throw CFileException(L"a.rt3", ENOENT); };
-    char szProgram[] = "path/tool";
-    char* argv[] = {szProgram, nullptr};
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(RunProgram("tool", 1, argv, fail), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "tool: a.rt3: No such file or directory.\n");
-}
-
-TEST(CommandLine, HelpGoesBeforeErrors) {
-    for (const char* pHelp : {"-h", "--help"}) {
-        const std::string strHelp = ErrorOf<CHelpRequest>([&] {
-            Read({"-w", "x", "--flags", pHelp});
-        });
-        EXPECT_TRUE(strHelp.starts_with("usage: tool [OPTION]... FILE...\n\nDoes ")) << strHelp;
-        EXPECT_TRUE(strHelp.find(" a whole number (7); 1 to 4294967295\n") != strHelp.npos);
-    }
-}
-
 }  // namespace

@@ -407,15 +407,4 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
     EXPECT_EQ(m_folder.CountEntries(), 3u);
 }
 
-TEST_F(Tool, HelpsUnlessAFileHasThatName) {
-    for (const char* pHelp : {"--help", "-h", "help", "convert --help"}) {
-        const Result help = Run(std::string("$RT3 ") + pHelp);
-        EXPECT_EQ(help.m_nExitCode, 0);
-        EXPECT_EQ(help.m_strErr, "");
-        EXPECT_TRUE(help.m_strOut.starts_with("usage: rt3 ")) << pHelp;
-    }
-    std::filesystem::copy(m_folder.GetPath() / "a.rt3", m_folder.GetPath() / "--help");
-    EXPECT_TRUE(Contains(Run("$RT3 info -- --help").m_strOut, "4 of 4 values"));
-}
-
 }  // namespace

@@ -74,17 +74,3 @@ TEST(LanguageFile, IsReadLineByLine) {
     EXPECT_EQ(*table.Find(1), L"uno");
     EXPECT_EQ(*table.Find(3), L"three");
 }
-
-TEST(LanguageFile, TakesHostileLinesInStride) {
-    std::u16string line = u"11\t\t5\t\t";
-    for (int n = 0; n < 1'000'000; ++n) line += u"\\n";
-    CLanguageTable table;
-    ParseLanguageFile(Bytes(line + std::u16string(1'000'000, u'\t')), table);
-    EXPECT_EQ(*table.Find(5), std::wstring(1'000'000, L'\n'));
-}
-
-TEST(LanguageFile, FirstLineKeepsItsCarriageReturn) {
-    EXPECT_EQ(ParseFirstLine(Bytes(u"\uFEFFGerman\nEnglish")), L"German");
-    EXPECT_EQ(ParseFirstLine(Bytes(u"German\r\n")), L"German\r");
-    EXPECT_EQ(ParseFirstLine({}), L"");
-}

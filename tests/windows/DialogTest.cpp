@@ -44,11 +44,3 @@ TEST(Script, ThatWaitsInVainClosesItsWindowAndSaysForWhat) {
     EXPECT_EQ(ErrorOf<std::runtime_error>([&] { RunModal(dialog, work); }),
               "waited 20 ms in vain for a box; in front: Dialog: ");
 }
-
-TEST(ClientContext, OfNoWindowDrawsNothing) {
-    CClientDC dc(nullptr);
-    dc.LineTo(5, 5);
-    dc.FillSolidRect({0, 0, 9, 9}, RGB(1, 2, 3));
-    dc.TextOut(0, 0, L"text");
-    EXPECT_EQ(dc.GetPixel(0, 0), NO_COLOR);
-}
