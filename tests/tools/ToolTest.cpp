@@ -53,14 +53,14 @@ class Tool : public ::testing::Test {
         return Text(FileBytes().Long(1).Spans({}).Byte(1).Long(1).Values({3, -4}).Pulses({}));
     }
 
-    /// Runs rt3 in the test's folder, through a shell.
+    /// Runs rt3 in the test's folder, through a shell, with the system's reasons in English.
     Result Run(const std::string& strArguments) const {
         const TemporaryFolder output;
-        const std::string strCommand = "cd '" + m_folder.GetPath().native() + "' && IFS= RT3='" +
-                                       ToUtf8(GetExecutableFolder()) + "/rt3' && ( " +
-                                       strArguments + " ) >'" +
-                                       (output.GetPath() / "out").native() + "' 2>'" +
-                                       (output.GetPath() / "err").native() + "'";
+        const std::string strCommand =
+            "cd '" + m_folder.GetPath().native() + "' && export LC_ALL=C.UTF-8 && IFS= RT3='" +
+            ToUtf8(GetExecutableFolder()) + "/rt3' && ( " + strArguments + " ) >'" +
+            (output.GetPath() / "out").native() + "' 2>'" + (output.GetPath() / "err").native() +
+            "'";
         const int nStatus = std::system(strCommand.c_str());
         return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, output.Get("out"),
                 output.Get("err")};
