@@ -38,6 +38,7 @@ bool Fault::Fails(const char* pCall) {
 SYSTEM_CALL int open(const char* pPath, int nFlags, ...) {
     va_list arguments;
     va_start(arguments, nFlags);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
     const int nMode = nFlags & O_CREAT ? va_arg(arguments, int) : 0;
     va_end(arguments);
     return Call("open", SYS_openat, AT_FDCWD, pPath, nFlags, nMode);

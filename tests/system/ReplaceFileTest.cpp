@@ -177,6 +177,9 @@ TEST(ReplaceFile, KeepsOwnerAndGroupAsFarAsItMay) {
         EXPECT_EQ(folder.CountEntries(), 2u);
         std::filesystem::remove(strPath);
     }
+    ASSERT_EQ(::chmod(folder.GetPath().c_str(), 0733), 0);  // cannot be read, and so not flushed
+    SaveAsMember(folder, "a");
+    EXPECT_EQ(folder.Get("a"), "new");
 }
 
 }  // namespace
