@@ -58,6 +58,7 @@ struct PLATFORM_API NativeWindow {
     CWnd* m_pOwner;
     QImage m_picture;      ///< what the owner has drawn last; null before that
     bool m_bStale = true;  ///< the picture is to be drawn anew
+    bool m_bPictureWhole = false;
 
   private:
     struct Handling {
