@@ -77,7 +77,7 @@ ChangedSpan CurveLine::Update(const std::shared_ptr<const RTCurveData>& spData,
     // Only the last column can have changed with the values behind it: those before it have read
     // nothing beyond its first value.
     ChangedSpan changed = ChangedSpan::Everything();
-    const bool bGrown = bSame && nLast > m_nLast && !m_bLeftPlot;
+    const bool bGrown = bSame && nLast > m_nLast;
     if (bGrown) {
         m_mainPoints.resize(m_lastColumn.m_nMainPoints);
         if (!m_columnEnds.empty()) m_columnEnds.pop_back();
@@ -101,7 +101,6 @@ void CurveLine::Trace(const RTCurveData& data, const Source& source, std::int64_
     const CColumnReader reader(data, source, nLast);
     const std::int64_t nWidth = source.m_time.m_nColumnWidth;
     m_nLevel = m_lastColumn.m_nLevel;
-    m_bLeftPlot = false;
     for (std::int64_t i = m_lastColumn.m_nIndex; i < nLast; i += nWidth) {
         m_lastColumn = {i, m_nLevel, m_mainPoints.size()};
         const int x = source.m_time.XAt(i - source.m_nFirst);
@@ -114,7 +113,6 @@ void CurveLine::Trace(const RTCurveData& data, const Source& source, std::int64_
             m_columnEnds.push_back(
                 {m_mainPoints.size(), {x, source.m_value.YOf(column.m_nSecondHigh)}});
         if (x >= source.m_nWidth) {
-            m_bLeftPlot = true;
             m_nLevel = reader.FindLevelAfter(i + nWidth, m_nLevel);
             return;
         }

@@ -74,5 +74,4 @@ class CurveLine {
     std::vector<ColumnEnd> m_columnEnds;
     int m_nLevel = 0;
     Begun m_lastColumn;
-    bool m_bLeftPlot = false;  ///< the line goes on to the right of the plot
 };

@@ -41,7 +41,7 @@ struct PlotSheet {
         return *spCurve;
     }
 
-    void Paint() { m_plot.Paint(m_dc, &m_cache); }
+    CRect Paint() { return m_plot.Paint(m_dc, &m_cache); }
 
     Pixels Find(COLORREF color) const { return FindIn(m_dc, color); }
     Pixels FindIn(const CDC& dc, COLORREF color) const {
