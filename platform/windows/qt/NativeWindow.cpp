@@ -158,7 +158,9 @@ void NativeWindow::Refresh() {
         return;
     }
     if (m_bStale) Draw([this] { m_widget.update(); });
-    m_widget.update(std::exchange(m_changed, QRect()));
+    // At once: a paint event that came later could find the picture stale and draw it a second
+    // time.
+    m_widget.repaint(std::exchange(m_changed, QRect()));
 }
 
 void NativeWindow::Draw(const std::function<void()>& paintDefault) {
