@@ -122,7 +122,7 @@ TEST_F(Refresh, ShowsOnlyWhatHasChangedInAKeptPicture) {
     };
     EXPECT_EQ(m_control.m_kept, std::vector{false}) << "shown, and painted once";
     m_control.m_color = crNew;
-    m_control.m_changed = CRect(10, 0, 20, 49);
+    m_control.m_changed = CRect{10, 0, 20, 49};
     refresh();
     EXPECT_TRUE(m_control.m_kept.back());
     EXPECT_EQ(colorAt(9), crOld);
