@@ -75,6 +75,7 @@ void NativeWindow::Attach(CWnd* pNewOwner) {
         m_pOwner->m_pNative = nullptr;
     }
     m_pOwner = pNewOwner;
+    m_bPictureWhole = false;  // it is another's
     if (m_pOwner) {
         m_pOwner->m_pNative = this;
         m_pOwner->m_hWnd.store(m_hWnd, std::memory_order_release);
