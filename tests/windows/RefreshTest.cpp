@@ -20,7 +20,7 @@ using std::chrono::steady_clock;
 
 constexpr DialogItem ITEMS[] = {{9, ControlKind::Static, L"", 0, 0, 60, 30}};
 constexpr DialogTemplate TEMPLATE{0, L"Dialog", 60, 30, L"MS Shell Dlg", 8, ITEMS};
-constexpr unsigned PAUSE_MS = 20;  ///< longer than the time from one refresh to the next
+constexpr unsigned PAUSE_MS = 30;  ///< longer than the time from one refresh to the next
 constexpr unsigned PATIENCE_MS = 10000;
 
 /// Fills itself with a colour.
@@ -53,6 +53,7 @@ struct Refresh : testing::Test {
         m_dialog.Create(nullptr);
         m_control.AttachControl(9, &m_dialog);
         m_dialog.ShowWindow(true);
+        EXPECT_TRUE(AwaitPaint(m_control.m_color));
         Operator::Wait(PAUSE_MS);
     }
     void FillFromThread(COLORREF color) {

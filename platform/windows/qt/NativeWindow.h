@@ -58,8 +58,8 @@ struct PLATFORM_API NativeWindow {
     /// paints itself, waits for the widget's next paint event.
     void MarkStale();
 
-    /// Has what is stale or changed in the picture shown, at the same pace. Out of memory, that waits
-    /// for the next request or the next paint event.
+    /// Has what is stale or changed in the picture shown, at the same pace. Out of memory, that
+    /// waits for the next request or the next paint event.
     void RequestRefresh() noexcept;
 
     /// Paints a region of a widget whose owner draws into the kept picture, which is drawn first if
