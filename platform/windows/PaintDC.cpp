@@ -16,15 +16,15 @@ QImage* KeptPicture(const CWnd* pWnd) {
 
 }  // namespace
 
-CWindowDC::CWindowDC(CWnd* pWnd, bool bFit)
+CWindowDC::CWindowDC(CWnd* pWnd, bool bPaint)
     : CDC(std::make_unique<GraphicsSurface>(KeptPicture(pWnd))),
-      m_hWnd(pWnd ? pWnd->GetHandle() : 0), m_bFit(bFit),
+      m_hWnd(pWnd ? pWnd->GetHandle() : 0), m_bPaint(bPaint),
       m_nExceptions(std::uncaught_exceptions()) {
     NativeWindow* pNative = NativeWindow::Find(m_hWnd);
     if (!pNative) return;
     const QSize size = pNative->m_widget.size();
     m_bKept = pNative->m_bPictureWhole && pNative->m_picture.size() == size;
-    if (!bFit) return;
+    if (!bPaint) return;
     pNative->m_bPictureWhole = false;
     if (pNative->m_picture.size() != size) pNative->m_picture = QImage(size, QImage::Format_RGB32);
 }
@@ -33,10 +33,12 @@ CWindowDC::~CWindowDC() {
     NativeWindow* pNative = NativeWindow::Find(m_hWnd);
     if (!pNative) return;
     const bool bWhole = std::uncaught_exceptions() == m_nExceptions;
-    if (m_bFit) pNative->m_bPictureWhole = bWhole;
+    QRect changed = pNative->m_widget.rect();
     if (m_changed && m_bKept && bWhole)
-        pNative->m_widget.update(m_changed->left, m_changed->top, m_changed->Width(),
-                                 m_changed->Height());
+        changed &= QRect(m_changed->left, m_changed->top, m_changed->Width(), m_changed->Height());
+    if (!changed.isEmpty()) pNative->m_changed |= changed;
+    if (m_bPaint)
+        pNative->m_bPictureWhole = bWhole;
     else
-        pNative->m_widget.update();
+        pNative->RequestRefresh();
 }

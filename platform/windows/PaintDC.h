@@ -17,14 +17,14 @@ class PLATFORM_API CWindowDC : public CDC {
     void SetChanged(const CRect& rect) { m_changed = rect; }
 
   protected:
-    CWindowDC(CWnd* pWnd, bool bFit);
+    CWindowDC(CWnd* pWnd, bool bPaint);
 
     /// The picture is what the last paint has left and what CClientDCs drew on it since.
     bool m_bKept = false;
 
   private:
     WindowHandle m_hWnd;
-    const bool m_bFit;  ///< this is a paint
+    const bool m_bPaint;
     std::optional<CRect> m_changed;
     int m_nExceptions;  ///< on their way when this was made
 };
