@@ -120,7 +120,7 @@ TEST(Repaint, OfAGrowingCurveIsThePictureOfTheWhole) {
             static_cast<int>(spGrowing->GetCapacity()) / (nSeed % 8 == 7 ? 2 : 1);
         sheet.m_plot.m_nViewEnd = nSeed % 9 == 8 ? 5000 : 9000;
         for (std::int16_t& nValue : spGrowing->GetFreeValues())
-            nValue = static_cast<std::int16_t>(pick(9000)) - 4500;
+            nValue = static_cast<std::int16_t>(static_cast<int>(pick(9000)) - 4500);
         for (int nStep = 0; nStep < 40; ++nStep) {
             const std::uint32_t nCount = spGrowing->GetCount();
             const std::uint32_t nGrown =
