@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "acquisition/ObjRTGeneric.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/Panel.h"
 
 namespace {

@@ -2,7 +2,6 @@
 // cancels.
 #include <gtest/gtest.h>
 
-#include "plugin/ScreenTemplate.h"
 #include "tests/screen/LanguagePanel.h"
 #include "tests/support/Clock.h"
 #include "tests/support/FileBytes.h"

@@ -4,7 +4,6 @@
 #include <numeric>
 
 #include "acquisition/ObjRTGeneric.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/Panel.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/Paths.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/plot/PlotSheet.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/Panel.h"

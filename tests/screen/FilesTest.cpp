@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/Paths.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/FileBytes.h"
 #include "tests/support/Panel.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,7 +1,6 @@
 // What an operator does with a finger on the screen: zoom band, markers, trigger level, entries.
 #include <gtest/gtest.h>
 
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/Panel.h"
 #include "ui/BarMessages.h"
 #include "ui/DlgBarInfo.h"
