@@ -101,10 +101,6 @@ Look MessageBox(const wchar_t* pText, UINT nStyle, std::set<int> shown) {
              {{3, StyledButton, L"", 93, 93, 50, 42, hidden(3)}, -1, 0, 368}}};
 }
 
-bool ShowsTheSame(const CWnd& one, const CWnd& other) {
-    return Operator::TakePicture(one).EncodePng() == Operator::TakePicture(other).EncodePng();
-}
-
 /// Compares a dialog with one that is made from the look alone.
 void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
     Operator::Ask([&] {
@@ -150,7 +146,8 @@ void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
             if (nPicture) CButtonPictures().SetOn(reference, item.m_nID, nPicture);
             if (nPicture == PICTURE_CHECKED) static_cast<CButton*>(pModel)->SetCheck(true);
             pModel->EnableWindow(pControl->IsWindowEnabled());
-            EXPECT_TRUE(ShowsTheSame(*pControl, *pModel));
+            EXPECT_TRUE(Operator::TakePicture(*pControl).EncodePng() ==
+                        Operator::TakePicture(*pModel).EncodePng());
         }
     });
 }

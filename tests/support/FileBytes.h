@@ -8,6 +8,7 @@
 struct FileBytes {
     std::vector<std::uint8_t> m_bytes;
 
+    std::string Text() const { return {m_bytes.begin(), m_bytes.end()}; }
     FileBytes& Number(std::int64_t nValue, int nSize) {
         for (int n = 0; n < nSize; ++n)
             m_bytes.push_back(static_cast<std::uint8_t>(nValue >> (8 * n)));
