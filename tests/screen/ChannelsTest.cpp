@@ -2,10 +2,9 @@
 // read-outs, lists and files show of it.
 #include <gtest/gtest.h>
 
-#include "platform/system/Paths.h"
 #include "tests/plot/PlotSheet.h"
+#include "tests/screen/LanguagePanel.h"
 #include "tests/support/FileBytes.h"
-#include "tests/support/Panel.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/DlgListFiles.h"
@@ -24,13 +23,10 @@ struct Device final : IRTDevice {
 class Channels : public ::testing::Test {
   protected:
     Channels() {
-        SetProgramFolder(m_panel.m_folder.Path(""));
-        std::filesystem::create_directory(m_panel.m_folder.GetPath() / "RealTimeFiles");
         m_session.m_pDevice = &m_device;
         m_session.m_nHostValueRate = 32800;  // 3 s: one of the 656 pixels for 150 values
         m_session.m_nHostAuxRate = 16000;
     }
-    ~Channels() override { SetProgramFolder(L""); }
 
     /// Expects the plot of a channel on show, as it is, and a change since the last look.
     void ExpectNewPicture(std::size_t nPlot, std::uint8_t nDisplay, const char* pStep) {
@@ -77,7 +73,8 @@ class Channels : public ::testing::Test {
     }
 
     Device m_device;
-    TestPanel m_panel{2, 2};
+    LanguagePanel m_language{false, 2, 2};
+    TestPanel& m_panel = *m_language.m_pPanel;
     CRealTimeData& m_session = *m_panel.m_pSession;
     std::vector<BYTE> m_lastPicture;
 };
@@ -166,7 +163,7 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
                 saved.Words({26997, 0, -100, -18298});
         }
         saved.Long(0);
-        EXPECT_TRUE(m_panel.m_folder.Get("RealTimeFiles/two.rt3") == saved.Text());
+        EXPECT_TRUE(m_language.m_folder.Get("RealTimeFiles/two.rt3") == saved.Text());
 
         // Another capture is loaded: of other spans, rates and mode.
         FileBytes other;
@@ -177,7 +174,7 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
             other.Pulses({}).Longs(std::vector(10, -1)).Words({4300, 4100, 4200, 4000});
         }
         other.Long(0);
-        m_panel.m_folder.Put("RealTimeFiles/other.rt3", other.Text());
+        m_language.m_folder.Put("RealTimeFiles/other.rt3", other.Text());
         m_panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
         Operator::Select(*pList->GetControl(CDlgListFiles::ID_FILES), L"other");
@@ -191,8 +188,8 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         for (std::size_t k = 0; k < 2; ++k) EXPECT_EQ(m_session.m_aPlots[k].m_nViewEnd, k ? 7 : 5);
         m_panel.TapBar(Bar::ID_BACK);
         m_panel.TapBar(Menu::ID_EXPORT_CSV);
-        m_panel.AnswerFileDialog(m_panel.m_folder.Path("out"));
-        EXPECT_EQ(m_panel.m_folder.Get("out.csv"),
+        m_panel.AnswerFileDialog(m_language.m_folder.Path("out"));
+        EXPECT_EQ(m_language.m_folder.Get("out.csv"),
                   "Force, Distance\r\n6.000,6.100\r\n6.200,6.300\r\n6.400,6.500");
 
         m_panel.TapBar(Menu::ID_INFO);

@@ -8,8 +8,9 @@
 
 namespace {
 
+const std::string SMALL = FileBytes{FileBytes::SmallCapture()}.Text();
+
 struct Files : ::testing::Test {
-    std::string m_strExample = FileBytes{FileBytes::SmallCapture()}.Text();
     LanguagePanel m_language{false, 1, 0};
     TestPanel& m_panel = *m_language.m_pPanel;
     const TemporaryFolder& m_folder = m_language.m_folder;
@@ -29,11 +30,11 @@ TEST_F(Files, AreSavedWithinTheStoreAndLoadedOnThePanel) {
         EXPECT_EQ(m_folder.CountEntries(), 1u);  // the folder of the language files
         for (int n = 0; n < 2; ++n) {            // the second replaces the first
             m_panel.SaveAs(L"run1");
-            EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3").size(), m_strExample.size());
+            EXPECT_EQ(m_folder.Get("RealTimeFiles/run1.rt3").size(), SMALL.size());
         }
 
         std::filesystem::create_directory(m_folder.GetPath() / "RealTimeFiles/folder.RT3");
-        m_folder.Put("RealTimeFiles/Apple.RT3", m_strExample);
+        m_folder.Put("RealTimeFiles/Apple.RT3", SMALL);
         m_panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
         const CWnd* pRows = pList->GetControl(CDlgListFiles::ID_FILES);
@@ -52,22 +53,19 @@ TEST_F(Files, AreChosenInDialogsOrDroppedOnADesktop) {
     CRealTimeData& session = *m_panel.m_pSession;
     session.m_bDesktopMode = 1;
     session.m_nHostValueRate = 1000;
-    m_folder.Put("seen.RT3", m_strExample);
+    m_folder.Put("seen.RT3", SMALL);
     m_panel.Run([&] {
         // A failed load changes only what its file gave.
         using Fields = std::array<int, 5>;  // value, graph and second rate, two spans
-        const std::tuple<std::string, Fields> cases[] = {
-            {"", {40000, 1000, 20000, 1, 1}},
-            {strWhole.substr(0, 7), {40000, 1000, 20000, 1, 1}},
-            {strOlder.substr(0, 5), {40000, 1000, 20000, 1, 1}},
-            {strWhole.substr(0, 9), {5000, 5000, 20000, 1, 1}},
-            {strWhole.substr(0, 18), {5000, 5000, 2500, 4, 1}},
-            {strWhole, {5000, 5000, 2500, 4, 7}},
-            {strOlder, {32000, 32000, 16000, 4, 7}},
-            {"", {32000, 32000, 16000, 4, 7}},
-            {m_strExample.substr(0, 106), {40000, 40000, 20000, 4, 1}}};
-        for (const auto& [strFile, expected] : cases) {
-            m_folder.Put("cut.rt3", strFile);
+        const std::tuple<std::string, std::size_t, Fields> cases[] = {
+            {strWhole, 0, {40000, 1000, 20000, 1, 1}},  {strWhole, 7, {40000, 1000, 20000, 1, 1}},
+            {strOlder, 5, {40000, 1000, 20000, 1, 1}},  {strWhole, 9, {5000, 5000, 20000, 1, 1}},
+            {strWhole, 18, {5000, 5000, 2500, 4, 1}},   {strWhole, 23, {5000, 5000, 2500, 4, 7}},
+            {strOlder, 6, {32000, 32000, 16000, 4, 7}}, {strWhole, 0, {32000, 32000, 16000, 4, 7}},
+            {SMALL, 106, {40000, 40000, 20000, 4, 1}},
+        };
+        for (const auto& [strFile, nLength, expected] : cases) {
+            m_folder.Put("cut.rt3", strFile.substr(0, nLength));
             Operator::DropFiles(*m_panel.m_pDialog, {m_folder.Path("cut.rt3")});
             EXPECT_NE(Operator::ModalText().find(L"cut.rt3"), std::wstring::npos);
             EXPECT_TRUE(Operator::PressModalButton(L"OK"));
@@ -75,7 +73,7 @@ TEST_F(Files, AreChosenInDialogsOrDroppedOnADesktop) {
                 (Fields{session.m_nValueRate, session.m_graph.m_nGraphRate, session.m_nAuxRate,
                         session.m_aPlots[0].m_nSpanValues, session.m_aPlots[1].m_nSpanValues}),
                 expected)
-                << strFile.size();
+                << nLength;
         }
         EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode - cut.rt3");
         EXPECT_EQ(m_panel.ValuesOf(0).size(), 4u) << "the one curve that was whole";
@@ -85,7 +83,7 @@ TEST_F(Files, AreChosenInDialogsOrDroppedOnADesktop) {
         EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode - seen.RT3");
         m_panel.Tap(IDC_SAVE);
         m_panel.AnswerFileDialog(m_folder.Path("copy"));
-        EXPECT_EQ(m_folder.Get("copy.rt3"), m_strExample);
+        EXPECT_EQ(m_folder.Get("copy.rt3"), SMALL);
         for (const bool bExport : {false, true}) {
             bExport ? m_panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV) : m_panel.Tap(IDC_SAVE);
             Operator::PressKey(Operator::Key::Escape);

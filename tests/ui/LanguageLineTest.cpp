@@ -5,15 +5,6 @@
 
 namespace {
 
-std::vector<std::uint8_t> Bytes(std::u16string_view units) {
-    std::vector<std::uint8_t> bytes;
-    for (const char16_t ch : units) {
-        bytes.push_back(static_cast<std::uint8_t>(ch & 0xFF));
-        bytes.push_back(static_cast<std::uint8_t>(ch >> 8));
-    }
-    return bytes;
-}
-
 /// "number=text" of a line, or "skipped".
 std::wstring Parse(std::u16string_view line) {
     const auto parsed = ParseLanguageLine(line);
@@ -48,13 +39,13 @@ TEST(LanguageLine, IsTakenApart) {
 TEST(LanguageFile, IsReadLineByLine) {
     // A byte-order mark, both line ends, an empty line, a later text that wins, an empty one that
     // does not, and an odd byte at the end.
-    auto bytes =
-        Bytes(u"\uFEFF11\t\t1\t\tone\r\n12\t\t2\t\ttwo\r\n\n11\t\t1\t\tuno\n11\t\t1\t\t\r\n"
-              u"11\t\t3\t\tthree");
-    bytes.push_back(u'x');
+    const std::u16string_view text =
+        u"\uFEFF11\t\t1\t\tone\r\n12\t\t2\t\ttwo\r\n\n11\t\t1\t\tuno\n11\t\t1\t\t\r\n"
+        u"11\t\t3\t\tthree.";
+    const auto* pBytes = reinterpret_cast<const std::uint8_t*>(text.data());
     CLanguageTable table;
-    ParseLanguageFile(bytes, table);
-    ParseLanguageFile(std::span(bytes).first(1), table);
+    ParseLanguageFile({pBytes, 2 * text.size() - 1}, table);
+    ParseLanguageFile({pBytes, 1}, table);
     ASSERT_EQ(table.GetCount(), 2u);
     EXPECT_EQ(*table.Find(1), L"uno");
     EXPECT_EQ(*table.Find(3), L"three");
