@@ -93,8 +93,8 @@ void WriteRows(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& op
         const std::int16_t* pValue = curve.GetValues() + 2 * std::size_t{nRow};
         char* pTo = file.GetBuffer();
         for (; nRow < nPartEnd; ++nRow, pValue += 2) {
-            std::memcpy(pTo, "\r\n", 2);
-            pTo += 2;
+            *pTo++ = '\r';
+            *pTo++ = '\n';
             if (options.m_bTimeColumn)
                 pTo = AppendTime(pTo, 2 * std::uint64_t{nRow}, options.m_nValueRate);
             pTo = texts.Append(pTo, pValue[0]);
