@@ -8,7 +8,7 @@
 #include "Strokes.h"
 #include "Table.h"
 #include "platform/drawing/Graphics.h"
-#include "plot/CurveLine.h"
+#include "plot/PlotCache.h"
 #include "plot/RTPlot.h"
 
 namespace {
@@ -57,7 +57,7 @@ struct PaintedPlot {
         m_plot.m_nHeight = m_plot.m_nBottom = PICTURE_HEIGHT;
         m_plot.ZoomAll();
     }
-    void Paint() { m_plot.Paint(m_picture.m_dc, &m_lines); }
+    void Paint() { m_plot.Paint(m_picture.m_dc, &m_cache); }
     /// In another view than at the last paint: nothing of that one can be used again.
     void PaintNewView() {
         m_plot.m_nSpanValues ^= 0x100;
@@ -66,7 +66,7 @@ struct PaintedPlot {
 
     RTGraphSettings m_graph;
     RTPlot m_plot;
-    std::vector<CurveLine> m_lines;  ///< kept from paint to paint
+    PlotCache m_cache;
     Picture m_picture;
 };
 

@@ -10,10 +10,10 @@
 
 namespace {
 
-std::unique_ptr<std::int16_t[]> AllocateValues(std::uint32_t nLength) {
+LongArray<std::int16_t> AllocateValues(std::uint32_t nLength) {
     if (nLength > RTCurveData::MAX_VALUES) throw CMemoryException();
-    if (nLength == 0) return nullptr;
-    return std::make_unique_for_overwrite<std::int16_t[]>(nLength);
+    if (nLength == 0) return {};
+    return MakeLongArray<std::int16_t>(nLength);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "curves/RTPulse.h"
 #include "curves/RTValueSummary.h"
+#include "platform/system/LongArray.h"
 
 /// Largest and smallest values of a curve, apart for even and odd indices. All four 0: not
 /// computed. Aligned so that the four change in one access.
@@ -109,7 +110,7 @@ class RTCurveData {
     std::atomic<std::uint32_t> m_nCount{0};
     std::uint32_t m_nCapacity;
     std::uint32_t m_nArrayLength;
-    std::unique_ptr<std::int16_t[]> m_pValues;
+    LongArray<std::int16_t> m_pValues;
     std::atomic<RTExtremes> m_extremes{RTExtremes{}};
     RTPulseList m_lstPulses;
     RTValueSummary m_summary;

@@ -47,9 +47,9 @@ class RTPulseList {
 
     /// The record at an index below a count that GetCount has given.
     const RTPulse& At(std::size_t nIndex) const {
-        const std::size_t nRuns = m_nRuns.load(std::memory_order_acquire);
+        const std::size_t nRuns = CountRuns();
         if (nIndex < nRuns && RunAt(nIndex).m_nFirst == nIndex) return RunAt(nIndex).m_pulse;
-        return RunAt(FindRun(nRuns, nIndex)).m_pulse;
+        return RunAt(FindRunOf(nRuns, nIndex)).m_pulse;
     }
 
     /// Appends a record and publishes it (release). The writer's thread only.
@@ -60,6 +60,17 @@ class RTPulseList {
     /// search.
     std::size_t FindPosition(std::size_t nCount, std::int64_t nPosition) const {
         return FindFirst(0, nCount, [&](std::size_t n) { return At(n).m_nPosition >= nPosition; });
+    }
+
+    /// Number of runs of equal records in a row (acquire): they say all that the records say, but
+    /// for how often.
+    std::size_t CountRuns() const { return m_nRuns.load(std::memory_order_acquire); }
+    /// The record that a run consists of; nRun below a number that CountRuns has given.
+    const RTPulse& GetRun(std::size_t nRun) const { return RunAt(nRun).m_pulse; }
+    /// The first run below nRuns whose position is nPosition or more, or nRuns: a binary search.
+    std::size_t FindRun(std::size_t nRuns, std::int64_t nPosition) const {
+        return FindFirst(0, nRuns,
+                         [&](std::size_t n) { return GetRun(n).m_nPosition >= nPosition; });
     }
 
   private:
@@ -95,7 +106,7 @@ class RTPulseList {
     }
     std::unique_ptr<Run[]>& GetChunk(std::size_t nChunk);
     /// The run, below nRuns, that a record belongs to.
-    std::size_t FindRun(std::size_t nRuns, std::size_t nIndex) const {
+    std::size_t FindRunOf(std::size_t nRuns, std::size_t nIndex) const {
         if (RunAt(nRuns - 1).m_nFirst <= nIndex) return nRuns - 1;
         return FindFirst(1, nRuns, [&](std::size_t n) { return RunAt(n).m_nFirst > nIndex; }) - 1;
     }

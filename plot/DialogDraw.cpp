@@ -21,21 +21,18 @@ void CDialogDraw::OnPaint() {
     const CRect client = GetClientRect();
     if (client.IsEmpty()) return;
 
-    CDC memory;
-    memory.CreateCompatibleDC(&dc);
-    if (m_bitmap.GetSize() != CSize{client.Width(), client.Height()})
-        m_bitmap.CreateBitmap(client.Width(), client.Height());
-    memory.SelectBitmap(&m_bitmap);
     if (!m_pPlot) {
-        memory.FillSolidRect(client, BUTTON_FACE);
-    } else {
-        m_pPlot->m_nBottom = m_pPlot->m_nHeight = client.Height();
-        m_pPlot->m_nWidth = client.Width();
-        m_pPlot->Paint(memory, &m_lines);
-        if (m_pPlot->m_bZoomDrag && m_pPlot->m_nDragBandX != 0)
-            InvertBand(memory, m_pPlot->m_nDragBandX);
+        dc.FillSolidRect(client, BUTTON_FACE);
+        return;
     }
-    dc.CopyRect(0, 0, client.Width(), client.Height(), &memory, 0, 0);
+    if (!dc.IsKept()) m_cache.Forget();
+    m_pPlot->m_nBottom = m_pPlot->m_nHeight = client.Height();
+    m_pPlot->m_nWidth = client.Width();
+    const CRect drawn = m_pPlot->Paint(dc, &m_cache);
+    if (m_pPlot->m_bZoomDrag && m_pPlot->m_nDragBandX != 0)
+        DrawBand(dc, m_pPlot->m_nDragBandX);
+    else
+        dc.SetChanged(drawn);
 }
 
 bool CDialogDraw::OnEraseBkgnd(CDC*) {
@@ -46,8 +43,8 @@ void CDialogDraw::MoveZoomBand(int x) {
     if (!m_pPlot || !m_pPlot->m_bZoomDrag) return;
     const int xEdge = m_pPlot->LimitToCurveArea(x);
     CClientDC dc(this);
-    InvertBand(dc, xEdge);
-    if (m_pPlot->m_nDragBandX != 0) InvertBand(dc, m_pPlot->m_nDragBandX);
+    DrawBand(dc, xEdge);
+    if (m_pPlot->m_nDragBandX != 0) DrawBand(dc, m_pPlot->m_nDragBandX);
     m_pPlot->m_nDragBandX = xEdge;
 }
 
@@ -55,13 +52,14 @@ void CDialogDraw::EndZoomDrag(int x) {
     if (!m_pPlot || !m_pPlot->m_bZoomDrag) return;
     if (m_pPlot->m_nDragBandX != 0) {
         CClientDC dc(this);
-        InvertBand(dc, m_pPlot->m_nDragBandX);
+        DrawBand(dc, m_pPlot->m_nDragBandX);
     }
     m_pPlot->EndZoomDrag(x);
     Invalidate();
 }
 
-void CDialogDraw::InvertBand(CDC& dc, int x) const {
+void CDialogDraw::DrawBand(CDC& dc, int x) {
+    m_cache.Forget();  // the picture is no longer the plot's alone
     dc.SetRasterOp(RasterOp::Invert);
     dc.Rectangle(
         {m_pPlot->m_nDragAnchorX, m_pPlot->m_nBottom - m_pPlot->m_nHeight, x, m_pPlot->m_nBottom},

@@ -2,11 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
-#include "platform/drawing/Graphics.h"
 #include "platform/windows/Controls.h"
-#include "plot/CurveLine.h"
+#include "plot/PlotCache.h"
 
 struct RTPlot;
 
@@ -30,11 +28,10 @@ class CDialogDraw : public CStatic {
   private:
     void OnPaint();
     bool OnEraseBkgnd(CDC* pDC);
-    /// Inverts the full height of the plot from the press to an x position.
-    void InvertBand(CDC& dc, int x) const;
+    /// Shows a band, or takes it away: inverts the full height of the plot from the press to an x
+    /// position.
+    void DrawBand(CDC& dc, int x);
 
-    // Kept from paint to paint.
-    CBitmap m_bitmap;                ///< the size of the client area
-    std::vector<CurveLine> m_lines;  ///< by a curve's place in its list
+    PlotCache m_cache;  ///< of the kept picture
     DECLARE_MESSAGE_MAP()
 };

@@ -21,15 +21,20 @@ void CPlotPainter::DrawVerticalLine(int x, int yFrom, PenStyle style, COLORREF c
 
 void CPlotPainter::DrawTimeMarker(std::int64_t nIndex) {
     if (nIndex == UNSET) return;
-    DrawVerticalLine(m_time.XAt(nIndex - m_shown.m_nViewStart), m_layout.m_nHeight,
+    DrawVerticalLine(m_time.XAt(nIndex - m_scene.m_nViewStart), m_layout.m_nHeight,
                      PenStyle::DashDotDot, m_colours.m_crTimeMarker);
+}
+
+PlotMarks CPlotPainter::GetMarks() const {
+    return {m_plot.m_nToolPulseMark, m_plot.m_nStartMark, m_plot.m_nEndMark,
+            m_plot.m_nMarkerA,       m_plot.m_nMarkerB,   m_plot.m_nTriggerLevel};
 }
 
 void CPlotPainter::DrawMarks() {
     const auto drawMark = [this](std::int64_t nIndex, int yFrom, COLORREF color) {
         // The marks are measured from the plot's edge, as the clicks that place them.
         if (nIndex != UNSET)
-            DrawVerticalLine(m_time.XAt(nIndex - m_shown.m_nViewStart) - LEFT_MARGIN, yFrom,
+            DrawVerticalLine(m_time.XAt(nIndex - m_scene.m_nViewStart) - LEFT_MARGIN, yFrom,
                              PenStyle::Solid, color);
     };
     drawMark(m_plot.m_nToolPulseMark, m_layout.m_nHeight, m_colours.m_crToolPulse);
@@ -38,8 +43,8 @@ void CPlotPainter::DrawMarks() {
 
     DrawTimeMarker(m_plot.m_nMarkerA);
     DrawTimeMarker(m_plot.m_nMarkerB);
-    if (m_shown.m_lstCurves.size() == 1 && m_shown.m_lstCurves.front().m_spData)
-        for (const std::int32_t nMarker : m_shown.m_lstCurves.front().m_spData->m_anMarkers)
+    if (m_scene.m_nCurves == 1 && m_shown.m_newest.m_spData)
+        for (const std::int32_t nMarker : m_shown.m_newest.m_spData->m_anMarkers)
             DrawTimeMarker(nMarker);
 
     if (m_plot.m_nTriggerLevel == UNSET) return;
@@ -50,7 +55,7 @@ void CPlotPainter::DrawMarks() {
 }
 
 void CPlotPainter::DrawLegend() {
-    const std::size_t nCurves = m_shown.m_lstCurves.size();
+    const std::size_t nCurves = m_scene.m_nCurves;
     if (nCurves < 2) return;
     m_dc.SetTextAlign(TextAlign::Left);
     int y = LEGEND_TOP;

@@ -1,38 +1,9 @@
-// The paint as a whole, and the axes.
+// The input band, the axes and the grid.
 #include "plot/PlotPainter.h"
 
 #include <string>
 
 #include "plot/Truncate.h"
-
-void RTPlot::Paint(CDC& dc, std::vector<CurveLine>* pKept) {
-    const CBrush background(m_pColours->m_crBackground);
-    dc.Rectangle({0, 0, m_nWidth, m_nHeight}, &background);
-    const PlotSnapshot shown = PlotSnapshot::Take(*this);
-    if (shown.m_lstCurves.empty()) return;
-
-    std::vector<CurveLine> lines;
-    CPlotPainter painter(dc, *this, shown, pKept ? *pKept : lines);
-    m_nLeftMargin = LEFT_MARGIN;
-    m_dXScale = painter.GetTimeAxis().m_dScale;
-    m_dYScale = painter.GetValueAxis().m_dScale;
-    m_nZeroY = painter.GetValueAxis().m_nZeroY;
-    m_nValueSpan = painter.GetValueAxis().m_nSpan;
-
-    dc.SetBackgroundMode(BackgroundMode::Transparent);
-    painter.DrawInputBand();
-    painter.DrawTimeAxis();
-    painter.DrawValueGrid();
-    painter.DrawCurves();
-    painter.DrawMarks();
-    painter.DrawLegend();
-}
-
-CPlotPainter::CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown,
-                           std::vector<CurveLine>& lines)
-    : m_dc(dc), m_plot(plot), m_colours(*plot.m_pColours), m_shown(shown),
-      m_layout(plot.m_nWidth, plot.m_nHeight), m_time(shown, m_layout), m_value(shown, m_layout),
-      m_lines(lines) {}
 
 void CPlotPainter::DrawInputBand() {
     m_dc.SetTextColor(m_colours.m_crText);
@@ -54,7 +25,7 @@ void CPlotPainter::DrawTimeAxis() {
     m_dc.TextOut(0, m_layout.m_nLabelY, L"(ms)");
 
     // A press near the right edge moves the start of the view beyond its end until the release.
-    const std::int64_t nView = m_shown.m_nViewEnd - m_shown.m_nViewStart;
+    const std::int64_t nView = m_scene.m_nViewEnd - m_scene.m_nViewStart;
     if (nView < 0) return;
 
     // About ten ticks, at a distance of 5, 10, ... 105 times a power of ten.
@@ -65,7 +36,7 @@ void CPlotPainter::DrawTimeAxis() {
     const std::int64_t nTicks = nView / nStep;
 
     const auto toMilliseconds =
-        [nRate = std::int64_t{m_shown.m_graph.m_nGraphRate}](std::int64_t nIndex) {
+        [nRate = std::int64_t{m_scene.m_graph.m_nGraphRate}](std::int64_t nIndex) {
             if (nRate >= 1000) return nIndex / (nRate / 1000);
             return nRate > 0 ? nIndex * 1000 / nRate : nIndex;
         };
@@ -76,7 +47,7 @@ void CPlotPainter::DrawTimeAxis() {
                            : nTick == nTicks ? TextAlign::Right
                                              : TextAlign::Center));
         m_dc.TextOut(x, m_layout.m_nLabelY,
-                     std::to_wstring(toMilliseconds(nTick * nStep + m_shown.m_nViewStart)));
+                     std::to_wstring(toMilliseconds(nTick * nStep + m_scene.m_nViewStart)));
         m_dc.MoveTo(x, m_layout.m_nLabelY);
         m_dc.LineTo(x, m_layout.m_nAxisY);
     }

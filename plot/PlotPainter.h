@@ -2,11 +2,11 @@
 #pragma once
 
 #include <span>
-#include <vector>
 
 #include "platform/drawing/Graphics.h"
-#include "plot/CurveLine.h"
+#include "plot/PlotCache.h"
 #include "plot/PlotScale.h"
+#include "plot/PlotSnapshot.h"
 #include "plot/RTPlot.h"
 
 /// Selects a pen for as long as it lives.
@@ -24,24 +24,20 @@ class CPenScope {
     const CPen* m_pPrevious;
 };
 
-/// Each operation draws one part of the plot over what is there. The time all of them take depends
-/// on the plot's width and the number of curves, not on how many values the curves hold.
+/// Draws a picture as a whole, or what of it has changed since the paint before. The time this
+/// takes depends on the width of what is drawn and, when that is the whole, on the number of
+/// curves, not on how many values the curves hold.
 class CPlotPainter {
   public:
-    /// @param lines kept from a paint before, or none; those of this one when the curves are drawn.
+    /// @param cache of the paint before, if there was one; of this one when Paint has returned.
     ///        All four must outlive the painter.
-    CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown,
-                 std::vector<CurveLine>& lines);
+    CPlotPainter(CDC& dc, const RTPlot& plot, const PlotSnapshot& shown, PlotCache& cache);
 
     const TimeAxis& GetTimeAxis() const { return m_time; }
     const ValueAxis& GetValueAxis() const { return m_value; }
 
-    void DrawInputBand();
-    void DrawTimeAxis();
-    void DrawValueGrid();
-    void DrawCurves();
-    void DrawMarks();
-    void DrawLegend();
+    /// @return the part of the picture that was drawn
+    CRect Paint();
 
   private:
     /// The value indices of a curve that are in view.
@@ -50,41 +46,48 @@ class CPlotPainter {
         std::int64_t m_nLast = 0;  ///< just behind
         bool IsEmpty() const { return m_nFirst >= m_nLast; }
     };
-    struct Column {
-        int m_nLow;
-        int m_nHigh;
-        int m_nSecondHigh;  ///< of the second quantity, and never below 0
-    };
 
+    CRect PaintAll();
+    CRect PaintChange();
+    ChangedSpan FindChange();
+    void MakeGround();
+
+    /// All but the newest curve and the marks.
+    void DrawGround();
+    /// The newest curve, the marks and the legend, from m_nFrom on.
+    void DrawFront();
+
+    void DrawInputBand();
+    void DrawTimeAxis();
+    void DrawValueGrid();
+    void DrawMarks();
+    void DrawLegend();
+    void DrawVerticalLine(int x, int yFrom, PenStyle style, COLORREF color);
+    void DrawTimeMarker(std::int64_t nIndex);
+    PlotMarks GetMarks() const;
+
+    bool IsInView(const PlotSnapshot::Curve& curve) const;
     IndexRange FindIndexRange(const PlotSnapshot::Curve& curve) const;
-    Column ReadColumn(const PlotSnapshot::Curve& curve, std::int64_t nIndex,
-                      std::int64_t nLast) const;
-    int FindLevelAfter(const PlotSnapshot::Curve& curve, std::int64_t nIndex, std::int64_t nLast,
-                       int nLevel) const;
-    const CurveLine& FindLine(const PlotSnapshot::Curve& curve, std::size_t nCurve,
-                              IndexRange range);
-    void TraceLine(const PlotSnapshot::Curve& curve, IndexRange range, CurveLine& line) const;
-    void DrawCurve(const PlotSnapshot::Curve& curve, std::size_t nCurve, IndexRange range);
+    ChangedSpan UpdateLine(CurveLine& line, const PlotSnapshot::Curve& curve, int nLevel) const;
+    ChangedSpan UpdateTraces(const PlotSnapshot::Curve& curve);
+    void DrawCurve(const CurveLine& line, const PlotSnapshot::Curve& curve, std::size_t nCurve);
     void DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points);
     void DrawPair(const CurveLine& line, const CPen& mainPen, CPoint mainStart,
                   const CPen& secondPen, CPoint secondStart);
     COLORREF GetMainColour(std::size_t nCurve) const;
-
-    void DrawInputTraces(const RTPulseList& pulses, IndexRange range);
-    void DrawVerticalLine(int x, int yFrom, PenStyle style, COLORREF color);
-    void DrawTimeMarker(std::int64_t nIndex);
+    void DrawInputTraces();
+    void DrawTraceRun(const TraceRun& run);
 
     CDC& m_dc;
     const RTPlot& m_plot;
     const RTPlotColours& m_colours;
     const PlotSnapshot& m_shown;
+    const PlotScene& m_scene;
     const PlotLayout m_layout;
     const TimeAxis m_time;
     const ValueAxis m_value;
-
-    /// The value that the main line has reached; it carries over from one curve to the next.
-    int m_nLevel = 0;
-    std::vector<CurveLine>& m_lines;
+    PlotCache& m_cache;
+    int m_nFrom = 0;  ///< what lies left of this x is there already
 };
 
 /// The colour of a curve by its place in the plot's list.

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "curves/InstrumentMode.h"
-#include "plot/RTPlot.h"
+#include "plot/PlotSnapshot.h"
 #include "plot/Truncate.h"
 
 namespace {
@@ -22,49 +22,7 @@ int EnlargeExtreme(int nExtreme) {
     return std::clamp<int>(TruncateToPixel(1.2 * nExtreme), INT16_MIN, INT16_MAX);
 }
 
-/// The extremes of all curves with some room around them; both 0: none are known.
-ValueRange FindExtremes(const PlotSnapshot& shown) {
-    ValueRange range{INT16_MAX, 0};
-    for (const PlotSnapshot::Curve& curve : shown.m_lstCurves) {
-        if (!curve.m_spData) continue;
-        if (shown.m_nDisplay != 1) {
-            range.m_nMax = std::max<int>(range.m_nMax, curve.m_extremes.m_nMaxEven);
-            range.m_nMin = std::min<int>(range.m_nMin, curve.m_extremes.m_nMinEven);
-        }
-        if (shown.m_nDisplay != 0) {
-            range.m_nMax = std::max<int>(range.m_nMax, curve.m_extremes.m_nMaxOdd);
-            range.m_nMin = std::min<int>(range.m_nMin, curve.m_extremes.m_nMinOdd);
-        }
-    }
-    return {EnlargeExtreme(range.m_nMin), EnlargeExtreme(range.m_nMax)};
-}
-
 }  // namespace
-
-PlotSnapshot PlotSnapshot::Take(const RTPlot& plot) {
-    PlotSnapshot shown;
-    shown.m_nDisplay = plot.m_nDisplay;
-    shown.m_nMode = plot.m_nMode;
-
-    const auto lock = plot.LockSession();
-    shown.m_nViewStart = plot.m_nViewStart;
-    shown.m_nViewEnd = plot.m_nViewEnd;
-    shown.m_bZoomed = plot.m_bZoomed != 0;
-    shown.m_nSpanValues = plot.m_nSpanValues;
-    if (plot.m_pGraph) shown.m_graph = *plot.m_pGraph;
-    if (!plot.m_spCurves) return shown;
-    const RTCurveList& lstCurves = plot.m_spCurves->m_lstCurves[plot.m_nChannel];
-    shown.m_lstCurves.reserve(lstCurves.size());
-    for (const auto& spCurve : lstCurves) {
-        Curve curve{spCurve, 0, {}};
-        if (spCurve) {
-            curve.m_nCount = spCurve->GetCount();
-            curve.m_extremes = spCurve->GetExtremes();
-        }
-        shown.m_lstCurves.push_back(std::move(curve));
-    }
-    return shown;
-}
 
 PlotLayout::PlotLayout(int nNewWidth, int nNewHeight)
     : m_nWidth(nNewWidth), m_nHeight(nNewHeight), m_nAxisY(m_nHeight - 40),
@@ -74,15 +32,15 @@ PlotLayout::PlotLayout(int nNewWidth, int nNewHeight)
       m_nUsableHeight(m_nHeight - m_nBandHeight - 40 - m_nTopMargin - 20),
       m_nBaseline(m_nHeight - 40 - m_nTopMargin - m_nBandHeight) {}
 
-TimeAxis::TimeAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
+TimeAxis::TimeAxis(const PlotScene& scene, const PlotLayout& layout) {
     const std::int64_t nShown =
-        shown.m_bZoomed ? shown.m_nViewEnd - shown.m_nViewStart : shown.m_nSpanValues;
+        scene.m_bZoomed ? scene.m_nViewEnd - scene.m_nViewStart : scene.m_nSpanValues;
     const std::int64_t nRange = std::max<std::int64_t>(nShown, 1);
     m_dScale = static_cast<double>(layout.m_nWidth - LEFT_MARGIN - 2) / static_cast<double>(nRange);
 
     m_nColumnWidth = std::max<std::int64_t>(nRange / TARGET_COLUMNS, 1);
     if (m_nColumnWidth % 2 != 0) ++m_nColumnWidth;
-    const std::int64_t nGroup = GetColumnGroup(shown.m_nMode);
+    const std::int64_t nGroup = GetColumnGroup(scene.m_nMode);
     m_nColumnWidth = (m_nColumnWidth + nGroup - 1) / nGroup * nGroup;
 }
 
@@ -90,13 +48,15 @@ int TimeAxis::XAt(std::int64_t nDistance) const {
     return LEFT_MARGIN + TruncateToPixel(static_cast<double>(nDistance) * m_dScale);
 }
 
-ValueAxis::ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
-    const bool bAutoZoom = shown.m_graph.m_bAutoZoom != 0;
+ValueAxis::ValueAxis(const PlotScene& scene, const PlotLayout& layout) {
+    const bool bAutoZoom = scene.m_graph.m_bAutoZoom != 0;
     ValueRange range{0, 0};
-    if (bAutoZoom) range = FindExtremes(shown);
+    // With some room around them; both 0: none are known.
+    if (bAutoZoom)
+        range = {EnlargeExtreme(scene.m_extremes.m_nMin), EnlargeExtreme(scene.m_extremes.m_nMax)};
     if (range.m_nMin == 0 && range.m_nMax == 0)
-        range = {static_cast<std::int16_t>(shown.m_graph.m_nRangeMin),
-                 static_cast<std::int16_t>(shown.m_graph.m_nRangeMax)};
+        range = {static_cast<std::int16_t>(scene.m_graph.m_nRangeMin),
+                 static_cast<std::int16_t>(scene.m_graph.m_nRangeMax)};
 
     m_nMin = range.m_nMin;
     m_nSpan = range.m_nMax - range.m_nMin;
@@ -107,7 +67,7 @@ ValueAxis::ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout) {
     if (m_nSpan == 0) m_nSpan = 1;
 
     m_dScale = static_cast<double>(layout.m_nUsableHeight) / m_nSpan;
-    m_nZeroY = shown.m_graph.m_nRangeMin < 0
+    m_nZeroY = scene.m_graph.m_nRangeMin < 0
                    ? TruncateToPixel(layout.m_nBaseline - std::abs(m_nMin) * m_dScale)
                    : layout.m_nBaseline;
     m_nMinY = m_nMin < 0 ? m_nZeroY + TruncateToPixel(std::abs(m_nMin) * m_dScale) : m_nZeroY;

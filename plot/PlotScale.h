@@ -6,33 +6,8 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <vector>
 
-#include "curves/RTCurves.h"
-#include "plot/RTGraphSettings.h"
-
-struct RTPlot;
-
-/// What one paint shows: taken from a plot under its session lock, used without the lock.
-struct PlotSnapshot {
-    struct Curve {
-        std::shared_ptr<const RTCurveData> m_spData;  ///< null: an entry without a curve
-        std::uint32_t m_nCount = 0;                   ///< values to read; the reader adds more
-        RTExtremes m_extremes;
-    };
-
-    static PlotSnapshot Take(const RTPlot& plot);
-
-    std::int64_t m_nViewStart = 0;
-    std::int64_t m_nViewEnd = 0;
-    bool m_bZoomed = false;
-    std::int64_t m_nSpanValues = 1;
-    RTGraphSettings m_graph;
-    std::vector<Curve> m_lstCurves;  ///< empty: only the background is drawn
-    std::uint8_t m_nDisplay = 0;
-    std::uint8_t m_nMode = 1;
-};
+struct PlotScene;
 
 /// The value-label margin, left of the curve area.
 constexpr int LEFT_MARGIN = 40;
@@ -57,7 +32,7 @@ struct PlotLayout {
 };
 
 struct TimeAxis {
-    TimeAxis(const PlotSnapshot& shown, const PlotLayout& layout);
+    TimeAxis(const PlotScene& scene, const PlotLayout& layout);
 
     double m_dScale;              ///< pixels per value index
     std::int64_t m_nColumnWidth;  ///< value indices that share one column of a curve
@@ -69,7 +44,7 @@ struct TimeAxis {
 };
 
 struct ValueAxis {
-    ValueAxis(const PlotSnapshot& shown, const PlotLayout& layout);
+    ValueAxis(const PlotScene& scene, const PlotLayout& layout);
 
     int m_nMin;
     int m_nSpan;      ///< never 0

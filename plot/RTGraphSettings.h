@@ -11,6 +11,8 @@ struct RTGraphSettings {
     std::int32_t m_nRangeMax = 5000;   ///< upper end of the value axis, millivolts
     std::uint16_t m_nGraphRate = 0;    ///< values per second of the curves shown
     std::uint8_t m_bAutoZoom = 1;      ///< 1: the value axis follows the curves' extremes
+
+    friend bool operator==(const RTGraphSettings&, const RTGraphSettings&) = default;
 };
 #pragma pack(pop)
 

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <memory>
 #include <mutex>
-#include <vector>
 
 #include "curves/RTCurves.h"
 #include "platform/drawing/Geometry.h"
@@ -15,7 +14,7 @@
 #include "plot/RTPlotColours.h"
 
 class CDC;
-struct CurveLine;
+struct PlotCache;
 
 /// What the next click into a plot does (RTPlot::m_nArmedAction); also what OnPlotClick has done.
 enum PlotAction : std::int32_t {
@@ -68,9 +67,11 @@ struct RTPlot {
 
     /// Draws the plot, m_nWidth by m_nHeight pixels, with its top-left corner at (0, 0), and leaves
     /// scales and zero line for the mouse. Works on a snapshot taken under the lock.
-    /// @param pKept the lines that the last paint has left, of whatever plot; left again for the
-    ///        next one. Null: none are kept
-    void Paint(CDC& dc, std::vector<CurveLine>* pKept = nullptr);
+    /// @param pCache what the last paint on this surface has left; with it, only what has changed
+    ///        since is drawn. Null: everything is
+    /// @return the part of the picture that was drawn; it may be empty
+    /// @throws CMemoryException, std::bad_alloc; the next paint then draws everything
+    CRect Paint(CDC& dc, PlotCache* pCache = nullptr);
 
     /// Performs the armed action at a point, or begins a zoom drag. Nothing happens, and an armed
     /// action stays armed, in a plot without curves and in one that no paint has given the scale

@@ -28,4 +28,6 @@ struct RTPlotColours {
     /// Reads the colours from the application's settings store, section "RealTimeMonitor\Colours";
     /// a key that is absent, or an absent application, gives the default.
     void Load();
+
+    friend bool operator==(const RTPlotColours&, const RTPlotColours&) = default;
 };

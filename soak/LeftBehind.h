@@ -32,10 +32,8 @@ class CLeftBehind {
     explicit CLeftBehind(CSoakRecord& record) : m_record(record) {}
 
     void Check();
-    const ProcessUse& GetUse() const { return m_now; }
 
   private:
     CSoakRecord& m_record;
-    ProcessUse m_now;
     std::optional<ProcessUse> m_first;
 };

@@ -15,8 +15,6 @@ constexpr double MAX_COUNT = 4294967295.0;
 
 struct Run {
     SoakOptions m_options;
-    unsigned m_nCaptures = 0;
-    unsigned m_nScreens = 0;
     double m_dHours = 0;
     unsigned m_nStrokeSeconds = 0;
 };
@@ -24,10 +22,8 @@ struct Run {
 Run ReadRun(Arguments arguments) {
     Run run;
     CCommandLine line("rtsoak [--seconds N] [--seed S] [--mode M] [--patience MS]\n"
-                      "       rtsoak --captures N | --screens N [--mode M]\n"
                       "       rtsoak --continuous H [--stroke S] [--mode M]",
-                      "Without a run named in the second or third line: operator and instrument at "
-                      "random.\n");
+                      "Without --continuous: operator and instrument at random.\n");
     line.AddNumber("--seconds", "N", run.m_options.m_dSeconds, 0, 1e9, "for so long (10)");
     line.AddNumber("--seed", "S", run.m_options.m_nSeed, 0, MAX_COUNT,
                    "what the random choices go by (1)");
@@ -38,10 +34,6 @@ Run ReadRun(Arguments arguments) {
     line.AddNumber("--patience", "MS", run.m_options.m_nPatience, 0, MAX_COUNT,
                    "how long the user-interface thread may take to answer (0, as the kind of build "
                    "asks for)");
-    line.AddNumber("--captures", "N", run.m_nCaptures, 0, MAX_COUNT,
-                   "captures in a row on one screen, through its buttons");
-    line.AddNumber("--screens", "N", run.m_nScreens, 0, MAX_COUNT,
-                   "screens opened and closed, most of them in the middle of a capture");
     line.AddNumber("--continuous", "H", run.m_dHours, 0, 1e6,
                    "a continuous capture of so many hours, as fast as the reader takes it");
     line.AddNumber("--stroke", "S", run.m_nStrokeSeconds, 0, MAX_COUNT,
@@ -53,11 +45,7 @@ Run ReadRun(Arguments arguments) {
 }
 
 void Work(const Run& run, CSoakRecord& record) {
-    if (run.m_nCaptures)
-        RunCaptures(run.m_options, run.m_nCaptures, record);
-    else if (run.m_nScreens)
-        RunScreens(run.m_options, run.m_nScreens, record);
-    else if (run.m_dHours > 0)
+    if (run.m_dHours > 0)
         RunContinuous(run.m_options, run.m_dHours, run.m_nStrokeSeconds, record);
     else
         RunRandomScreens(run.m_options, record);

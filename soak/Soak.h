@@ -17,14 +17,6 @@ struct SoakOptions {
 /// Screens worked at random, one after the other, until the time is over or something is wrong.
 void RunRandomScreens(const SoakOptions& options, CSoakRecord& record);
 
-/// One screen that takes so many captures, each begun with Start and ended with Stop, or by its
-/// last value.
-void RunCaptures(const SoakOptions& options, unsigned nCaptures, CSoakRecord& record);
-
-/// Screens that are opened, shown and closed, three of four in the middle of a capture, each a
-/// little later than the one before.
-void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record);
-
 /// A continuous capture at the highest speed that the reader takes, until as many blocks have come
 /// as the instrument sends in so many hours. Prints how memory goes.
 /// @param nStrokeSeconds time between new curves; 0: one curve only, which fills and stays full

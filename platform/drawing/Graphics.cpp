@@ -74,6 +74,10 @@ void CDC::SelectClipRgn(const CRgn* pRgn) {
     m_pSurface->m_clip = pRgn ? std::optional(pRgn->m_rect) : std::nullopt;
 }
 
+void CDC::LimitTo(const CRect* pPart) {
+    m_pSurface->m_limits = pPart ? std::optional(*pPart) : std::nullopt;
+}
+
 BackgroundMode CDC::SetBackgroundMode(BackgroundMode mode) {
     return std::exchange(m_pSurface->m_backgroundMode, mode);
 }

@@ -120,6 +120,9 @@ class PLATFORM_API CDC {
     const CPen* SelectPen(const CPen* pPen);      ///< @return the pen selected before
     const CFont* SelectFont(const CFont* pFont);  ///< @return the font selected before
     void SelectClipRgn(const CRgn* pRgn);         ///< null: the whole surface
+    /// Keeps all drawing within a part of the surface, whatever clipping regions are selected;
+    /// null: no longer.
+    void LimitTo(const CRect* pPart);
     BackgroundMode SetBackgroundMode(BackgroundMode mode);
     COLORREF SetTextColor(COLORREF color);
     TextAlign SetTextAlign(TextAlign align);

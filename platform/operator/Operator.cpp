@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QThreadPool>
 #include <QUrl>
 #include <QtTest/QTest>
@@ -384,6 +385,21 @@ CBitmap TakePicture(const CWnd& wnd, double dScale) {
     Ask([&] {
         NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
         if (pNative) picture = PictureOf(pNative->m_widget, dScale);
+    });
+    return picture;
+}
+
+CBitmap TakeScreenPicture(const CWnd& wnd) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (!pNative) return;
+        const QWidget& widget = pNative->m_widget;
+        const QRect rect(widget.mapTo(widget.window(), QPoint()), widget.size());
+        picture = ToBitmap(widget.screen()
+                               ->grabWindow(widget.window()->winId(), rect.x(), rect.y(),
+                                            rect.width(), rect.height())
+                               .toImage());
     });
     return picture;
 }

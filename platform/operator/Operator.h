@@ -100,8 +100,11 @@ PLATFORM_API void Wait(unsigned nMilliseconds);
 /// Has a call made from the event loop after a time, modal loops included.
 PLATFORM_API void After(unsigned nMilliseconds, std::function<void()> call);
 
-/// The window with its children as it stands on the screen.
+/// The window with its children, painted for the picture if it is not up to date.
 /// @param dScale device pixels per pixel
 PLATFORM_API CBitmap TakePicture(const CWnd& wnd, double dScale = 1.0);
+
+/// What the window system shows of the window, which is not painted for it.
+PLATFORM_API CBitmap TakeScreenPicture(const CWnd& wnd);
 
 }  // namespace Operator

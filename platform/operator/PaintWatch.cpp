@@ -9,15 +9,10 @@ class CPaintWatch::Filter : public QObject {
     Filter(std::function<void()> begun, std::function<void()> done)
         : m_begun(std::move(begun)), m_done(std::move(done)) {}
 
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override {
-        if (pEvent->type() != QEvent::Paint) return false;
-        const NativeWindow* pNative = NativeWindow::Of(qobject_cast<QWidget*>(pWatched));
-        if (!pNative || !pNative->m_bStale) return false;
-        // The widget handles the event here, so that its end can be told.
-        m_begun();
-        pWatched->event(pEvent);
-        m_done();
-        return true;
+    bool eventFilter(QObject*, QEvent* pEvent) override {
+        if (pEvent->type() == PICTURE_BEGUN) m_begun();
+        if (pEvent->type() == PICTURE_DONE) m_done();
+        return false;
     }
 
   private:

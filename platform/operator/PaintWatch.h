@@ -1,4 +1,4 @@
-// Tells when a window's picture is drawn anew: for measurements and tests that wait for what they
+// Tells when a control's picture is drawn anew: for measurements and tests that wait for what they
 // have caused to be seen.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 #include "platform/windows/Wnd.h"
 
-/// Watches one window as long as it lives. What only shows the kept picture again is no drawing.
+/// Watches one control as long as it lives. What only shows the kept picture again is no drawing.
 /// Thread: made, called and destroyed on the user-interface thread.
 class PLATFORM_API CPaintWatch {
   public:

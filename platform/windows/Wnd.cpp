@@ -83,14 +83,15 @@ void CWnd::Invalidate() {
         if (m_pNative) m_pNative->MarkStale();
         return;
     }
-    const WindowHandle hWnd = GetHandle();
-    if (!hWnd || m_bPaintRequested.exchange(true)) return;
-    PostToUi([hWnd] {
-        NativeWindow* pNative = NativeWindow::Find(hWnd);
-        if (!pNative) return;
-        if (pNative->m_pOwner) pNative->m_pOwner->m_bPaintRequested = false;
-        pNative->MarkStale();
-    });
+    if (!GetHandle() || m_bPaintRequested.exchange(true)) return;
+    try {
+        PostToUi([hWnd = GetHandle()] {
+            if (NativeWindow* pNative = NativeWindow::Find(hWnd)) pNative->MarkStale();
+        });
+    } catch (...) {
+        m_bPaintRequested = false;
+        throw;
+    }
 }
 
 void CWnd::DragAcceptFiles(bool bAccept) {

@@ -55,7 +55,9 @@ class PLATFORM_API CWnd : public CObject {
     int GetControlID() const;
 
     /// Requests a repaint of the whole client area; several requests before the next paint make one
-    /// paint. Nothing happens without a window. Any thread.
+    /// paint. A control that draws itself is painted at most 60 times a second, the first time
+    /// after a pause at once, and always after the last request; one that is not to be seen, when
+    /// it appears. Nothing happens without a window. Any thread.
     void Invalidate();
 
     /// Accepts files dropped on the window, as WM_DROPFILES.
@@ -111,7 +113,7 @@ class PLATFORM_API CWnd : public CObject {
 
     std::atomic<WindowHandle> m_hWnd{0};
     NativeWindow* m_pNative = nullptr;
-    /// Set while a repaint asked for by another thread is on its way, so that a flood of requests
-    /// makes one.
+    /// Set from another thread's request for a repaint until that begins, so that a flood of
+    /// requests makes one.
     std::atomic<bool> m_bPaintRequested{false};
 };

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "platform/drawing/Graphics.h"
-#include "plot/CurveLine.h"
+#include "plot/PlotCache.h"
 #include "plot/RTPlot.h"
 
 using Pixels = std::set<std::pair<int, int>>;
@@ -41,7 +41,7 @@ struct PlotSheet {
         return *spCurve;
     }
 
-    void Paint() { m_plot.Paint(m_dc, &m_lines); }
+    CRect Paint() { return m_plot.Paint(m_dc, &m_cache); }
 
     Pixels Find(COLORREF color) const { return FindIn(m_dc, color); }
     Pixels FindIn(const CDC& dc, COLORREF color) const {
@@ -98,7 +98,7 @@ struct PlotSheet {
     RTGraphSettings m_graph;
     std::shared_ptr<CRTCurves> m_spCurves;
     RTPlot m_plot;
-    std::vector<CurveLine> m_lines;  ///< kept from paint to paint
+    PlotCache m_cache;
     CBitmap m_bitmap;
     CDC m_dc;
 };

@@ -6,6 +6,7 @@
 PixelView GraphicsSurface::View() const {
     if (!m_pImage || m_pImage->isNull()) return {nullptr, 0, {}};
     CRect area{0, 0, m_pImage->width(), m_pImage->height()};
+    if (m_limits) area = Intersect(area, *m_limits);
     if (m_clip) area = Intersect(area, *m_clip);
     return {reinterpret_cast<std::uint32_t*>(m_pImage->bits()), m_pImage->bytesPerLine() / 4, area};
 }

@@ -27,6 +27,7 @@ struct PLATFORM_API GraphicsSurface {
     QImage* m_pImage;  ///< 32-bit RGB; null: drawing does nothing
     const CPen* m_pPen = nullptr;
     const CFont* m_pFont = nullptr;
+    std::optional<CRect> m_limits;
     std::optional<CRect> m_clip;
     BackgroundMode m_backgroundMode = BackgroundMode::Opaque;
     COLORREF m_textColor = RGB(0, 0, 0);

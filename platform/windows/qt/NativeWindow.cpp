@@ -1,11 +1,20 @@
 #include "platform/windows/qt/NativeWindow.h"
 
+#include <QCoreApplication>
 #include <QPainter>
+#include <QTimer>
+#include <QWindow>
+#include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/windows/ErrorBox.h"
 
 namespace {
+
+using std::chrono::steady_clock;
+
+constexpr std::chrono::microseconds REFRESH_TIME{1'000'000 / 60 + 1};
 
 /// The process-wide window table. Only the user-interface thread touches it; other threads hold
 /// handles, which the calls that they queue resolve there.
@@ -66,10 +75,11 @@ void NativeWindow::Attach(CWnd* pNewOwner) {
         m_pOwner->m_pNative = nullptr;
     }
     m_pOwner = pNewOwner;
+    m_bPictureWhole = false;  // it is another's
     if (m_pOwner) {
         m_pOwner->m_pNative = this;
-        m_pOwner->m_bPaintRequested = false;
         m_pOwner->m_hWnd.store(m_hWnd, std::memory_order_release);
+        m_pOwner->m_bPaintRequested = false;  // a request from now on finds the new handle
     }
 }
 
@@ -108,25 +118,84 @@ void NativeWindow::Notify(UINT nCode) {
 
 void NativeWindow::MarkStale() {
     m_bStale = true;
+    if (m_bOwnerDraws && IsShown())
+        RequestRefresh();
+    else
+        WaitForPaintEvent();
+}
+
+bool NativeWindow::IsShown() const {
+    const QWindow* pWindow = m_widget.window()->windowHandle();
+    return m_widget.isVisible() && pWindow && pWindow->isExposed();
+}
+
+void NativeWindow::WaitForPaintEvent() {
+    if (m_pOwner) m_pOwner->m_bPaintRequested = false;
     m_widget.update();
 }
 
-void NativeWindow::PaintWidget(const std::function<void()>& paintDefault) {
-    bool bDefault = false;
-    if (m_bStale || m_picture.isNull()) {
-        m_bStale = false;
-        Dispatch(WM_PAINT, 0, 0, [&] {
-            bDefault = true;
-            m_picture = QImage();
-            paintDefault();
-            m_bStale = true;
-            return 0;
-        });
+void NativeWindow::RequestRefresh() noexcept {
+    if (m_bRefreshDue) return;
+    const auto refresh = [this] { Refresh(); };
+    const auto wait =
+        std::chrono::ceil<std::chrono::milliseconds>(m_nextRefresh - steady_clock::now());
+    try {
+        if (wait.count() > 0)
+            QTimer::singleShot(wait, Qt::PreciseTimer, &m_widget, refresh);
+        else
+            QMetaObject::invokeMethod(&m_widget, refresh, Qt::QueuedConnection);
+        m_bRefreshDue = true;
+    } catch (const std::bad_alloc&) {
+        // The next request tries again.
+        if (m_pOwner) m_pOwner->m_bPaintRequested = false;
     }
-    const bool bOwnPicture = !bDefault && !m_picture.isNull();
+}
+
+void NativeWindow::Refresh() {
+    m_bRefreshDue = false;
+    if (!m_pOwner) return;
+    if (!IsShown()) {
+        WaitForPaintEvent();
+        return;
+    }
+    if (m_bStale) Draw([this] { m_widget.update(); });
+    // At once: a paint event that came later could find the picture stale and draw it a second
+    // time.
+    m_widget.repaint(std::exchange(m_changed, QRect()));
+}
+
+void NativeWindow::Draw(const std::function<void()>& paintDefault) {
+    m_nextRefresh = steady_clock::now() + REFRESH_TIME;
+    m_bStale = false;
+    // Before the drawing: a request that comes during it may be of what it has not seen. And by an
+    // exchange: what was written before a request that was dropped must be seen.
+    if (m_pOwner) m_pOwner->m_bPaintRequested.exchange(false);
+    QEvent begun(PICTURE_BEGUN);
+    QCoreApplication::sendEvent(&m_widget, &begun);
+    bool bDefault = false;
+    Dispatch(WM_PAINT, 0, 0, [&] {
+        bDefault = true;
+        m_picture = QImage();
+        m_bStale = true;
+        paintDefault();
+        return 0;
+    });
+    m_bOwnerDraws = !bDefault && !m_picture.isNull();
     // A picture covers what is below it, which then need not be painted.
-    m_widget.setAttribute(Qt::WA_OpaquePaintEvent, bOwnPicture);
-    if (bOwnPicture) QPainter(&m_widget).drawImage(0, 0, m_picture);
+    m_widget.setAttribute(Qt::WA_OpaquePaintEvent, m_bOwnerDraws);
+    QEvent done(PICTURE_DONE);
+    QCoreApplication::sendEvent(&m_widget, &done);
+}
+
+void NativeWindow::PaintWidget(const QRegion& region, const std::function<void()>& paintDefault) {
+    if (m_bStale || m_picture.size() != m_widget.size()) {
+        Draw(paintDefault);
+        // A refresh that is due shows all of it: the window may get nothing of this paint, which
+        // can be one into a picture of the window.
+        if (!m_bRefreshDue) m_widget.update(QRegion(std::exchange(m_changed, QRect())) - region);
+    }
+    // The painter is clipped to the region.
+    if (m_bOwnerDraws) QPainter(&m_widget).drawImage(0, 0, m_picture);
 }
 
 NativeWindow* NativeWindow::Parent() const { return Of(m_widget.parentWidget()); }

@@ -2,13 +2,20 @@
 // handles its messages.
 #pragma once
 
+#include <QEvent>
 #include <QImage>
 #include <QWidget>
+#include <chrono>
 #include <functional>
 #include <memory>
 
 #include "platform/windows/DialogTemplate.h"
 #include "platform/windows/Wnd.h"
+
+/// Sent to a widget, for those who watch it, just before its owner is asked for its picture, and
+/// when that is done.
+constexpr auto PICTURE_BEGUN = static_cast<QEvent::Type>(QEvent::User + 1);
+constexpr auto PICTURE_DONE = static_cast<QEvent::Type>(QEvent::User + 2);
 
 /// One window. Lives as long as its widget. User-interface thread only.
 struct PLATFORM_API NativeWindow {
@@ -43,11 +50,21 @@ struct PLATFORM_API NativeWindow {
     /// @return whether there was one; its result goes to *pResult
     bool RunDefault(UINT nMessage, LRESULT* pResult);
 
-    /// Marks the kept picture stale and has the widget painted.
+    /// Marks the kept picture stale and has it drawn anew.
+    ///
+    /// A picture that the owner has drawn before is refreshed outside of the widget's paint events,
+    /// at most 60 times a second, the first time after a pause in the next turn of the event loop;
+    /// what has changed in it then goes to the window. What is not to be seen, and what the widget
+    /// paints itself, waits for the widget's next paint event.
     void MarkStale();
 
-    /// Paints a widget whose owner draws into the kept picture; `paintDefault` paints the others.
-    void PaintWidget(const std::function<void()>& paintDefault);
+    /// Has what is stale or changed in the picture shown, at the same pace. Out of memory, that
+    /// waits for the next request or the next paint event.
+    void RequestRefresh() noexcept;
+
+    /// Paints a region of a widget whose owner draws into the kept picture, which is drawn first if
+    /// it is stale; `paintDefault` paints the others.
+    void PaintWidget(const QRegion& region, const std::function<void()>& paintDefault);
 
     NativeWindow* Parent() const;
     NativeWindow* Child(int nControlID) const;
@@ -56,8 +73,10 @@ struct PLATFORM_API NativeWindow {
     const WindowHandle m_hWnd;
     const int m_nID;
     CWnd* m_pOwner;
-    QImage m_picture;      ///< what the owner has drawn last; null before that
-    bool m_bStale = true;  ///< the picture is to be drawn anew
+    QImage m_picture;              ///< what the owner has drawn last; null before that
+    bool m_bStale = true;          ///< the picture is to be drawn anew
+    bool m_bPictureWhole = false;  ///< the last drawing of the picture came to its end
+    QRect m_changed;               ///< what drawings have changed in the picture and not shown yet
 
   private:
     struct Handling {
@@ -69,6 +88,16 @@ struct PLATFORM_API NativeWindow {
     };
     friend class CWnd;
 
+    /// Whether the window is on the screen, as far as the window system knows.
+    bool IsShown() const;
+    void WaitForPaintEvent();
+    void Refresh();
+    /// Asks the owner for the picture; `paintDefault` is the default painting.
+    void Draw(const std::function<void()>& paintDefault);
+
     std::unique_ptr<CWnd> m_pStandIn;
+    bool m_bOwnerDraws = false;                           ///< the last drawing was the owner's
+    bool m_bRefreshDue = false;                           ///< Refresh will be called
+    std::chrono::steady_clock::time_point m_nextRefresh;  ///< the earliest time
     Handling* m_pHandling = nullptr;
 };

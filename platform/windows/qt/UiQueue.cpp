@@ -65,5 +65,10 @@ void PostToUi(std::function<void()> call) {
     const std::lock_guard lock(Queue().m_mutex);
     if (!Queue().m_pWaker) return;
     Queue().m_calls.push_back(std::move(call));
-    QCoreApplication::postEvent(Queue().m_pWaker.get(), new QEvent(QEvent::User));
+    try {
+        QCoreApplication::postEvent(Queue().m_pWaker.get(), new QEvent(QEvent::User));
+    } catch (...) {
+        Queue().m_calls.pop_back();  // a call without its event would be made in place of the next
+        throw;
+    }
 }

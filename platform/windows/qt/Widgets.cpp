@@ -93,8 +93,8 @@ StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPa
     setAttribute(Qt::WA_TransparentForMouseEvents);  // a click goes to the dialog
 }
 
-void StaticWidget::paintEvent(QPaintEvent*) {
-    m_native.PaintWidget([this] { PaintText(); });
+void StaticWidget::paintEvent(QPaintEvent* pEvent) {
+    m_native.PaintWidget(pEvent->region(), [this] { PaintText(); });
 }
 
 void StaticWidget::PaintText() {
@@ -125,9 +125,9 @@ ButtonWidget::ButtonWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPa
     connect(this, &QPushButton::clicked, this, [this] { m_native.Notify(BN_CLICKED); });
 }
 
-void ButtonWidget::paintEvent(QPaintEvent*) {
+void ButtonWidget::paintEvent(QPaintEvent* pEvent) {
     bool bDefault = false;
-    m_native.PaintWidget([&] { bDefault = true; });
+    m_native.PaintWidget(pEvent->region(), [&] { bDefault = true; });
     if (!bDefault) return;
 
     QStylePainter painter(this);

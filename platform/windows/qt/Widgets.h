@@ -90,7 +90,7 @@ class PLATFORM_API StaticWidget : public MessageWidget<QWidget> {
     bool m_bCentered = false;
 
   protected:
-    void paintEvent(QPaintEvent*) override;
+    void paintEvent(QPaintEvent* pEvent) override;
 
   private:
     void PaintText();
@@ -104,7 +104,7 @@ class ButtonWidget : public MessageWidget<QPushButton> {
     CBitmap m_picture;
 
   protected:
-    void paintEvent(QPaintEvent*) override;
+    void paintEvent(QPaintEvent* pEvent) override;
     /// A press leaves the checked state alone: its handler knows what is to be shown.
     void nextCheckState() override {}
 };

@@ -1,15 +1,13 @@
-// Runs that repeat one thing many times.
+// A continuous capture of many hours.
 #include <cstdio>
+#include <ctime>
 
 #include "plugin/ScreenTemplate.h"
 #include "soak/LeftBehind.h"
 #include "soak/Soak.h"
 #include "tests/support/Panel.h"
-#include "ui/DlgBarMainMenu.h"
 
 namespace {
-
-constexpr unsigned PATIENCE_MS = 20000;
 
 std::vector<std::int16_t> MakeValues(std::size_t nValues) {
     std::vector<std::int16_t> values(nValues);
@@ -17,67 +15,14 @@ std::vector<std::int16_t> MakeValues(std::size_t nValues) {
     return values;
 }
 
+/// What the user-interface thread has computed so far.
+double AskInterfaceSeconds() {
+    timespec time{};
+    Operator::Ask([&] { clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time); });
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
 }  // namespace
-
-void RunCaptures(const SoakOptions& options, unsigned nCaptures, CSoakRecord& record) {
-    TestPanel panel(options.m_nMode.value_or(20), 1);
-    panel.m_pSession->m_nHostValueRate = 1000;
-    const auto spBlock = MakeSamples(5, MakeValues(600));
-    panel.Run([&] {
-        const auto isIdle = [&] { return panel.IsEnabled(IDC_START); };
-        for (unsigned n = 1; n <= nCaptures && !record.HasFaults(); ++n) {
-            const bool bStopped = n % 2 == 0;
-            if (!panel.Tap(IDC_START)) record.Fault("Start cannot be tapped");
-            for (int i = 0; i < (bStopped ? 3 : 20); ++i) panel.m_queue.push(spBlock);
-            if (bStopped) {
-                if (!panel.Tap(IDC_STOP)) record.Fault("Stop cannot be tapped");
-                panel.m_queue.push(MakeIdleReport());
-            }
-            if (!Operator::WaitUntil(isIdle, PATIENCE_MS)) record.Fault("the capture does not end");
-            panel.Settle();
-            if (panel.CurveCount(0) != n) record.Fault("a capture is missing");
-            const std::size_t nValues = panel.ValuesOf(0, n - 1).size();
-            if (nValues != (bStopped ? 900u : 3000u)) record.Fault("values are missing");
-            record.Count("captures");
-        }
-    });
-    record.Count("messages to the instrument", panel.m_view.m_images.size());
-}
-
-void RunScreens(const SoakOptions& options, unsigned nScreens, CSoakRecord& record) {
-    CLeftBehind leftBehind(record);
-    const auto spBlock = MakeSamples(5, MakeValues(600));
-    for (unsigned n = 0; n < nScreens && !record.HasFaults(); ++n) {
-        TestPanel panel(options.m_nMode.value_or(3), 1);
-        const bool bCapture = n % 4 != 3, bContinuous = n % 2 == 1;
-        std::atomic<bool> bEnd{false};
-        CThreadHandle link = StartThread([&] {
-            for (int i = 1; bCapture && !bEnd; ++i) {
-                panel.m_queue.push(spBlock);
-                if (i % 20 == 0 && bContinuous)
-                    panel.m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
-                SleepMilliseconds(2);
-            }
-        });
-        panel.Run([&] {
-            if (!bCapture) panel.TapBar(CDlgBarMainMenu::ID_INFO);
-            if (bContinuous) panel.Tap(IDC_SAMPLE_TIME_MODE);
-            if (bCapture) panel.Tap(IDC_START);
-            if (bCapture) Operator::Wait(n % 60);
-            if (n % 3 == 0) panel.Tap(IDC_STOP);
-        });
-        bEnd = true;
-        link.Close();
-        panel.m_pDialog.reset();
-        record.Count("screens opened and closed");
-        leftBehind.Check();
-        const ProcessUse& use = leftBehind.GetUse();
-        if (n % 100 == 0 || n + 1 == nScreens)
-            std::printf("screen %4u: %5.1f MB, %zu threads, %zu files, %zu windows and controls\n",
-                        n, use.m_dMegabytes, use.m_threads.size(), use.m_nFiles,
-                        use.m_widgets.size());
-    }
-}
 
 void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSeconds,
                    CSoakRecord& record) {
@@ -104,6 +49,7 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
             std::fflush(stdout);
         };
         std::uint64_t nLongest = 0;
+        std::vector<double> seconds;  // that the user interface has computed, by tenths of the run
         for (std::uint64_t n = 0; n < nBlocks; ++n) {
             if (nStrokeSeconds && n % (nStrokeSeconds * BLOCKS_PER_SECOND) == 0)
                 panel.m_queue.push(spNewCurve);
@@ -115,11 +61,15 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
                 Operator::Ask([] {});
                 panel.Settle();
                 nLongest = std::max(nLongest, TickMilliseconds() - nAsked);
+                seconds.push_back(AskInterfaceSeconds());
                 say(static_cast<double>(n) / BLOCKS_PER_SECOND / 3600);
             }
         }
         panel.Settle();
         say(dHours);
+        const double dLast = AskInterfaceSeconds() - seconds.back();
+        if (dLast > 0.1 + 3 * (seconds[2] - seconds[1]))
+            record.Fault("the user interface works longer and longer");
         record.Count("blocks", nBlocks);
         if (panel.CurveCount(0) != 1) record.Fault("the set does not hold the one curve");
         const auto spCurve = panel.m_pSession->m_spCurves->FirstCurve(0);
