@@ -4,6 +4,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "LiveScreen.h"
 #include "Rounds.h"
@@ -17,13 +18,22 @@ namespace {
 
 constexpr auto SLICE = std::chrono::milliseconds(500);
 constexpr double SLICES_PER_SECOND = 2;
+constexpr int SLICES = 5;  ///< in a capture
+constexpr int ROUNDS = 3;
 
 /// By time slices: seconds of computing a second, and those of the user interface a repaint.
-struct LiveFigures {
-    Figures m_interface;
-    Figures m_reader;
-    Figures m_both;
-    Figures m_repaint;
+struct LiveSlices {
+    std::vector<double> m_interface;
+    std::vector<double> m_reader;
+    std::vector<double> m_both;
+    std::vector<double> m_repaint;
+
+    void Add(const LiveTimes& slice) {
+        m_interface.push_back(slice.m_dInterface * SLICES_PER_SECOND);
+        m_reader.push_back(slice.m_dReader * SLICES_PER_SECOND);
+        m_both.push_back(m_interface.back() + m_reader.back());
+        m_repaint.push_back(slice.m_dInterface / static_cast<double>(slice.m_nRepaints));
+    }
 };
 
 /// Captures that are over, of a tenth of a second each.
@@ -42,8 +52,7 @@ void AddOlderCaptures(CRealTimeData& session, unsigned nCaptures) {
     }
 }
 
-LiveFigures MeasureCapture(unsigned nOlderCaptures, int nSlices) {
-    std::vector<double> interface, reader, both, repaint;
+void MeasureCapture(unsigned nOlderCaptures, LiveSlices& slices) {
     CLiveScreen screen;
     screen.Run([&] {
         AddOlderCaptures(*screen.m_panel.m_pSession, nOlderCaptures);
@@ -56,33 +65,34 @@ LiveFigures MeasureCapture(unsigned nOlderCaptures, int nSlices) {
         });
         std::this_thread::sleep_for(SLICE);  // it begins with a picture that is all new
         LiveTimes before = screen.ReadTimes();
-        for (int i = 0; i < nSlices; ++i) {
+        for (int i = 0; i < SLICES; ++i) {
             std::this_thread::sleep_for(SLICE);
             const LiveTimes now = screen.ReadTimes();
-            const LiveTimes slice = now - before;
+            slices.Add(now - before);
             before = now;
-            interface.push_back(slice.m_dInterface * SLICES_PER_SECOND);
-            reader.push_back(slice.m_dReader * SLICES_PER_SECOND);
-            both.push_back(interface.back() + reader.back());
-            repaint.push_back(slice.m_dInterface / static_cast<double>(slice.m_nRepaints));
         }
     });
-    return {FindFigures(interface, Figures::Median), FindFigures(reader, Figures::Median),
-            FindFigures(both, Figures::Median), FindFigures(repaint, Figures::Median)};
 }
 
 }  // namespace
 
 void MeasureLive(CTable& table) {
-    constexpr int SLICES = 10;
-    const LiveFigures alone = MeasureCapture(0, SLICES);
-    table.AddTime("user interface, per second", alone.m_interface);
-    table.AddTime("packet reader, per second", alone.m_reader);
-    table.AddTime("all threads but the instrument's, per second", alone.m_both, 0.015);
-    table.AddTime("user interface per repaint of 698 x 343", alone.m_repaint, 0.00012);
-    for (const unsigned nOlder : {300u, 1000u}) {
-        const LiveFigures among = MeasureCapture(nOlder, SLICES);
-        table.AddComparison(std::to_string(nOlder) + " older captures, per second", among.m_both,
-                            "no older capture", alone.m_both, {Goal::Within, 1.2});
-    }
+    constexpr unsigned OLDER_CAPTURES[] = {0, 300, 1000};
+    LiveSlices aSlices[std::size(OLDER_CAPTURES)];
+    for (int nRound = 0; nRound < ROUNDS; ++nRound)
+        for (std::size_t i = 0; i < std::size(OLDER_CAPTURES); ++i)
+            MeasureCapture(OLDER_CAPTURES[i], aSlices[i]);
+
+    const auto find = [](const std::vector<double>& seconds) {
+        return FindFigures(seconds, Figures::Median);
+    };
+    const LiveSlices& alone = aSlices[0];
+    table.AddTime("user interface, per second", find(alone.m_interface));
+    table.AddTime("packet reader, per second", find(alone.m_reader));
+    table.AddTime("all threads but the instrument's, per second", find(alone.m_both), 0.015);
+    table.AddTime("user interface per repaint of 698 x 343", find(alone.m_repaint), 0.00012);
+    for (std::size_t i = 1; i < std::size(OLDER_CAPTURES); ++i)
+        table.AddComparison(std::to_string(OLDER_CAPTURES[i]) + " older captures, per second",
+                            find(aSlices[i].m_both), "no older capture", find(alone.m_both),
+                            {Goal::Within, 1.2});
 }

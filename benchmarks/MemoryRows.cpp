@@ -2,6 +2,7 @@
 #include <malloc.h>
 #include <memory>
 #include <unistd.h>
+#include <vector>
 
 #include "Rows.h"
 #include "Strokes.h"
@@ -11,13 +12,15 @@
 namespace {
 
 constexpr std::uint32_t CURVE_VALUES = 2400000;
+constexpr std::size_t CURVES = 10;
 
-/// Bytes of this process that are in memory.
+/// Bytes of this process that are in memory and stand in no file.
 double ReadResidentBytes() {
     long nPages = 0;
     long nResident = 0;
-    std::ifstream("/proc/self/statm") >> nPages >> nResident;
-    return static_cast<double>(nResident) * static_cast<double>(::sysconf(_SC_PAGESIZE));
+    long nOfFiles = 0;
+    std::ifstream("/proc/self/statm") >> nPages >> nResident >> nOfFiles;
+    return static_cast<double>(nResident - nOfFiles) * static_cast<double>(::sysconf(_SC_PAGESIZE));
 }
 
 }  // namespace
@@ -25,11 +28,14 @@ double ReadResidentBytes() {
 void MeasureMemory(CTable& table) {
     ::malloc_trim(0);
     const double dBefore = ReadResidentBytes();
-    const auto pCurve = std::make_unique<RTCurveData>(CURVE_VALUES);
-    const auto free = pCurve->GetFreeValues();
-    FillStrokes(free, 0);
-    pCurve->PublishCount(CURVE_VALUES);
-    constexpr double RAW_BYTES = CURVE_VALUES * sizeof(std::int16_t);
+    std::vector<std::unique_ptr<RTCurveData>> curves;
+    for (unsigned n = 0; n < CURVES; ++n) {
+        curves.push_back(std::make_unique<RTCurveData>(CURVE_VALUES));
+        const auto free = curves.back()->GetFreeValues();
+        FillStrokes(free, n);
+        curves.back()->PublishCount(CURVE_VALUES);
+    }
+    constexpr double RAW_BYTES = CURVES * CURVE_VALUES * sizeof(std::int16_t);
     const double dTaken = ReadResidentBytes() - dBefore;
     table.AddNumber("its memory above its values", 100 * (dTaken - RAW_BYTES) / RAW_BYTES,
                     "percent of 4.8 MB", 5);

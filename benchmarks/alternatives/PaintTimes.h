@@ -1,5 +1,6 @@
 // What the programs that draw with another library have in common: `PROGRAM CURVES VALUES PAINTS
-// same|new` draws so often, the same view or a new one each time, and prints the processor time of
+// same|new` draws so often, the same view (in whatever way the library has for a window that is
+// shown again) or a new one each time, and prints the processor time of
 // each paint, in seconds, one a line.
 #pragma once
 
@@ -49,8 +50,7 @@ inline double ReadProcessorSeconds() {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// @param paint gets the values that the view is wide, and sets the view only when that changes;
-///        its first call is not counted
+/// @param paint gets the values that the view is wide; its first call is not counted
 template <class Paint>
 void PrintPaintTimes(const PaintTask& task, Paint paint) {
     for (int i = -1; i < task.m_nPaints; ++i) {

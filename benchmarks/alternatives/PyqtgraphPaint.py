@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The plot drawn with pyqtgraph, set up for speed: peak downsampling, clipped to the view, no
 smoothing. Arguments and output as those of the other programs."""
 

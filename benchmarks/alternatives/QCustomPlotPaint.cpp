@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
     QCustomPlot plot;
     plot.setNotAntialiasedElements(QCP::aeAll);
     plot.setPlottingHint(QCP::phFastPolylines);
+    plot.xAxis->setRange(0, static_cast<double>(task.m_nValues));
     plot.yAxis->setRange(LOWEST_VALUE, HIGHEST_VALUE);
     for (unsigned nCurve = 0; nCurve < task.m_nCurves; ++nCurve) {
         QVector<QCPGraphData> data;
@@ -26,11 +27,21 @@ int main(int argc, char** argv) {
         pGraph->data()->set(data, true);
     }
 
+    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
+    if (!task.m_bNewView) {
+        plot.show();
+        QApplication::processEvents();
+    }
+
     QImage image(PICTURE_WIDTH, PICTURE_HEIGHT, QImage::Format_RGB32);
     PrintPaintTimes(task, [&](double dWidth) {
-        if (plot.xAxis->range().upper != dWidth) plot.xAxis->setRange(0, dWidth);
         QCPPainter painter(&image);
-        plot.toPainter(&painter, PICTURE_WIDTH, PICTURE_HEIGHT);
+        if (task.m_bNewView) {
+            plot.xAxis->setRange(0, dWidth);
+            plot.toPainter(&painter, PICTURE_WIDTH, PICTURE_HEIGHT);
+        } else {
+            plot.render(&painter);  // from its own buffer
+        }
     });
     return 0;
 }

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     const PaintTask task = ReadPaintTask(argc, argv);
 
     QwtPlot plot;
-    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
+    plot.setAxisScale(QwtPlot::xBottom, 0, static_cast<double>(task.m_nValues));
     plot.setAxisScale(QwtPlot::yLeft, LOWEST_VALUE, HIGHEST_VALUE);
     for (unsigned nCurve = 0; nCurve < task.m_nCurves; ++nCurve) {
         QVector<QPointF> points;
@@ -30,13 +30,22 @@ int main(int argc, char** argv) {
         pCurve->attach(&plot);
     }
 
+    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
+    if (!task.m_bNewView) {
+        plot.show();
+        QApplication::processEvents();
+    }
+
     QImage image(PICTURE_WIDTH, PICTURE_HEIGHT, QImage::Format_RGB32);
-    double dLastWidth = 0;
     PrintPaintTimes(task, [&](double dWidth) {
-        if (dWidth != dLastWidth) plot.setAxisScale(QwtPlot::xBottom, 0, dWidth);
-        dLastWidth = dWidth;
         QPainter painter(&image);
-        QwtPlotRenderer().render(&plot, &painter, QRectF(0, 0, PICTURE_WIDTH, PICTURE_HEIGHT));
+        if (task.m_bNewView) {
+            plot.setAxisScale(QwtPlot::xBottom, 0, dWidth);
+            plot.updateAxes();
+            QwtPlotRenderer().render(&plot, &painter, QRectF(image.rect()));
+        } else {
+            plot.render(&painter);  // the canvas from its backing store
+        }
     });
     return 0;
 }
