@@ -44,8 +44,11 @@ double FindQuantile(std::vector<double> values, double dPart) {
 Measure TimeCalls(std::function<void()> work, Clock clock) {
     return [work = std::move(work), clock, nCalls = std::size_t{0}]() mutable {
         if (nCalls == 0) {
-            nCalls = 1;
-            while (TimeRepeated(work, clock, nCalls) < LEAST_SECONDS) nCalls *= 2;
+            // Twice: the first calls may take much longer than all others.
+            const auto isTooShort = [&] {
+                return TimeRepeated(work, clock, nCalls) < LEAST_SECONDS;
+            };
+            for (nCalls = 1; isTooShort() || isTooShort();) nCalls *= 2;
         }
         return std::vector{TimeRepeated(work, clock, nCalls) / static_cast<double>(nCalls)};
     };
