@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::uint32_t CAPTURE_VALUES = 2400000;
 constexpr std::uint32_t BLOCK_VALUES = 200;
-constexpr int ROUNDS = 41;
-constexpr int DISK_ROUNDS = 15;
+constexpr int ROUNDS = 61;
+constexpr int DISK_ROUNDS = 25;
 
 void FillCapture(RTCaptureFile& capture) {
     for (unsigned nChannel = 0; nChannel < CRTCurves::CHANNEL_COUNT; ++nChannel) {

@@ -1,7 +1,9 @@
 // A capture of three channels of 40,000 values a second from the simulated press, drawn while it
-// arrives: what the threads compute, but for the instrument's.
+// arrives: what the threads compute.
 #include <chrono>
 #include <mutex>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,12 +28,14 @@ struct LiveSlices {
     std::vector<double> m_interface;
     std::vector<double> m_reader;
     std::vector<double> m_both;
+    std::vector<double> m_instrument;
     std::vector<double> m_repaint;
 
-    void Add(const LiveTimes& slice) {
+    void Add(const LiveTimes& slice, double dInstrument) {
         m_interface.push_back(slice.m_dInterface * SLICES_PER_SECOND);
         m_reader.push_back(slice.m_dReader * SLICES_PER_SECOND);
         m_both.push_back(m_interface.back() + m_reader.back());
+        m_instrument.push_back(dInstrument * SLICES_PER_SECOND);
         m_repaint.push_back(slice.m_dInterface / static_cast<double>(slice.m_nRepaints));
     }
 };
@@ -52,12 +56,21 @@ void AddOlderCaptures(CRealTimeData& session, unsigned nCaptures) {
     }
 }
 
+/// The thread that has come since.
+ThreadId FindNewThread(const std::set<ThreadId>& before) {
+    for (const ThreadId thread : ListThreads())
+        if (!before.contains(thread)) return thread;
+    throw std::runtime_error("the instrument has no thread");
+}
+
 void MeasureCapture(unsigned nOlderCaptures, LiveSlices& slices) {
     CLiveScreen screen;
     screen.Run([&] {
         AddOlderCaptures(*screen.m_panel.m_pSession, nOlderCaptures);
+        const std::set<ThreadId> others = ListThreads();
         CPressInstrument instrument(screen.m_panel.m_queue, FindValueLayout(3, 0, 3),
                                     std::make_unique<CSimulatedPress>(SecondInput::Position, 1));
+        const ThreadId instrumentThread = FindNewThread(others);
         screen.StartCapture(15);
         Operator::Ask([&] {
             for (const std::string& strImage : screen.m_panel.m_view.m_images)
@@ -65,11 +78,14 @@ void MeasureCapture(unsigned nOlderCaptures, LiveSlices& slices) {
         });
         std::this_thread::sleep_for(SLICE);  // it begins with a picture that is all new
         LiveTimes before = screen.ReadTimes();
+        double dBefore = ReadThreadSeconds(instrumentThread);
         for (int i = 0; i < SLICES; ++i) {
             std::this_thread::sleep_for(SLICE);
             const LiveTimes now = screen.ReadTimes();
-            slices.Add(now - before);
+            const double dNow = ReadThreadSeconds(instrumentThread);
+            slices.Add(now - before, dNow - dBefore);
             before = now;
+            dBefore = dNow;
         }
     });
 }
@@ -89,6 +105,7 @@ void MeasureLive(CTable& table) {
     const LiveSlices& alone = aSlices[0];
     table.AddTime("user interface, per second", find(alone.m_interface));
     table.AddTime("packet reader, per second", find(alone.m_reader));
+    table.AddTime("simulated instrument, per second", find(alone.m_instrument));
     table.AddTime("all threads but the instrument's, per second", find(alone.m_both), 0.015);
     table.AddTime("user interface per repaint of 698 x 343", find(alone.m_repaint), 0.00012);
     for (std::size_t i = 1; i < std::size(OLDER_CAPTURES); ++i)

@@ -27,7 +27,7 @@ constexpr Group GROUPS[] = {
     {"growth", "A repaint of 842 x 420 pixels while more arrives, into memory", MeasureGrowth},
     {"live", "A live capture of 3 channels of 40,000 values a second, on the real screen",
      MeasureLive},
-    {"window", "A plot alone in a window, with a growing curve", MeasureWindow},
+    {"window", "A plot alone in a window, whose curve grows 50 times a second", MeasureWindow},
     {"packets", "Packets of 10 ms of 3 channels, on the real screen", MeasurePackets},
 };
 

@@ -104,7 +104,8 @@ void MeasureBacklog(CTable& table, const std::string& strCores) {
     table.AddTime(strWhat + ": user interface", FindFigures(interface, Figures::Median), 0.010);
     table.AddTime(strWhat + ": packet reader", FindFigures(reader, Figures::Median));
     table.AddTime(strWhat + ": until shown", FindFigures(waits, Figures::Median));
-    table.AddNumber(strWhat + ": most repaints", *std::ranges::max_element(repaints), "repaints");
+    table.AddNumber(strWhat + ": most repaints", *std::ranges::max_element(repaints), "repaints",
+                    5);
 }
 
 }  // namespace
