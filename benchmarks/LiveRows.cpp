@@ -22,6 +22,7 @@ constexpr auto SLICE = std::chrono::milliseconds(500);
 constexpr double SLICES_PER_SECOND = 2;
 constexpr int SLICES = 5;  ///< in a capture
 constexpr int ROUNDS = 3;
+constexpr unsigned SAMPLE_SECONDS = 15;
 
 /// By time slices: seconds of computing a second, and those of the user interface a repaint.
 struct LiveSlices {
@@ -40,13 +41,15 @@ struct LiveSlices {
     }
 };
 
-/// Captures that are over, of a tenth of a second each.
+/// Captures that were stopped after a tenth of their first second. They are as long in view as the
+/// one to come, which would else be drawn only as far as the first of them reaches.
 void AddOlderCaptures(CRealTimeData& session, unsigned nCaptures) {
     constexpr std::uint32_t SHORT_CURVE = CLiveScreen::RATE / 10;
     const std::lock_guard lock(session.m_lock);
     for (unsigned n = 0; n < nCaptures; ++n) {
-        for (std::size_t nChannel = 0; nChannel < CRTCurves::CHANNEL_COUNT; ++nChannel) {
-            RTCurveData& curve = *session.m_spCurves->AddCurve(nChannel, SHORT_CURVE);
+        for (RTCurveList& lstCurves : session.m_spCurves->m_lstCurves) {
+            RTCurveData& curve = *lstCurves.emplace_back(
+                std::make_shared<RTCurveData>(SHORT_CURVE, SAMPLE_SECONDS * CLiveScreen::RATE));
             const auto free = curve.GetFreeValues();
             FillStrokes(free, n);
             curve.PublishCount(SHORT_CURVE);
@@ -71,7 +74,7 @@ void MeasureCapture(unsigned nOlderCaptures, LiveSlices& slices) {
         CPressInstrument instrument(screen.m_panel.m_queue, FindValueLayout(3, 0, 3),
                                     std::make_unique<CSimulatedPress>(SecondInput::Position, 1));
         const ThreadId instrumentThread = FindNewThread(others);
-        screen.StartCapture(15);
+        screen.StartCapture(SAMPLE_SECONDS);
         Operator::Ask([&] {
             for (const std::string& strImage : screen.m_panel.m_view.m_images)
                 instrument.Send(strImage);

@@ -32,6 +32,7 @@ constexpr DialogTemplate WIDE_WINDOW{1, L"Plot", 2560, UNITS_HIGH, L"MS Shell Dl
 Figures MeasureRepaints(const DialogTemplate& dialogTemplate) {
     PaintedPlot plot(std::make_shared<CRTCurves>(), CURVE_VALUES);
     const auto spCurve = plot.m_plot.m_spCurves->AddCurve(0, CURVE_VALUES);
+    plot.m_plot.ZoomAll();
     std::vector<std::int16_t> values(CURVE_VALUES);
     FillStrokes(values, 0);
     CDialog window(dialogTemplate);
