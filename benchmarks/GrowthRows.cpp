@@ -1,5 +1,8 @@
 // What goes on arriving while a capture runs, and what a repaint of the plot then costs.
+#include <algorithm>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "PaintedPlot.h"

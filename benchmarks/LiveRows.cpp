@@ -1,6 +1,7 @@
 // A capture of three channels of 40,000 values a second from the simulated press, drawn while it
 // arrives: what the threads compute.
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <stdexcept>

@@ -1,6 +1,8 @@
 // The real screen during a capture, and how much its threads compute.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>

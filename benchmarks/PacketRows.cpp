@@ -23,7 +23,7 @@ constexpr unsigned PATIENCE_MS = 10000;
 
 std::vector<std::shared_ptr<RTPacket>> MakePackets(std::size_t nPackets) {
     std::vector<std::shared_ptr<RTPacket>> packets;
-    std::vector<std::int16_t> values(3 * PACKET_VALUES);
+    std::vector<std::int16_t> values(std::size_t{3} * PACKET_VALUES);
     for (std::size_t i = 0; i < nPackets; ++i) {
         for (std::size_t k = 0; k < values.size(); ++k)
             values[k] = static_cast<std::int16_t>((i * PACKET_VALUES + k) % 4001);

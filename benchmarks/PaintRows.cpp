@@ -1,5 +1,6 @@
 // Full curves. In the same view again: nothing has changed, and the picture goes to the window once
 // more; each library has its own way to keep it. In a new view: all is drawn.
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -87,8 +88,8 @@ class CBarePainter {
 /// many times.
 Measure TimeManyCalls(std::function<void()> work) {
     return [measure = TimeCalls(std::move(work))] {
-        std::vector<double> times;
-        for (int i = 0; i < 25; ++i) times.push_back(measure().front());
+        std::vector<double> times(25);
+        std::ranges::generate(times, [&] { return measure().front(); });
         return times;
     };
 }

@@ -70,6 +70,7 @@ std::vector<Figures> MeasureInTurn(const std::vector<Measure>& measures, int nRo
         }
     }
     std::vector<Figures> figures;
+    figures.reserve(nCount);
     for (auto& ofOne : seconds) figures.push_back(FindFigures(std::move(ofOne), stable));
     return figures;
 }

@@ -1,13 +1,12 @@
 // The start of the panel application, a process of its own: from its creation until the window
 // system has been given the first picture of the screen, as its log says.
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 #include "Rounds.h"
@@ -21,50 +20,53 @@ namespace {
 
 constexpr int STARTS = 9;
 
-[[noreturn]] void BecomePanel(const std::string& strPanel, const std::string& strSettings,
-                              int nOutput) {
-    ::dup2(nOutput, STDERR_FILENO);
-    ::dup2(nOutput, STDOUT_FILENO);
-    ::close(nOutput);
-    ::setenv("QT_LOGGING_RULES", "qt.widgets.painting.info=true", 1);
-    ::execl(strPanel.c_str(), strPanel.c_str(), "--settings", strSettings.c_str(), nullptr);
-    ::_exit(127);
-}
-
-double TimeStart(const std::string& strPanel, const std::string& strSettings) {
-    int anPipe[2];
-    if (::pipe(anPipe) != 0) throw std::runtime_error("no pipe");
-    const auto begin = std::chrono::steady_clock::now();
-    const pid_t process = ::fork();
-    if (process < 0) throw std::runtime_error("no process");
-    if (process == 0) {
-        ::close(anPipe[0]);
-        BecomePanel(strPanel, strSettings, anPipe[1]);
+/// The log of a process, read while it runs. The process ends with it.
+class CProcessLog {
+  public:
+    /// @param strCommand what is to run, for the shell; its output and errors are read
+    explicit CProcessLog(const std::string& strCommand)
+        : m_pLog(::popen(("echo $$; exec env " + strCommand + " 2>&1").c_str(), "r")) {
+        if (!m_pLog || std::fscanf(m_pLog, "%d", &m_nProcess) != 1)
+            throw std::runtime_error("cannot run " + strCommand);
     }
-    ::close(anPipe[1]);
-    std::FILE* pLog = ::fdopen(anPipe[0], "r");
-    char line[1000];
-    bool bShown = false;
-    while (!bShown && std::fgets(line, sizeof line, pLog))
-        bShown = std::strstr(line, "Flushing QRegion") != nullptr;
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    ::kill(process, SIGKILL);
-    ::waitpid(process, nullptr, 0);
-    std::fclose(pLog);
-    if (!bShown) throw std::runtime_error("rtpanel has shown no picture");
-    return taken.count();
+    ~CProcessLog() {
+        ::kill(m_nProcess, SIGKILL);
+        ::pclose(m_pLog);
+    }
+    CProcessLog(const CProcessLog&) = delete;
+    CProcessLog& operator=(const CProcessLog&) = delete;
+
+    /// Waits for a line that holds a text.
+    /// @return whether it has come
+    bool AwaitLine(const char* pText) {
+        char line[1000];
+        while (std::fgets(line, sizeof line, m_pLog))
+            if (std::strstr(line, pText)) return true;
+        return false;
+    }
+
+  private:
+    std::FILE* m_pLog;
+    int m_nProcess = 0;
+};
+
+double TimeStart(const std::wstring& strSettings) {
+    const std::string strPanel = ToUtf8(JoinPath(GetExecutableFolder(), L"rtpanel"));
+    CProcessLog log("QT_LOGGING_RULES=qt.widgets.painting.info=true '" + strPanel +
+                    "' --settings '" + ToUtf8(strSettings) + "'");
+    const auto begin = std::chrono::steady_clock::now();
+    if (!log.AwaitLine("Flushing QRegion")) throw std::runtime_error("rtpanel shows no picture");
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
 }  // namespace
 
 void MeasureStart(CTable& table) {
     const TemporaryFolder folder;
-    const std::string strPanel = ToUtf8(JoinPath(GetExecutableFolder(), L"rtpanel"));
-    const std::string strSettings = ToUtf8(folder.Path("settings.ini"));
-    std::vector<double> seconds;
-    for (int i = 0; i < STARTS; ++i) seconds.push_back(TimeStart(strPanel, strSettings));
-    table.AddTime("rtpanel's start to its first picture, the first", seconds.front());
-    seconds.erase(seconds.begin());
+    const double dFirst = TimeStart(folder.Path("settings.ini"));
+    std::vector<double> seconds(STARTS);
+    std::ranges::generate(seconds, [&] { return TimeStart(folder.Path("settings.ini")); });
+    table.AddTime("rtpanel's start to its first picture, the first", dFirst);
     table.AddTime("rtpanel's start to its first picture, warm",
                   FindFigures(seconds, Figures::Median), 0.1);
 }

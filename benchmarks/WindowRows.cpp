@@ -1,5 +1,7 @@
 // A plot alone in a window while its curve grows.
+#include <atomic>
 #include <chrono>
+#include <memory>
 #include <thread>
 #include <vector>
 
