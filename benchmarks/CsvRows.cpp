@@ -44,7 +44,7 @@ void MeasureCsv(CTable& table) {
         MeasureInTurn({TimeCalls([&] { ExportCurveCsv(strOurs, curve); }),
                        TimeCalls([&] { PrintCsv(strPlain, curve); }),
                        TimeCalls([&] { WriteBytes(strPlain, bytes, false); })},
-                      ROUNDS);
+                      ROUNDS, Figures::Median);  // as with the captures
     table.AddComparison("export", figures[0], "fprintf of each row", figures[1],
                         Goal{Goal::Faster, 20});
     table.AddComparison("export", figures[0], "same bytes written at once", figures[2],

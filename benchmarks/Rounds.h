@@ -13,7 +13,8 @@ struct Figures {
     /// Which figure is the same from run to run, and decides.
     enum Stable {
         Least,   ///< pure computing: everything else that goes on only adds to it
-        Median,  ///< work that waits, for a disk, a clock or another thread
+        Median,  ///< work that waits, for a disk, a clock or another thread, or takes pages of the
+                 ///< system
     };
     double m_dLeast = 0;
     double m_dMedian = 0;
