@@ -38,6 +38,6 @@ void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProg
     CallWithMemoryException([&] {
         CReplaceFile file(strPath);
         WriteCapture(file, capture, pProgress);
-        file.Commit();
+        file.Commit(pProgress);
     });
 }

@@ -9,16 +9,15 @@
 
 #include "platform/commandline/CommandLine.h"
 #include "platform/system/Text.h"
-#include "tools/Captures.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
 /// Seconds from the first value to the end of the last; unknown without a rate.
-std::optional<double> FindDuration(const RTCurveData& curve, std::uint16_t nValueRate) {
+std::optional<double> FindDuration(const RTCurveOutline& curve, std::uint16_t nValueRate) {
     if (nValueRate == 0) return std::nullopt;
-    return static_cast<double>(curve.GetCount()) / nValueRate;
+    return static_cast<double>(curve.m_nCount) / nValueRate;
 }
 
 std::string JoinSpans(const RTPlotRecord& plots) {
@@ -30,13 +29,20 @@ std::string JoinSpans(const RTPlotRecord& plots) {
     return strSpans.empty() ? "none" : strSpans;
 }
 
-std::string DescribeRange(const RTCurveData& curve, std::uint32_t nFirst) {
-    if (nFirst >= curve.GetCount()) return "none";
-    const RTMinMax range = curve.FindMinMax(nFirst, curve.GetCount());
-    return std::to_string(range.m_nMin) + " to " + std::to_string(range.m_nMax);
+/// The smallest and largest value at even or odd indices; none without such values.
+std::optional<RTMinMax> FindRange(const RTCurveOutline& curve, std::uint32_t nFirst) {
+    if (nFirst >= curve.m_nCount) return std::nullopt;
+    const RTExtremes& found = curve.m_foundExtremes;
+    return nFirst == 0 ? RTMinMax{found.m_nMinEven, found.m_nMaxEven}
+                       : RTMinMax{found.m_nMinOdd, found.m_nMaxOdd};
 }
 
-std::string DescribeMarkers(const RTCurveData& curve) {
+std::string DescribeRange(const std::optional<RTMinMax>& range) {
+    if (!range) return "none";
+    return std::to_string(range->m_nMin) + " to " + std::to_string(range->m_nMax);
+}
+
+std::string DescribeMarkers(const RTCurveOutline& curve) {
     std::string strMarkers;
     for (std::size_t nSlot = 0; nSlot < curve.m_anMarkers.size(); ++nSlot) {
         if (curve.m_anMarkers[nSlot] == -1) continue;
@@ -46,15 +52,16 @@ std::string DescribeMarkers(const RTCurveData& curve) {
     return strMarkers.empty() ? "none" : strMarkers;
 }
 
-std::string DescribeCurve(const RTCurveData& curve, std::size_t nNumber, std::uint16_t nValueRate) {
+std::string DescribeCurve(const RTCurveOutline& curve, std::size_t nNumber,
+                          std::uint16_t nValueRate) {
     char duration[32] = "unknown duration";
     if (const auto dSeconds = FindDuration(curve, nValueRate))
         std::snprintf(duration, sizeof duration, "%.6g s", *dSeconds);
-    return "    curve " + std::to_string(nNumber) + ": " + std::to_string(curve.GetCount()) +
-           " of " + std::to_string(curve.GetCapacity()) + " values, " + duration +
-           "\n      values at even indices: " + DescribeRange(curve, 0) +
-           "\n      values at odd indices: " + DescribeRange(curve, 1) +
-           "\n      pulse records: " + std::to_string(curve.GetPulses().GetCount()) +
+    return "    curve " + std::to_string(nNumber) + ": " + std::to_string(curve.m_nCount) + " of " +
+           std::to_string(curve.m_nCapacity) + " values, " + duration +
+           "\n      values at even indices: " + DescribeRange(FindRange(curve, 0)) +
+           "\n      values at odd indices: " + DescribeRange(FindRange(curve, 1)) +
+           "\n      pulse records: " + std::to_string(curve.m_nPulses) +
            "\n      markers: " + DescribeMarkers(curve) + "\n";
 }
 
@@ -76,76 +83,76 @@ Json ToJson(std::wstring strText) {
     return ToUtf8(strText);
 }
 
-Json RangeToJson(const RTCurveData& curve, std::uint32_t nFirst) {
-    if (nFirst >= curve.GetCount()) return nullptr;
-    const RTMinMax range = curve.FindMinMax(nFirst, curve.GetCount());
-    return {{"min", range.m_nMin}, {"max", range.m_nMax}};
+Json RangeToJson(const std::optional<RTMinMax>& range) {
+    if (!range) return nullptr;
+    return {{"min", range->m_nMin}, {"max", range->m_nMax}};
 }
 
-Json ToJson(const RTCurveData& curve, std::uint16_t nValueRate) {
-    const RTExtremes extremes = curve.GetExtremes();
-    return {{"values", curve.GetCount()},
-            {"capacity", curve.GetCapacity()},
+Json ToJson(const RTCurveOutline& curve, std::uint16_t nValueRate) {
+    const RTExtremes extremes = curve.m_extremes.value_or(curve.m_foundExtremes);
+    return {{"values", curve.m_nCount},
+            {"capacity", curve.m_nCapacity},
             {"seconds", SecondsToJson(FindDuration(curve, nValueRate))},
-            {"even", RangeToJson(curve, 0)},
-            {"odd", RangeToJson(curve, 1)},
+            {"even", RangeToJson(FindRange(curve, 0))},
+            {"odd", RangeToJson(FindRange(curve, 1))},
             {"stored_extremes",
              {{"max_even", extremes.m_nMaxEven},
               {"min_even", extremes.m_nMinEven},
               {"max_odd", extremes.m_nMaxOdd},
               {"min_odd", extremes.m_nMinOdd}}},
-            {"pulses", curve.GetPulses().GetCount()},
+            {"pulses", curve.m_nPulses},
             {"markers", curve.m_anMarkers},
             {"reserved", curve.m_wReserved}};
 }
 
 }  // namespace
 
-std::string DescribeCapture(const std::wstring& strPath, const RTCaptureFile& capture) {
+std::string DescribeCapture(const std::wstring& strPath, const RTCaptureOutline& capture) {
     const auto describe = [](const std::optional<std::uint8_t>& value) {
         return value ? std::to_string(*value) : std::string("not stored");
     };
     const RTScreenRecord& screen = capture.m_screen;
     std::string strText = MakePrintable(ToUtf8(strPath)) + "\n  version: screen " +
                           std::to_string(screen.m_nVersion) + ", curves " +
-                          std::to_string(capture.m_curves.m_byVersion) +
+                          std::to_string(capture.m_byVersion) +
                           "\n  mode: " + describe(screen.m_nMode) +
                           "\n  second input: " + describe(screen.m_nPositionInput) +
                           "\n  values per second: " + std::to_string(screen.m_nValueRate) +
                           "\n  second rate: " + std::to_string(screen.m_nAuxRate) +
                           "\n  spans: " + JoinSpans(capture.m_plots) + "\n";
     for (std::size_t k = 0; k < CRTCurves::CHANNEL_COUNT; ++k) {
-        const RTCurveList& list = capture.m_curves.m_lstCurves[k];
+        const auto& list = capture.m_lstCurves[k];
         strText += "  channel " + std::to_string(k + 1) + ": " +
                    (list.empty() ? "no" : std::to_string(list.size())) +
                    (list.size() == 1 ? " curve\n" : " curves\n");
         for (std::size_t n = 0; n < list.size(); ++n)
-            strText += DescribeCurve(*list[n], n + 1, screen.m_nValueRate);
+            strText += DescribeCurve(list[n], n + 1, screen.m_nValueRate);
     }
     if (capture.m_nBytesBehind > 0)
         strText += "  bytes behind the end: " + std::to_string(capture.m_nBytesBehind) + "\n";
     return strText;
 }
 
-std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureFile& capture,
+std::string DescribeCaptureAsJson(const std::wstring& strPath, const RTCaptureOutline& capture,
                                   const std::wstring& strError) {
     Json object{{"file", ToJson(strPath)},
                 {"complete", strError.empty()},
                 {"error", strError.empty() ? Json() : ToJson(strError)}};
-    if (!strError.empty() && !HasCurves(capture)) return object.dump();
+    if (!strError.empty() && !capture.HasCurves()) return object.dump();
 
     const RTScreenRecord& screen = capture.m_screen;
     object["screen_version"] = screen.m_nVersion;
-    object["curves_version"] = capture.m_curves.m_byVersion;
+    object["curves_version"] = capture.m_byVersion;
     object["mode"] = ToJson(screen.m_nMode);
     object["second_input"] = ToJson(screen.m_nPositionInput);
     object["value_rate"] = screen.m_nValueRate;
     object["second_rate"] = screen.m_nAuxRate;
     const auto spans = std::span(capture.m_plots.m_anSpans).first(capture.m_plots.m_nPlots);
     object["spans"] = std::vector(spans.begin(), spans.end());
-    for (const RTCurveList& list : capture.m_curves.m_lstCurves) {
+    for (const auto& list : capture.m_lstCurves) {
         Json curves = Json::array();
-        for (const auto& pCurve : list) curves.push_back(ToJson(*pCurve, screen.m_nValueRate));
+        for (const RTCurveOutline& curve : list)
+            curves.push_back(ToJson(curve, screen.m_nValueRate));
         object["channels"].push_back(std::move(curves));
     }
     object["bytes_behind"] = capture.m_nBytesBehind;

@@ -36,7 +36,7 @@ std::wstring FindInput(const std::wstring& strInput) {
 
 }  // namespace
 
-void ReadInput(const std::wstring& strPath, RTCaptureFile& capture) {
+void ReadInput(const std::wstring& strPath, CObject& capture) {
     CFile file;
     if (strPath == L"-")
         file.OpenStandardInput();

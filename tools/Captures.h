@@ -8,10 +8,11 @@
 #include "curves/CaptureFile.h"
 #include "platform/system/Exceptions.h"
 
-/// Reads a capture from a path, or from standard input for "-". What has no length (a pipe) is read
-/// to its end first. At an exception the capture holds what was read completely.
+/// Reads a capture (an RTCaptureFile, an RTCaptureOutline) from a path, or from standard input for
+/// "-". What has no length (a pipe) is read to its end first. At an exception the capture holds
+/// what was read completely.
 /// @throws CFileException, CArchiveException, CMemoryException
-void ReadInput(const std::wstring& strPath, RTCaptureFile& capture);
+void ReadInput(const std::wstring& strPath, CObject& capture);
 
 /// Whether a capture has any curve.
 bool HasCurves(const RTCaptureFile& capture);

@@ -68,6 +68,22 @@ void CArchive::EnsureRead(void* pBytes, std::size_t nCount) {
     if (Read(pBytes, nCount) != nCount) Throw(CArchiveException::endOfFile);
 }
 
+std::uint64_t CArchive::GetPosition() const {
+    return m_pFile->GetPosition() - (m_nFilled - m_nNext);
+}
+
+void CArchive::Seek(std::uint64_t nPosition) {
+    if (!IsLoading()) Throw(CArchiveException::writeOnly);
+    const std::uint64_t nBehind = m_pFile->GetPosition();
+    if (nPosition <= nBehind && nBehind - nPosition <= m_nFilled) {
+        m_nNext = m_nFilled - static_cast<std::size_t>(nBehind - nPosition);
+        return;
+    }
+    m_nNext = m_nFilled = 0;
+    m_pFile->Seek(nPosition);
+    if (nPosition > nBehind) Advance(nPosition - nBehind);
+}
+
 std::uint64_t CArchive::GetBytesLeft() const {
     const std::uint64_t nLength = m_pFile->GetLength();
     const std::uint64_t nPosition = m_pFile->GetPosition();
@@ -113,7 +129,7 @@ void CArchive::WriteFile(const void* pBytes, std::size_t nCount) {
     }
 }
 
-void CArchive::Advance(std::size_t nBytes) {
+void CArchive::Advance(std::uint64_t nBytes) {
     m_nDone += nBytes;
     if (m_pProgress && !m_pProgress->Advance(std::min(m_nDone, m_nTotal), m_nTotal))
         throw CUserException();

@@ -64,6 +64,15 @@ class PLATFORM_API CArchive {
     /// Reads exactly nCount bytes.
     void EnsureRead(void* pBytes, std::size_t nCount);
 
+    /// Where a loading archive stands in its file, in bytes from the beginning.
+    /// @throws CFileException for a file without a length (a pipe)
+    std::uint64_t GetPosition() const;
+
+    /// Goes on loading at another place of the file. What is passed over counts as done, and is not
+    /// read.
+    /// @throws CFileException as GetPosition
+    void Seek(std::uint64_t nPosition);
+
     /// How many bytes of the file a loading archive has not given out yet. A count found in the
     /// file that asks for more than this cannot be true. Asks the system each time.
     /// @throws CFileException for a file without a length (a pipe)
@@ -106,7 +115,7 @@ class PLATFORM_API CArchive {
     [[noreturn]] void Throw(CArchiveException::Cause cause) const;
     std::size_t ReadFile(void* pBytes, std::size_t nCount);
     void WriteFile(const void* pBytes, std::size_t nCount);
-    void Advance(std::size_t nBytes);
+    void Advance(std::uint64_t nBytes);
 
     CFile* m_pFile;
     Mode m_mode;

@@ -106,6 +106,10 @@ std::uint64_t CFile::GetLength() const {
     return static_cast<std::uint64_t>(status.st_size);
 }
 
+void CFile::Seek(std::uint64_t nPosition) {
+    if (::lseek(m_hFile, static_cast<off_t>(nPosition), SEEK_SET) < 0) ThrowError(errno);
+}
+
 void CFile::Flush() {
     if (const int nError = FlushDescriptor(m_hFile)) ThrowError(nError);
 }

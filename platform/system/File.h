@@ -49,6 +49,8 @@ class PLATFORM_API CFile {
 
     virtual std::uint64_t GetPosition() const;  ///< bytes from the beginning
     virtual std::uint64_t GetLength() const;
+    /// What is read or written next stands so many bytes from the beginning.
+    virtual void Seek(std::uint64_t nPosition);
 
     /// Returns when everything written has reached the disk. What has no disk (a pipe, a device) is
     /// left alone.

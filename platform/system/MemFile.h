@@ -16,6 +16,7 @@ class PLATFORM_API CMemFile : public CFile {
     void Write(const void* pBuffer, std::size_t nCount) override;
     std::uint64_t GetPosition() const override { return m_nPosition; }
     std::uint64_t GetLength() const override { return m_contents.size(); }
+    void Seek(std::uint64_t nPosition) override { m_nPosition = nPosition; }
     void Flush() override {}
     void Close() override {}
 

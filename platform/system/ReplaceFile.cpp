@@ -1,13 +1,19 @@
 #include "platform/system/ReplaceFile.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
 #include <random>
 #include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -83,6 +89,41 @@ std::string MakeTemporaryName() {
     return strName;
 }
 
+/// Makes a call that nothing can interrupt on a thread of its own and tells somebody meanwhile. A
+/// call that he does not want to wait for ends by itself.
+/// @return what the call has given, or none
+std::optional<int> CallShowing(IProgress& progress, std::function<int()> call) {
+    constexpr std::chrono::milliseconds SHOW_EVERY{20};
+    const auto spTask = std::make_shared<std::packaged_task<int()>>(std::move(call));
+    std::future<int> result = spTask->get_future();
+    try {
+        std::thread([spTask] { (*spTask)(); }).detach();
+    } catch (const std::system_error&) {
+        (*spTask)();
+    }
+    while (result.wait_for(SHOW_EVERY) != std::future_status::ready)
+        if (!progress.Advance(1, 1)) return std::nullopt;
+    return result.get();
+}
+
+/// As FlushDescriptor.
+/// @throws CUserException
+int FlushShowing(IProgress* pProgress, int hFile) {
+    if (!pProgress) return FlushDescriptor(hFile);
+    const auto spCopy = std::make_shared<CDescriptor>(::fcntl(hFile, F_DUPFD_CLOEXEC, 0));
+    if (!*spCopy) return errno;
+    const auto error = CallShowing(*pProgress, [spCopy] { return FlushDescriptor(spCopy->Get()); });
+    if (!error) throw CUserException();
+    return *error;
+}
+
+/// As FlushFolder. What is in place already is not given up any more.
+int FlushFolderShowing(IProgress* pProgress, const std::string& strFolder) {
+    if (!pProgress) return FlushFolder(strFolder);
+    const auto error = CallShowing(*pProgress, [strFolder] { return FlushFolder(strFolder); });
+    return error.value_or(0);
+}
+
 }  // namespace
 
 CReplaceFile::CReplaceFile(const std::wstring& strPath) {
@@ -146,8 +187,8 @@ void CReplaceFile::TakeOverAttributes(int hOldFile) {
     RetryInterrupted([&] { return ::fchmod(m_hFile, nMode); });
 }
 
-void CReplaceFile::Commit() {
-    Flush();
+void CReplaceFile::Commit(IProgress* pProgress) {
+    if (const int nError = FlushShowing(pProgress, m_hFile)) ThrowError(nError);
     if (m_strTemporary.empty()) {
         CFile::Close();
         return;
@@ -158,7 +199,7 @@ void CReplaceFile::Commit() {
         ThrowError(errno);
     m_strTemporary.clear();
     try {
-        if (const int nError = FlushFolder(GetFolder())) ThrowError(nError);
+        if (const int nError = FlushFolderShowing(pProgress, GetFolder())) ThrowError(nError);
         CFile::Close();
     } catch (CFileException& error) {
         error.m_strDetail = L"The new file is in place, but may be lost at a loss of power.";

@@ -5,6 +5,7 @@
 
 #include "platform/system/File.h"
 #include "platform/system/Interrupt.h"
+#include "platform/system/Progress.h"
 
 /// Writes a new version of a file beside the old one and puts it in its place in one step.
 ///
@@ -27,8 +28,11 @@ class PLATFORM_API CReplaceFile : public CFile {
     ~CReplaceFile() override;
 
     /// Puts the new file in the target's place, durably, and closes it. Called once, after the last
-    /// Write.
-    void Commit();
+    /// Write. The way to the disk may take seconds.
+    /// @param pProgress told of nothing but the end, again and again while the disk is waited for;
+    ///        may stop the wait until the new file is in place. Null: nobody
+    /// @throws also CUserException
+    void Commit(IProgress* pProgress = nullptr);
 
     /// Gives the new file up.
     void Close() override;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "acquisition/ObjRTGeneric.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/Panel.h"
 
 namespace {
@@ -37,7 +36,6 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
     m_panel.Run([this] { Capture(m_panel.m_queue); });
 
     const CRTCurves& curves = *m_session.m_spCurves;
-    EXPECT_EQ(curves.m_byVersion, 14);
     ASSERT_EQ(curves.m_lstCurves[0].size(), 1u);
     EXPECT_EQ(curves.FirstCurve(2), nullptr);
     const RTCurveData& first = *curves.FirstCurve(0);
@@ -46,7 +44,6 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
         ASSERT_EQ(pCurve->GetCount(), 3000u);
         EXPECT_EQ(pCurve->GetCapacity(), 3000u);
         EXPECT_EQ(pCurve->m_anMarkers[9], -1);
-        EXPECT_EQ(pCurve->m_wReserved, 0);
     }
     for (int n = 0; n < 1500; ++n) {
         ASSERT_EQ(first.GetValues()[2 * n], n);
@@ -61,16 +58,13 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
 
     const RTPulseList& pulses = second.GetPulses();
     ASSERT_EQ(pulses.GetCount(), 3u);
-    EXPECT_EQ(pulses.At(0), (RTPulse{1000, 1}));
-    EXPECT_EQ(pulses.At(1), (RTPulse{2000, 2}));
-    EXPECT_EQ(pulses.At(2), (RTPulse{3000, 2}));
+    const RTPulse aPulses[] = {{1000, 1}, {2000, 2}, {3000, 2}};
+    for (std::size_t n = 0; n < 3; ++n) EXPECT_EQ(pulses.At(n), aPulses[n]);
     EXPECT_EQ(pulses.FindPosition(3, 1001), 1u);
 
     EXPECT_FALSE(m_session.m_hReaderThread);
     EXPECT_EQ(m_session.m_bStopReader, 1);
     EXPECT_EQ(m_session.m_nChannels, 2);
-    EXPECT_EQ(m_session.m_nValueRate, 1000);
-    EXPECT_EQ(m_session.m_nAuxRate, 250);
     EXPECT_EQ(int{m_session.m_graph.m_nGraphRate}, 1000);
     EXPECT_EQ(int{m_session.m_graph.m_nRangeMin}, -5000);
     EXPECT_TRUE(IsAutoZoom(m_session.m_graph));
@@ -80,13 +74,8 @@ TEST_F(Host, ReadsCaptureSessionAndPlotsThroughThePublicHeaders) {
     EXPECT_EQ(plot.m_pGraph, &m_session.m_graph);
     EXPECT_EQ(plot.m_nChannel, 1);
     EXPECT_EQ(plot.m_nMode, 20);
-    EXPECT_EQ(plot.m_nViewStart, 0);
     EXPECT_EQ(plot.m_nViewEnd, 3000);
-    EXPECT_EQ(plot.m_nSpanValues, 3000);
-    EXPECT_EQ(plot.m_bZoomed, 0);
     EXPECT_EQ(plot.m_pColours->m_crBackground, RGB(192, 192, 192));
-    EXPECT_EQ(plot.GetTimeDistance(), 0);
-    EXPECT_EQ(plot.GetTriggerPercent(), 0);
     plot.m_nMarkerA = 2440;
     plot.m_nMarkerB = 400;
     plot.m_nTriggerLevel = 1299;

@@ -2,7 +2,6 @@
 // cancels.
 #include <gtest/gtest.h>
 
-#include "plugin/ScreenTemplate.h"
 #include "tests/screen/LanguagePanel.h"
 #include "tests/support/Clock.h"
 #include "tests/support/FileBytes.h"
@@ -20,9 +19,9 @@ TEST_P(Cancelled, LeavesNothingHalfDone) {
     LanguagePanel language(GetParam(), 1, 0);
     TestPanel& panel = *language.m_pPanel;
     const TemporaryFolder& folder = language.m_folder;
-    const std::vector<std::uint8_t> bytes = FileBytes::SmallCapture();
+    const FileBytes small{FileBytes::SmallCapture()};
     std::filesystem::create_directory(folder.GetPath() / "RealTimeFiles");
-    folder.Put("RealTimeFiles/small.rt3", {bytes.begin(), bytes.end()});
+    folder.Put("RealTimeFiles/small.rt3", small.Text());
     panel.m_pSession->m_nHostValueRate = 65535;
     panel.Run([&] {
         panel.Tap(IDC_START);
@@ -51,7 +50,8 @@ TEST_P(Cancelled, LeavesNothingHalfDone) {
         panel.Tap(IDC_SAVE);
         Operator::Type(L"small");
         cancel(1510, L"Save", enter);
-        EXPECT_EQ(folder.Get("RealTimeFiles/small.rt3").size(), bytes.size()) << "the old file";
+        EXPECT_EQ(folder.Get("RealTimeFiles/small.rt3").size(), small.m_bytes.size())
+            << "the old file";
 
         panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
         Operator::Type(folder.Path("out"));

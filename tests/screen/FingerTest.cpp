@@ -1,18 +1,13 @@
 // What an operator does with a finger on the screen: zoom band, markers, trigger level, entries.
 #include <gtest/gtest.h>
 
-#include "plugin/ScreenTemplate.h"
 #include "tests/support/Panel.h"
 #include "ui/BarMessages.h"
-#include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
-#include "ui/DlgSettings.h"
 
 namespace {
 
-using Bar = CDlgBarInfo;
 using Menu = CDlgBarMainMenu;
-using Settings = CDlgSettings;
 
 /// A screen with one idle capture of 98,400 values: its plot is 698 pixels wide, so 656 pixels
 /// stand for the capture and one pixel for exactly 150 values.
@@ -31,9 +26,10 @@ class FingerTest : public ::testing::Test {
         ASSERT_DOUBLE_EQ(Plot().m_dXScale, 1.0 / 150);
     }
 
-    void ExpectView(int nStart, int nEnd) {
+    void ExpectView(int nStart, int nEnd, bool bZoomed = true) {
         EXPECT_EQ(Plot().m_nViewStart, nStart);
         EXPECT_EQ(Plot().m_nViewEnd, nEnd);
+        EXPECT_EQ(Plot().m_bZoomed, bZoomed);
     }
     TestPanel m_panel{1, 1};
 };
@@ -44,14 +40,11 @@ TEST_F(FingerTest, ZoomsToABandOfEitherQuantity) {
     m_panel.Run([&] {
         Capture();
         m_panel.TapPlot(340, 344);  // just below the plot
-        EXPECT_EQ(Plot().m_bZoomed, 0);
+        ExpectView(0, 98400, false);
         m_panel.Drag(340, 640);
         ExpectView(45000, 90000);
-        EXPECT_EQ(Plot().m_bZoomed, 1);
-
         m_panel.Tap(IDC_ZOOM_ALL);
-        ExpectView(0, 98400);
-        EXPECT_EQ(Plot().m_bZoomed, 0);
+        ExpectView(0, 98400, false);
         ASSERT_TRUE(m_panel.Select(IDC_DISPLAY_LIST, L"Position"));
         m_panel.Drag(340, 640);
         ExpectView(45001, 90000);
@@ -123,7 +116,6 @@ TEST_F(FingerTest, EveryOtherButtonAndMessage) {
         m_panel.TapBar(Menu::ID_PASS_OUTPUT);
         ASSERT_EQ(m_panel.m_view.m_images.size(), 1u);
         EXPECT_EQ(m_panel.m_view.m_images[0].substr(0, 5), std::string("\x27\x01\x29\x03\x00", 5));
-        EXPECT_EQ(m_panel.m_view.m_images[0].size(), 44u);
         EXPECT_FALSE(m_panel.TapBar(Menu::ID_TOOLS)) << "it is hidden";
         m_panel.TapBar(Menu::ID_EXPORT_CSV);  // nothing to export: no dialog
         EXPECT_EQ(Operator::ModalWindow(), m_panel.m_pDialog.get());

@@ -2,8 +2,8 @@
 // in English and in a language whose texts are their string numbers.
 #include <gtest/gtest.h>
 
+#include "platform/system/NamedMutex.h"
 #include "platform/windows/DialogLook.h"
-#include "plugin/ScreenTemplate.h"
 #include "tests/screen/LanguagePanel.h"
 #include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
@@ -14,6 +14,8 @@
 namespace {
 
 using enum ControlKind;
+using Operator::Key;
+using Operator::PressKey;
 
 /// A control as it has to look; the item's text is the English one.
 struct Row {
@@ -24,16 +26,11 @@ struct Row {
 };
 
 struct Look {
-    int cx, cy;
-    const wchar_t* m_pFont;
-    int m_nPoints;
+    DialogTemplate m_dialog;  ///< without its controls
     std::vector<Row> m_rows;
 };
 
-const Look SCREEN{530,
-                  280,
-                  L"MS Shell Dlg",
-                  8,
+const Look SCREEN{{0, L"", 530, 280, L"MS Shell Dlg", 8, {}},
                   {{{1016, DropDownList, L"", 7, 4, 94, 30}, -1, 18},
                    {{1020, StyledButton, L"Sample Time:", 107, 3, 103, 24}, 1514, 18},
                    {{1005, Edit, L"3", 212, 12, 29, 14, CS_BORDER}, -1, 14},
@@ -53,10 +50,7 @@ const Look SCREEN{530,
                    {{1011, StaticFrame, L"", 58, 30, 465, 211, CS_HIDDEN}},
                    {{1050, StaticFrame, L"", 58, 30, 465, 211, CS_HIDDEN}}}};
 
-const Look MAIN_MENU{470,
-                     38,
-                     L"MS Shell Dlg",
-                     8,
+const Look MAIN_MENU{{0, L"", 470, 38, L"MS Shell Dlg", 8, {}},
                      {{{2, PushButton, L"&Info", 64, 4, 44, 29}, 1512},
                       {{1203, PushButton, L"&Tools", 129, 4, 44, 29, CS_HIDDEN}},
                       {{1047, PushButton, L"Export to csv...", 194, 4, 83, 29}, 1533},
@@ -64,10 +58,7 @@ const Look MAIN_MENU{470,
                       {{1, StyledButton, L"", 419, 4, 44, 29}, -1, 0, 154}}};
 
 const Look INFO{
-    470,
-    38,
-    L"MS Shell Dlg",
-    8,
+    {0, L"", 470, 38, L"MS Shell Dlg", 8, {}},
     {{{1032, Static, L"Time Marker (Information only)", 48, 0, 174, 15, CS_CENTER}, 1518},
      {{1028, PushButton, L"A", 37, 11, 36, 18}},
      {{1027, PushButton, L"B", 88, 11, 36, 18}},
@@ -81,10 +72,7 @@ const Look INFO{
      {{1013, PushButton, L"Clear", 345, 15, 42, 14}, 1507},
      {{1036, StyledButton, L"", 419, 4, 44, 29}, -1, 0, 154}}};
 
-const Look SETTINGS{188,
-                    101,
-                    L"Microsoft Sans Serif",
-                    12,
+const Look SETTINGS{{0, L"", 188, 101, L"Microsoft Sans Serif", 12, {}},
                     {{{1049, Static, L"Auto zoom", 7, 16, 35, 8}},
                      {{1222, StyledButton, L"", 45, 10, 15, 14}, -1, 0, 366},
                      {{1045, Static, L"Graph range (mv)", 7, 39, 57, 8}, 1516},
@@ -93,10 +81,7 @@ const Look SETTINGS{188,
                      {{1044, PushButton, L"5000", 116, 33, 41, 14}},
                      {{1, StyledButton, L"", 153, 75, 28, 19}, -1, 0, 154}}};
 
-const Look FILE_LIST{189,
-                     149,
-                     L"Microsoft Sans Serif",
-                     16,
+const Look FILE_LIST{{0, L"", 189, 149, L"Microsoft Sans Serif", 16, {}},
                      {{{1123, Static, L"Select Real Time file to open", 6, 6, 150, 8}, 1523},
                       {{1135, ListBox, L"", 6, 17, 150, 102}, -1, 18},
                       {{1138, StyledButton, L"", 162, 18, 21, 21}, -1, 0, 5052},
@@ -108,10 +93,7 @@ const Look FILE_LIST{189,
 /// A message box of some buttons.
 Look MessageBox(const wchar_t* pText, UINT nStyle, std::set<int> shown) {
     const auto hidden = [&](int nID) -> UINT { return shown.contains(nID) ? CS_NONE : CS_HIDDEN; };
-    return {241,
-            139,
-            L"MS Shell Dlg",
-            8,
+    return {{0, L"", 241, 139, L"MS Shell Dlg", 8, {}},
             {{{1113, Static, pText, 7, 8, 222, 78, nStyle}, -1, -20},
              {{1, StyledButton, L"", 24, 93, 50, 42, hidden(1)}, -1, 0, 368},
              {{7, StyledButton, L"", 94, 93, 50, 42, hidden(7)}, -1, 0, 375},
@@ -119,21 +101,18 @@ Look MessageBox(const wchar_t* pText, UINT nStyle, std::set<int> shown) {
              {{3, StyledButton, L"", 93, 93, 50, 42, hidden(3)}, -1, 0, 368}}};
 }
 
-bool ShowsTheSame(const CWnd& one, const CWnd& other) {
-    return Operator::TakePicture(one).EncodePng() == Operator::TakePicture(other).EncodePng();
-}
-
 /// Compares a dialog with one that is made from the look alone.
 void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
     Operator::Ask([&] {
         std::vector<DialogItem> items;
         for (const Row& row : look.m_rows) items.push_back(row.m_item);
-        const DialogTemplate model{0, L"", look.cx, look.cy, look.m_pFont, look.m_nPoints, items};
+        DialogTemplate model = look.m_dialog;
+        model.m_items = items;
         CDialog reference(model);
         reference.Create(nullptr);
         EXPECT_EQ(dialog.GetClientRect(), reference.GetClientRect());
         dialog.SetFocus();  // takes it from the controls
-        const CSize units = DialogBaseUnits(look.m_pFont, look.m_nPoints);
+        const CSize units = DialogBaseUnits(model.m_pFontFace, model.m_nPointSize);
         for (const auto& [item, nString, nPoints, nPicture] : look.m_rows) {
             SCOPED_TRACE(item.m_nID);
             CWnd* pControl = dialog.GetControl(item.m_nID);
@@ -167,7 +146,8 @@ void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
             if (nPicture) CButtonPictures().SetOn(reference, item.m_nID, nPicture);
             if (nPicture == PICTURE_CHECKED) static_cast<CButton*>(pModel)->SetCheck(true);
             pModel->EnableWindow(pControl->IsWindowEnabled());
-            EXPECT_TRUE(ShowsTheSame(*pControl, *pModel));
+            EXPECT_TRUE(Operator::TakePicture(*pControl).EncodePng() ==
+                        Operator::TakePicture(*pModel).EncodePng());
         }
     });
 }
@@ -210,10 +190,10 @@ TEST_P(Language, IsThatOfEveryControlAndWindow) {
         }
         panel.Tap(IDC_SAMPLE_TIME);
         title(1534, L"Enter sample time (1-60 seconds)");
-        Operator::PressKey(Operator::Key::Escape);
+        PressKey(Key::Escape);
         panel.Tap(IDC_TRIGGER);
         EXPECT_TRUE(AwaitModal(language.Text(1524, L"Enter sample Trigger") + L" (0-99.9%)"));
-        Operator::PressKey(Operator::Key::Escape);
+        PressKey(Key::Escape);
 
         panel.Tap(IDC_SETTINGS);
         title(1511, L"Settings");
@@ -229,25 +209,24 @@ TEST_P(Language, IsThatOfEveryControlAndWindow) {
         const std::wstring strRange =
             language.Text(1093, L"Parameter must be within range") + L": -20000 to 70000";
         ExpectLook(*Operator::ModalWindow(), MessageBox(strRange.c_str(), CS_CENTER, {3}), false);
-        Operator::PressKey(Operator::Key::Enter);
-        Operator::PressKey(Operator::Key::Escape);
+        for (const Key key : {Key::Enter, Key::Escape}) PressKey(key);
 
         panel.Tap(IDC_SAVE);
         title(1522, L"Real Time file name");
-        Operator::PressKey(Operator::Key::Enter);
+        PressKey(Key::Enter);
         EXPECT_NE(
             Operator::ModalText().find(language.Text(154, L"Error: Blank value not supported.")),
             std::wstring::npos);
         Operator::Type(L"..");
-        Operator::PressKey(Operator::Key::Enter);
+        PressKey(Key::Enter);
         title(1094, L"Data Error");
-        Operator::PressKey(Operator::Key::Enter);
+        PressKey(Key::Enter);
 
         panel.Tap(IDC_LOAD);
         title(1509, L"Load");
         ExpectLook(*Operator::ModalWindow(), FILE_LIST, GetParam());
         Operator::Select(*Operator::ModalWindow()->GetControl(CDlgListFiles::ID_FILES), L"a");
-        Operator::PressKey(Operator::Key::Escape);
+        PressKey(Key::Escape);
         title(2004, L"Real Time Mode");
     });
 }
@@ -306,15 +285,38 @@ TEST_P(Language, IsThatOfTheListsOfEveryMode) {
     }
 }
 
-TEST(MessageBoxLook, HasTheButtonsThatAreAskedFor) {
+TEST(MessageBoxLook, HasTheButtonsThatAreAskedForAndEndsWithThem) {
     for (const auto& [nButtons, shownIDs] : {std::pair<BYTE, std::set<int>>{BIGBTN_OK_CENTRE, {3}},
                                              {BIGBTN_OK | BIGBTN_CANCEL, {1, 2}},
                                              {BIGBTN_OK | BIGBTN_NO | BIGBTN_CANCEL, {1, 7, 2}},
-                                             {0, {}}}) {
-        CBigMessageBox box;
-        box.m_nButtons = nButtons;
-        box.m_strMessage = L"Hello\nthere";
-        const Look look = MessageBox(L"Hello\nthere", CS_NONE, shownIDs);
-        RunModal(box, [&] { ExpectLook(box, look, false); });
-    }
+                                             {0, {}}})
+        for (const int nTapped : {0, 1, 2, 3, 7}) {  // 0: the Enter key
+            CBigMessageBox box;
+            box.m_nButtons = nButtons;
+            box.m_strMessage = L"Hello\nthere";
+            const Look look = MessageBox(L"Hello\nthere", CS_NONE, shownIDs);
+            const bool bEnds = nTapped ? shownIDs.contains(nTapped) : !shownIDs.empty();
+            const int nResult = RunModal(box, [&] {
+                ExpectLook(box, look, false);
+                if (nTapped)
+                    EXPECT_EQ(Operator::Tap(box, nTapped), bEnds);
+                else
+                    PressKey(Key::Enter);
+                EXPECT_EQ(Operator::ModalWindow() != &box, bEnds);
+                if (!bEnds) PressKey(Key::Escape);
+            });
+            EXPECT_EQ(nResult, !bEnds ? 2 : nTapped % 3 ? nTapped : 1);
+        }
+}
+
+TEST(MessageBoxLook, HasItsTextsAndHoldsTheMutexWhileItIsOpen) {
+    constexpr const wchar_t* NAME = L"StrovaneBigMessageBox";
+    Operator::CScript script([&] {
+        EXPECT_TRUE(AwaitModal(L"Title"));
+        EXPECT_TRUE(CNamedMutex::Exists(NAME));
+        EXPECT_EQ(Operator::ModalText(), L"Text");
+        Operator::Tap(*Operator::ModalWindow(), IDNO);
+    });
+    EXPECT_EQ(ShowBigMessageBox(L"Title", L"Text", BIGBTN_NO, true), IDNO);
+    EXPECT_FALSE(CNamedMutex::Exists(NAME));
 }

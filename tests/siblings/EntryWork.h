@@ -36,11 +36,8 @@ inline void Tap(std::initializer_list<int> keys) {
 }
 
 inline void Select(int nStart, int nEnd) {
-    const CWnd& window = FrontWindow();
-    Operator::Ask([&] {
-        CWnd* pEdit = window.GetControl(CEntryWindow::ID_ENTRY);
-        dynamic_cast<CEdit&>(*pEdit).SetSelection(nStart, nEnd);
-    });
+    CWnd* pEdit = FrontWindow().GetControl(CEntryWindow::ID_ENTRY);
+    Operator::Ask([&] { dynamic_cast<CEdit&>(*pEdit).SetSelection(nStart, nEnd); });
 }
 
 struct Outcome {
@@ -67,8 +64,7 @@ int WorkEntry(const char* pName, const std::function<void()>& script, Arguments.
 }
 
 inline Outcome EnterText(const std::wstring& strInitial, const std::function<void()>& script) {
-    const std::wstring strError = L"No name given";
-    const std::wstring strTitle = L"Real Time file name";
+    const std::wstring strError = L"No name given", strTitle = L"Real Time file name";
     Outcome outcome{0, strInitial, 0.0};
     unsigned char flags[3] = {};
     outcome.m_nResult =

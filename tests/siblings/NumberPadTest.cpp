@@ -26,21 +26,16 @@ TEST(NumberPad, OnlyNumbersAreTypedWithTheDecimalsOfTheOption) {
 }
 
 TEST(NumberPad, TheFirstKeyReplacesTheInitialNumberUnlessThatIsEdited) {
-    const auto backspace = [] { Tap({CEntryWindow::ID_BACKSPACE}); };
-    const auto backspaceKey = [] { Operator::PressKey(Key::Backspace); };
-    const auto place = [] { Select(4, 4); };
-    const auto nothing = [] {};
     const std::tuple<std::function<void()>, bool, const wchar_t*> cases[] = {
-        {nothing, false, L"7"},     {nothing, true, L"7"},         {backspace, false, L"5007"},
-        {backspace, true, L"5007"}, {backspaceKey, true, L"5007"}, {place, false, L"50007"},
-    };
+        {[] {}, false, L"7"},
+        {[] {}, true, L"7"},
+        {[] { Tap({CEntryWindow::ID_BACKSPACE}); }, false, L"5007"},
+        {[] { Operator::PressKey(Key::Backspace); }, true, L"5007"},
+        {[] { Select(4, 4); }, false, L"50007"}};
     for (const auto& [edit, bTyped, pText] : cases) {
         const Outcome outcome = EnterNumber(L"5000", 1, [&] {
             edit();
-            if (bTyped)
-                Operator::Type(L"7");
-            else
-                Tap({L"7"});
+            bTyped ? Operator::Type(L"7") : Tap({L"7"});
             Tap({IDOK});
         });
         EXPECT_EQ(outcome.m_strText, pText);

@@ -17,7 +17,7 @@ namespace {
 
 /// What a control says of itself; nothing where there is no such control.
 template <class Result>
-Result AskControl(const CWnd& dialog, int nID, Result (CWnd::*get)() const) {
+Result Ask(const CWnd& dialog, int nID, Result (CWnd::*get)() const) {
     Result result{};
     Operator::Ask([&] {
         if (const CWnd* pControl = dialog.GetControl(nID)) result = (pControl->*get)();
@@ -27,17 +27,11 @@ Result AskControl(const CWnd& dialog, int nID, Result (CWnd::*get)() const) {
 
 }  // namespace
 
-std::wstring TextOf(const CWnd& dialog, int nID) {
-    return AskControl(dialog, nID, &CWnd::GetWindowText);
-}
+std::wstring TextOf(const CWnd& dialog, int nID) { return Ask(dialog, nID, &CWnd::GetWindowText); }
 
-bool IsVisible(const CWnd& dialog, int nID) {
-    return AskControl(dialog, nID, &CWnd::IsWindowVisible);
-}
+bool IsVisible(const CWnd& dialog, int nID) { return Ask(dialog, nID, &CWnd::IsWindowVisible); }
 
-bool IsEnabled(const CWnd& dialog, int nID) {
-    return AskControl(dialog, nID, &CWnd::IsWindowEnabled);
-}
+bool IsEnabled(const CWnd& dialog, int nID) { return Ask(dialog, nID, &CWnd::IsWindowEnabled); }
 
 bool AwaitModal(const std::wstring& strTitle) {
     return Operator::WaitUntil([&] { return Operator::ModalTitle() == strTitle; }, 5000);

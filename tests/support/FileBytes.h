@@ -8,6 +8,7 @@
 struct FileBytes {
     std::vector<std::uint8_t> m_bytes;
 
+    std::string Text() const { return {m_bytes.begin(), m_bytes.end()}; }
     FileBytes& Number(std::int64_t nValue, int nSize) {
         for (int n = 0; n < nSize; ++n)
             m_bytes.push_back(static_cast<std::uint8_t>(nValue >> (8 * n)));
@@ -20,14 +21,11 @@ struct FileBytes {
     /// Screen record of version 4 and three spans.
     FileBytes& Head() { return Long(4).Byte(1).Byte(0).Word(40000).Word(20000).Spans({4, 1, 1}); }
     FileBytes& Spans(const std::vector<std::int32_t>& anSpans) {
-        Byte(static_cast<std::int64_t>(anSpans.size()));
-        for (const std::int32_t nSpan : anSpans) Long(nSpan);
-        return *this;
+        return Byte(static_cast<std::int64_t>(anSpans.size())).Longs(anSpans);
     }
     FileBytes& Values(const std::vector<int>& anValues) {
         Word(0x5A5A).Long(static_cast<std::int64_t>(anValues.size())).Long(1000);
-        for (const int nValue : anValues) Word(nValue);
-        return *this;
+        return Words(anValues);
     }
     FileBytes& Pulses(const std::vector<std::pair<int, int>>& pulses) {
         Long(static_cast<std::int64_t>(pulses.size()));
@@ -43,24 +41,11 @@ struct FileBytes {
         return *this;
     }
 
-    /// 112 bytes, written out by hand: one curve 100, -200, 300, -50 on channel 0, one pulse.
+    /// 112 bytes: one curve 100, -200, 300, -50 on channel 0, one pulse.
     static std::vector<std::uint8_t> SmallCapture() {
-        // clang-format off
-        return {
-            0x04, 0, 0, 0,                                   // screen record version
-            0x01, 0x00, 0x40, 0x9C, 0x20, 0x4E,              // mode, second input, rates
-            0x03, 4, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0,        // spans
-            0x0E, 0x03, 1, 0, 0, 0,                          // version, channels, curves
-            0, 0, 4, 0, 0, 0, 4, 0, 0, 0,                    // reserved, count, capacity
-            0x64, 0x00, 0x38, 0xFF, 0x2C, 0x01, 0xCE, 0xFF,  // values
-            1, 0, 0, 0, 4, 0, 0, 0, 5,                       // pulses
-            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,      // markers
-            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
-            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
-            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
-            0xCE, 0xFF, 0x38, 0xFF, 0x2C, 0x01, 0x64, 0x00,  // extremes
-            0, 0, 0, 0, 0, 0, 0, 0,                          // no curves on channels 1 and 2
-        };
-        // clang-format on
+        FileBytes bytes;
+        bytes.Head().Byte(14).Byte(3).Long(1).Word(0).Long(4).Long(4).Words({100, -200, 300, -50});
+        bytes.Pulses({{4, 5}}).Longs(std::vector(10, -1)).Words({-50, -200, 300, 100});
+        return bytes.Longs({0, 0}).m_bytes;
     }
 };

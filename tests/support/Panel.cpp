@@ -3,8 +3,6 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "plugin/ScreenTemplate.h"
-
 std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
                                       const std::vector<std::int16_t>& values) {
     std::vector<std::uint8_t> payload{0, byState, static_cast<std::uint8_t>(values.size() >> 8),
@@ -49,8 +47,6 @@ TestPanel::TestPanel(std::uint8_t nMode, std::uint8_t nPositionInput)
     m_pSession->m_nHostAuxRate = 20000;
 }
 
-TestPanel::~TestPanel() { m_pDialog.reset(); }
-
 void TestPanel::Run(const std::function<void()>& script) {
     RunUntilClosed([&] {
         script();
@@ -67,32 +63,15 @@ void TestPanel::RunUntilClosed(const std::function<void()>& script) {
     running.Join();
 }
 
-CWnd* TestPanel::BarControl(int nID) {
+CWnd* TestPanel::Control(int nID) {
     CWnd* pControl = nullptr;
-    Operator::Ask([&] {
-        if (CWnd* pBar = m_pDialog->GetControl(IDC_BAR)) pControl = pBar->GetControl(nID);
-    });
+    Operator::Ask([&] { pControl = m_pDialog->GetControl(nID); });
     return pControl;
 }
 
 bool TestPanel::TapBar(int nID) {
-    CWnd* pControl = BarControl(nID);
-    return pControl && Operator::Tap(*pControl);
-}
-
-std::wstring TestPanel::BarText(int nID) {
-    const CWnd* pControl = BarControl(nID);
-    std::wstring strText = L"(none)";
-    Operator::Ask([&] {
-        if (pControl) strText = pControl->GetWindowText();
-    });
-    return strText;
-}
-
-bool TestPanel::Select(int nList, const std::wstring& strText) {
-    const CWnd* pList = nullptr;
-    Operator::Ask([&] { pList = m_pDialog->GetControl(nList); });
-    return pList && Operator::Select(*pList, strText);
+    const CWnd* pBar = Control(IDC_BAR);
+    return pBar && Operator::Tap(*pBar, nID);
 }
 
 CPoint TestPanel::AtPlot(int x, int y) {
@@ -111,7 +90,6 @@ void TestPanel::TapPlot(int x, int y) {
 
 void TestPanel::Drag(int xFrom, int xTo) {
     Operator::Press(*m_pDialog, AtPlot(xFrom, 100));
-    Operator::MoveTo(*m_pDialog, AtPlot((xFrom + xTo) / 2, 110));
     Operator::MoveTo(*m_pDialog, AtPlot(xTo, 120));
     Operator::Release(*m_pDialog, AtPlot(xTo, 120));
 }

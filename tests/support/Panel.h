@@ -13,6 +13,7 @@
 #include "platform/windows/Application.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
+#include "plugin/ScreenTemplate.h"
 #include "tests/support/Controls.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -38,7 +39,6 @@ class TestPanel {
   public:
     /// @param nMode, nPositionInput the instrument's mode and kind of second input
     explicit TestPanel(std::uint8_t nMode = 1, std::uint8_t nPositionInput = 0);
-    ~TestPanel();
 
     /// Runs the screen with a script beside it, and closes it when the script ends.
     void Run(const std::function<void()>& script);
@@ -50,13 +50,15 @@ class TestPanel {
     bool IsEnabled(int nID) { return ::IsEnabled(*m_pDialog, nID); }
     bool IsVisible(int nID) { return ::IsVisible(*m_pDialog, nID); }
     std::wstring TextOf(int nID) { return ::TextOf(*m_pDialog, nID); }
-    /// A control of whichever bar is shown; null when it has none of that id.
-    CWnd* BarControl(int nID);
-    bool TapBar(int nID);
-    std::wstring BarText(int nID);
     bool Tap(int nID) { return Operator::Tap(*m_pDialog, nID); }
+    CWnd* Control(int nID);
+    /// Of whichever bar is shown.
+    bool TapBar(int nID);
+    std::wstring BarText(int nID) { return ::TextOf(*Control(IDC_BAR), nID); }
     /// Picks an item of one of the screen's two lists.
-    bool Select(int nList, const std::wstring& strText);
+    bool Select(int nList, const std::wstring& strText) {
+        return Operator::Select(*Control(nList), strText);
+    }
     /// A point of the plots, which all stand at one place, in the screen's client area.
     CPoint AtPlot(int x, int y);
     void TapPlot(int x, int y = 100);

@@ -8,13 +8,9 @@
 /// A run-time folder, a settings folder and a temporary folder of the program's own while this
 /// lives: programs that run at the same time do not see each other's named mutexes, and nothing is
 /// left with the user. To be made first in main.
-class TestSurroundings {
-  public:
+struct TestSurroundings : private TemporaryFolder {
     TestSurroundings() {
         for (const char* pName : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "TMPDIR"})
-            ::setenv(pName, m_folder.GetPath().c_str(), 1);
+            ::setenv(pName, GetPath().c_str(), 1);
     }
-
-  private:
-    const TemporaryFolder m_folder;
 };

@@ -55,7 +55,10 @@ SYSTEM_CALL int fchmod(int hFile, mode_t nMode) noexcept {
 SYSTEM_CALL ssize_t write(int hFile, const void* pBytes, std::size_t nCount) {
     return Call("write", SYS_write, hFile, pBytes, nCount);
 }
-SYSTEM_CALL int fsync(int hFile) { return Call("fsync", SYS_fsync, hFile); }
+SYSTEM_CALL int fsync(int hFile) {
+    if (g_beforeFlush) g_beforeFlush();
+    return Call("fsync", SYS_fsync, hFile);
+}
 SYSTEM_CALL int rename(const char* pOld, const char* pNew) noexcept {
     return Call("rename", SYS_renameat2, AT_FDCWD, pOld, AT_FDCWD, pNew, 0);
 }

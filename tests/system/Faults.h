@@ -1,6 +1,7 @@
 // System calls that a signal interrupts, or that fail.
 #pragma once
 
+#include <functional>
 #include <string>
 
 /// While it lives, one of this thread's calls of open, flock, fchown, fchmod, write, fsync, rename
@@ -18,3 +19,6 @@ struct Fault {
     int m_nCallsBefore;
     int m_nError;
 };
+
+/// While it is set, called by every thread in front of its fsync.
+inline std::function<void()> g_beforeFlush;

@@ -1,9 +1,11 @@
 // Saves that fail, are cancelled or are killed leave the old file whole and nothing beside it.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <grp.h>
 #include <sys/stat.h>
+#include <thread>
 
 #include "platform/system/ReplaceFile.h"
 #include "tests/support/TemporaryFolder.h"
@@ -29,6 +31,40 @@ TEST(ReplaceFile, RefusesWhatCannotBeWritten) {
     EXPECT_EQ(folder.CountEntries(), 1u);
     // A device is written directly. Never committed: a fault here would replace the machine's own.
     EXPECT_EQ(FindError([] { CReplaceFile(L"/dev/full").Write("x", 1); }).first, ENOSPC);
+}
+
+TEST(ReplaceFile, TellsOfTheWayToTheDiskAndCanBeStoppedOnIt) {
+    struct Progress final : IProgress {
+        bool Advance(std::uint64_t, std::uint64_t) override {
+            ++m_nTold;
+            return m_bGoOn;
+        }
+        std::atomic<int> m_nTold{0};
+        bool m_bGoOn = true;
+    } progress;
+    const TemporaryFolder folder;
+    folder.Put("a", "old");
+    std::atomic<int> nFlushed{0};
+    const auto save = [&](int nTimesTold) {
+        // The disk takes until somebody has been told so many times more.
+        g_beforeFlush = [&, nWanted = progress.m_nTold + nTimesTold] {
+            while (progress.m_nTold < nWanted) std::this_thread::yield();
+            ++nFlushed;
+        };
+        CReplaceFile file(folder.Path("a"));
+        file.Write("new", 3);
+        file.Commit(&progress);
+    };
+    progress.m_bGoOn = false;
+    EXPECT_THROW(save(1), CUserException);
+    EXPECT_EQ(folder.Get("a"), "old");
+    EXPECT_EQ(folder.CountEntries(), 1u);
+    while (nFlushed == 0) std::this_thread::yield();
+    progress.m_bGoOn = true;
+    save(3);
+    EXPECT_EQ(folder.Get("a"), "new");
+    EXPECT_EQ(nFlushed, 3) << "file and folder";
+    g_beforeFlush = nullptr;
 }
 
 TEST(ReplaceFile, KeepsPermissionsAndLinks) {

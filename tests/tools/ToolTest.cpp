@@ -33,10 +33,11 @@ class Tool : public ::testing::Test {
         return {bytes.m_bytes.begin(), bytes.m_bytes.end()};
     }
 
-    /// A version-14 curve with a pulse, two markers and extremes of its own.
-    static FileBytes& AddCurve(FileBytes& bytes, const std::vector<int>& values) {
+    /// A version-14 curve with a pulse, two markers and extremes of its own; all 0: not computed.
+    static FileBytes& AddCurve(FileBytes& bytes, const std::vector<int>& values,
+                               const std::vector<int>& extremes = {12, 11, 14, 13}) {
         bytes.Values(values).Pulses({{4, 5}}).Longs({-1, 3, -1, -1, -1, -1, -1, -1, -1, 7});
-        return bytes.Words({11, 12, 13, 14});
+        return bytes.Words(extremes);
     }
 
     /// One curve on channel 1, two on channel 2, and five bytes behind the end.
@@ -44,7 +45,7 @@ class Tool : public ::testing::Test {
         FileBytes bytes;
         bytes.Long(4).Byte(3).Byte(2).Word(32000).Word(8000).Spans({8, 6, 1}).Byte(14).Byte(3);
         AddCurve(bytes.Long(1), {100, -200, 300, 5, 7});
-        AddCurve(AddCurve(bytes.Long(2), {}), {1500, -32768, 32767, -1});
+        AddCurve(AddCurve(bytes.Long(2), {}), {1500, -32768, 32767, -1}, {0, 0, 0, 0});
         return Text(bytes.Long(0)) + "12345";
     }
 
@@ -116,8 +117,8 @@ TEST_F(Tool, SaysWhatEachCaptureHolds) {
   spans: 8 6 1
   channel 1: 1 curve
     curve 1: 5 of 1000 values, 0.00015625 s
-      values at even indices: 7 to 300
-      values at odd indices: -200 to 5
+      values at even indices: 13 to 14
+      values at odd indices: 11 to 12
       pulse records: 1
       markers: 1 at 3, 9 at 7
   channel 2: 2 curves
@@ -160,18 +161,20 @@ TEST_F(Tool, SaysItAsJsonForEveryFileOnALineOfItsOwn) {
     const Result result = Run("$RT3 info --json two.rt3 q*.rt3 stump");
     EXPECT_EQ(result.m_nExitCode, 1);
     EXPECT_EQ(result.m_strErr, "rt3: stump: The file ends too early.\n");
-    const std::string strRest =
-        R"("stored_extremes":{"max_even":13,"min_even":14,"max_odd":11,"min_odd":12},"pulses":1,)"
-        R"("markers":[-1,3,-1,-1,-1,-1,-1,-1,-1,7],"reserved":23130})";
+    const std::string strRest = R"("pulses":1,)"
+                                R"("markers":[-1,3,-1,-1,-1,-1,-1,-1,-1,7],"reserved":23130})";
     EXPECT_EQ(
         result.m_strOut,
         R"({"file":"two.rt3","complete":true,"error":null,"screen_version":4,"curves_version":14,)"
         R"("mode":3,"second_input":2,"value_rate":32000,"second_rate":8000,"spans":[8,6,1],)"
         R"("channels":[[{"values":5,"capacity":1000,"seconds":0.00015625,)"
-        R"("even":{"min":7,"max":300},"odd":{"min":-200,"max":5},)" +
+        R"("even":{"min":13,"max":14},"odd":{"min":11,"max":12},)"
+        R"("stored_extremes":{"max_even":14,"min_even":13,"max_odd":12,"min_odd":11},)" +
             strRest + R"(],[{"values":0,"capacity":1000,"seconds":0,"even":null,"odd":null,)" +
+            R"("stored_extremes":{"max_even":14,"min_even":13,"max_odd":12,"min_odd":11},)" +
             strRest + R"(,{"values":4,"capacity":1000,"seconds":0.000125,)" +
-            R"("even":{"min":1500,"max":32767},"odd":{"min":-32768,"max":-1},)" + strRest +
+            R"("even":{"min":1500,"max":32767},"odd":{"min":-32768,"max":-1},)" +
+            R"("stored_extremes":{"max_even":0,"min_even":0,"max_odd":0,"min_odd":0},)" + strRest +
             R"(],[]],"bytes_behind":5})" + "\n" +
             "{\"file\":\"q\\\"\xEF\xBF\xBD\xEF\xBF\xBD.rt3\",\"complete\":true,\"error\":null," +
             R"("screen_version":4,"curves_version":0,"mode":1,"second_input":0,"value_rate":0,)" +

@@ -52,31 +52,31 @@ using Folders = std::vector<std::wstring>;
 
 }  // namespace
 
-TEST(FindLanguage, UsesTheLangFolderBesideTheProgram) {
+TEST(FindLanguage, UsesTheLangFolderBesideTheProgramAndFallsBackToEnglish) {
     // Only exact spellings are special, and those of an installed program not at the beginning.
-    const std::wstring strLong = L"C:\\" + std::wstring(250, L'a') + L"\\";
-    for (const std::wstring& strFolder :
-         {std::wstring(L"C:\\Strovane\\"), std::wstring(L"c:\\strovane\\"),
-          std::wstring(L"C:\\program files\\"), std::wstring(L"Program Files\\")}) {
-        Disk disk = MakeDisk(strFolder, u"German");
-        const LanguageInfo info = disk.Find();
-        EXPECT_EQ(info.m_strLanguage, L"German");
-        EXPECT_EQ(info.m_strLangFolder, strFolder + L"lang\\");
-        EXPECT_EQ(info.m_strDefaultFolder, strFolder + L"lang\\");
-        EXPECT_EQ(disk.m_created, Folders());
-    }
+    const std::pair<const char16_t*, const wchar_t*> defaults[] = {
+        {u"German\n", L"German"}, {u"German\r\n", L"English"}, {u"", L"English"}};
+    for (const std::wstring strFolder :
+         {L"C:\\Strovane\\", L"c:\\strovane\\", L"C:\\program files\\", L"Program Files\\"})
+        for (const auto& [pDefault, pLanguage] : defaults) {
+            Disk disk = MakeDisk(strFolder, pDefault);
+            const LanguageInfo info = disk.Find();
+            EXPECT_EQ(info.m_strLanguage, pLanguage);
+            EXPECT_EQ(info.m_strLangFolder, strFolder + L"lang\\");
+            EXPECT_EQ(info.m_strDefaultFolder, info.m_strLangFolder);
+            EXPECT_EQ(disk.m_created, Folders());
+        }
     // No more than 260 characters are looked at.
+    const std::wstring strLong = L"C:\\" + std::wstring(250, L'a') + L"\\";
     EXPECT_EQ(Disk{.m_strExecutable = strLong + L"bcdefghi\\panel.exe"}.Find().m_strLangFolder,
               strLong + L"lang\\");
-}
 
-TEST(FindLanguage, CreatesAMissingFolder) {
-    Disk disk = MakeDisk(L"D:\\panel\\", u"German");
-    disk.m_folders.clear();
-    EXPECT_EQ(disk.Find().m_strLanguage, L"German");
-    EXPECT_EQ(disk.m_created, Folders{L"D:\\panel\\lang\\"});
-    disk.m_bWritable = false;
-    EXPECT_EQ(disk.Find().m_strLanguage, L"English");
+    Disk missing = MakeDisk(L"D:\\panel\\", u"German");
+    missing.m_folders.clear();
+    EXPECT_EQ(missing.Find().m_strLanguage, L"German");
+    EXPECT_EQ(missing.m_created, Folders{L"D:\\panel\\lang\\"});
+    missing.m_bWritable = false;
+    EXPECT_EQ(missing.Find().m_strLanguage, L"English");
 }
 
 TEST(FindLanguage, OfAnInstalledProgramTakesTheChoiceFromTheDocuments) {
@@ -97,18 +97,9 @@ TEST(FindLanguage, OfAnInstalledProgramTakesTheChoiceFromTheDocuments) {
     EXPECT_EQ(disk.Find().m_strDefaultFolder, L"C:\\Program Files (x86)\\Viewer\\");
     EXPECT_EQ(disk.Find().m_strLanguage, L"French");
 
-    const LanguageInfo other = Disk{.m_strExecutable = L"/mnt/Program Files/viewer",
-                                    .m_chSeparator = L'/',
-                                    .m_documents = L"/home/op/Documents",
-                                    .m_folders = {L"/mnt/Program Files/"}}
-                                   .Find();
-    EXPECT_EQ(other.m_strLangFolder, L"/mnt/Program Files/");
-    EXPECT_EQ(other.m_strDefaultFolder, L"/home/op/Documents/Strovane Log Viewer/");
-}
-
-TEST(FindLanguage, FallsBackToEnglish) {
-    for (const auto& [pDefault, pLanguage] :
-         {std::pair{u"German\n", L"German"}, std::pair{u"German\r\n", L"English"},
-          std::pair{u"Klingon", L"English"}, std::pair{u"", L"English"}})
-        EXPECT_EQ(MakeDisk(L"D:\\panel\\", pDefault).Find().m_strLanguage, pLanguage);
+    disk = {.m_strExecutable = L"/mnt/Program Files/viewer",
+            .m_chSeparator = L'/',
+            .m_documents = L"/home/op"};
+    EXPECT_EQ(disk.Find().m_strLangFolder, L"/mnt/Program Files/");
+    EXPECT_EQ(disk.Find().m_strDefaultFolder, L"/home/op/Strovane Log Viewer/");
 }
