@@ -55,9 +55,9 @@ int main(int argc, char** argv) {
         return 2;
     }
     std::printf(
-        "Processor time, unless a row says otherwise. What is compared was measured in turn. The "
-        "verdict is that of the\nleast for pure computing, of the median for what has waiting in "
-        "it.\n\n");
+        "Processor time, unless a row says otherwise. What is compared was measured in turn. "
+        "Ratio and verdict are those of the least\nfor pure computing, of the median for "
+        "what waits or takes pages of the system.\n\n");
     CTable table;
     for (const Group& group : GROUPS) {
         if (!IsWanted(group, argc - 1, argv + 1)) continue;

@@ -1,4 +1,5 @@
 // A plot alone in a window while its curve grows.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -63,9 +64,10 @@ Figures MeasureRepaints(const DialogTemplate& dialogTemplate) {
                 dBefore = dNow;
                 nBefore = nRepaints;
             }
-            const std::int16_t* pNew = values.data() + spCurve->GetCount();
-            spCurve->AppendValues(reinterpret_cast<const std::uint8_t*>(pNew), PACKET_VALUES);
-            spCurve->AddPulse(static_cast<std::int32_t>(spCurve->GetCount()), 5);
+            const std::uint32_t nCount = spCurve->GetCount();
+            std::copy_n(values.begin() + nCount, PACKET_VALUES, spCurve->GetFreeValues().begin());
+            spCurve->PublishCount(nCount + PACKET_VALUES);
+            spCurve->AddPulse(static_cast<std::int32_t>(nCount + PACKET_VALUES), 5);
             control.Invalidate();
         }
     });
