@@ -11,26 +11,15 @@ constexpr std::size_t PACKET_HEADER_SIZE = 1;
 constexpr std::size_t BLOCK_HEADER_SIZE = 3;
 constexpr std::size_t VALUE_SIZE = sizeof(std::int16_t);
 
-/// The values of one channel stand together already.
-void AppendToOne(std::uint8_t byState, const std::uint8_t* pValues, std::size_t nValues,
-                 RTCurveData* pCurve) {
-    if (!pCurve || pCurve->GetCapacity() == 0) return;
-    const std::size_t nFree = pCurve->GetFreeValues().size();
-    pCurve->AppendValues(pValues, static_cast<std::uint32_t>(std::min(nValues, nFree)));
-    pCurve->AddPulse(static_cast<std::int32_t>(pCurve->GetCount()), byState);
-}
-
 /// Appends one block to the curves of the channels in use: as many values of each as nShare.
 void AppendBlock(std::uint8_t byState, const std::uint8_t* pValues, std::size_t nShare,
                  ValueLayout layout, std::span<const std::shared_ptr<RTCurveData>> aspCurves) {
-    if (layout.m_nChannels == 1) {
-        AppendToOne(byState, pValues, nShare, aspCurves[0].get());
-        return;
-    }
     RTValueTargets targets;
     for (std::size_t k = 0; k < aspCurves.size() && aspCurves[k]; ++k) {
-        const auto free = aspCurves[k]->GetFreeValues();
-        targets[k] = free.first(std::min(nShare, free.size()));
+        RTCurveData& curve = *aspCurves[k];
+        const auto free = curve.GetFreeValues();
+        targets[k] = {free.first(std::min(nShare, free.size())), curve.GetCount() % RT_BLOCK_VALUES,
+                      curve.GetFreeBlocks()};
     }
     CopyValues(pValues, layout, targets);
 
@@ -38,8 +27,8 @@ void AppendBlock(std::uint8_t byState, const std::uint8_t* pValues, std::size_t 
         if (!aspCurves[k] || aspCurves[k]->GetCapacity() == 0) continue;
         RTCurveData& curve = *aspCurves[k];
         const std::uint32_t nCount =
-            curve.GetCount() + static_cast<std::uint32_t>(targets[k].size());
-        curve.PublishCount(nCount);
+            curve.GetCount() + static_cast<std::uint32_t>(targets[k].m_values.size());
+        curve.PublishSummarised(nCount);
         curve.AddPulse(static_cast<std::int32_t>(nCount), byState);
     }
 }

@@ -12,9 +12,11 @@ CAlternative::CAlternative(const std::string& strProgram)
 
 bool CAlternative::IsBuilt() const { return std::filesystem::exists(m_strPath); }
 
-Measure CAlternative::TimePaints(unsigned nCurves, unsigned nValues, int nPaints) const {
+Measure CAlternative::TimePaints(unsigned nCurves, unsigned nValues, PaintView view,
+                                 int nPaints) const {
     const std::string strCommand = "'" + m_strPath + "' " + std::to_string(nCurves) + ' ' +
-                                   std::to_string(nValues) + ' ' + std::to_string(nPaints);
+                                   std::to_string(nValues) + ' ' + std::to_string(nPaints) +
+                                   (view == PaintView::New ? " new" : " same");
     return [strCommand, nPaints] {
         std::FILE* pOutput = ::popen(strCommand.c_str(), "r");
         if (!pOutput) throw std::runtime_error("cannot run " + strCommand);
@@ -23,6 +25,6 @@ Measure CAlternative::TimePaints(unsigned nCurves, unsigned nValues, int nPaints
             times.push_back(dSeconds);
         if (::pclose(pOutput) != 0 || times.size() != static_cast<std::size_t>(nPaints))
             throw std::runtime_error(strCommand + " has failed");
-        return FindMedian(std::move(times));
+        return times;
     };
 }

@@ -5,6 +5,12 @@
 
 #include "Rounds.h"
 
+/// How one paint follows the other.
+enum class PaintView {
+    Same,  ///< nothing has changed since the last one
+    New,   ///< a little more or a little less of the time is shown
+};
+
 class CAlternative {
   public:
     /// @param strProgram its file name
@@ -13,9 +19,10 @@ class CAlternative {
     /// Whether the library was there when the programs were built.
     bool IsBuilt() const;
 
-    /// Runs the program, which draws nPaints times; the median of what it prints counts.
+    /// Runs the program, which draws nPaints times and prints how long each took.
+    /// @param nValues of a curve
     /// @throws std::runtime_error when it fails
-    Measure TimePaints(unsigned nCurves, unsigned nValues, int nPaints) const;
+    Measure TimePaints(unsigned nCurves, unsigned nValues, PaintView view, int nPaints) const;
 
   private:
     std::string m_strPath;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <ctime>
 
 namespace {
@@ -9,7 +10,11 @@ namespace {
 constexpr double LEAST_SECONDS = 0.0005;
 
 double ReadClock(Clock clock) {
-    if (clock == Clock::Processor) return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    if (clock == Clock::Processor) {
+        timespec time{};
+        ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    }
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double>(now).count();
 }
@@ -22,33 +27,50 @@ double TimeRepeated(const std::function<void()>& work, Clock clock, std::size_t 
 
 }  // namespace
 
+Figures FindFigures(std::vector<double> seconds, Figures::Stable stable) {
+    if (seconds.empty()) return {.m_stable = stable};
+    const double dLeast = *std::ranges::min_element(seconds);
+    return {dLeast, FindQuantile(std::move(seconds), 0.5), stable};
+}
+
+double FindQuantile(std::vector<double> values, double dPart) {
+    const auto nRank =
+        static_cast<std::ptrdiff_t>(std::ceil(dPart * static_cast<double>(values.size())));
+    const auto at = values.begin() + nRank - 1;
+    std::ranges::nth_element(values, at);
+    return *at;
+}
+
 Measure TimeCalls(std::function<void()> work, Clock clock) {
     return [work = std::move(work), clock, nCalls = std::size_t{0}]() mutable {
         if (nCalls == 0) {
-            nCalls = 1;
-            while (TimeRepeated(work, clock, nCalls) < LEAST_SECONDS) nCalls *= 2;
+            // Twice: the first calls may take much longer than all others.
+            const auto isTooShort = [&] {
+                return TimeRepeated(work, clock, nCalls) < LEAST_SECONDS;
+            };
+            for (nCalls = 1; isTooShort() || isTooShort();) nCalls *= 2;
         }
-        return TimeRepeated(work, clock, nCalls) / static_cast<double>(nCalls);
+        return std::vector{TimeRepeated(work, clock, nCalls) / static_cast<double>(nCalls)};
     };
 }
 
-std::vector<double> MeasureInTurn(const std::vector<Measure>& measures, int nRounds) {
+double TimeOnce(const std::function<void()>& work) {
+    return TimeRepeated(work, Clock::Processor, 1);
+}
+
+std::vector<Figures> MeasureInTurn(const std::vector<Measure>& measures, int nRounds,
+                                   Figures::Stable stable) {
     const std::size_t nCount = measures.size();
-    std::vector<std::vector<double>> times(nCount);
+    std::vector<std::vector<double>> seconds(nCount);
     for (int nRound = 0; nRound < nRounds; ++nRound) {
         for (std::size_t i = 0; i < nCount; ++i) {
             const std::size_t nAt = (i + static_cast<std::size_t>(nRound)) % nCount;
-            times[nAt].push_back(measures[nAt]());
+            const std::vector<double> taken = measures[nAt]();
+            seconds[nAt].insert(seconds[nAt].end(), taken.begin(), taken.end());
         }
     }
-    std::vector<double> medians;
-    for (auto& ofOne : times) medians.push_back(FindMedian(std::move(ofOne)));
-    return medians;
-}
-
-double FindMedian(std::vector<double> values) {
-    if (values.empty()) return 0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    std::vector<Figures> figures;
+    figures.reserve(nCount);
+    for (auto& ofOne : seconds) figures.push_back(FindFigures(std::move(ofOne), stable));
+    return figures;
 }

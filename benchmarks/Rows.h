@@ -3,13 +3,23 @@
 
 class CTable;
 
-/// One repaint of a plot, beside other libraries and the bare drawing.
+/// The start of the panel application.
+void MeasureStart(CTable& table);
+/// What a live capture computes, alone and among older captures.
+void MeasureLive(CTable& table);
+/// A wide plot's repaints through its window.
+void MeasureWindow(CTable& table);
+/// From packet to picture; a backlog of packets.
+void MeasurePackets(CTable& table);
+/// Repaints of a plot whose curves are full, beside other libraries and the bare drawing.
 void MeasurePaint(CTable& table);
+/// Repaints of a plot that goes on getting values, or records of the digital lines.
+void MeasureGrowth(CTable& table);
+/// Saving and loading captures.
+void MeasureFiles(CTable& table);
+/// Exporting a curve.
+void MeasureCsv(CTable& table);
 /// Splitting sample packets among the channels.
 void MeasureDecode(CTable& table);
-/// Saving, loading and exporting captures.
-void MeasureFiles(CTable& table);
-/// Finding extremes; what the summary of a curve takes.
-void MeasureCurves(CTable& table);
-/// The real screen: from packet to picture, and its start.
-void MeasureScreen(CTable& table);
+/// What a curve takes.
+void MeasureMemory(CTable& table);

@@ -6,10 +6,15 @@
 #include <cstdint>
 
 /// The size of the pictures and the value range of their axis.
-constexpr int PICTURE_WIDTH = 698;
-constexpr int PICTURE_HEIGHT = 343;
+constexpr int PICTURE_WIDTH = 842;
+constexpr int PICTURE_HEIGHT = 420;
 constexpr int LOWEST_VALUE = -5000;
 constexpr int HIGHEST_VALUE = 5000;
+
+/// Of the values of a curve the plot shows one of the two quantities: every second one.
+constexpr std::size_t SHOWN_STEP = 2;
+/// A new view shows so many values more, and the next one so many less.
+constexpr unsigned VIEW_STEP = 256;
 
 /// Three strokes of a press with noise on them, whatever the length.
 /// @param values a sequence of 16-bit values

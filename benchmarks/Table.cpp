@@ -26,60 +26,71 @@ std::string FormatSeconds(double dSeconds) {
     return FormatNumber(dSeconds) + " s";
 }
 
+std::optional<double> FindUsed(double dNumber, std::optional<double> limit) {
+    if (!limit) return {};
+    return dNumber / *limit;
+}
+
 }  // namespace
 
-CTable::CTable() { PrintRow("", "takes", "beside", "takes", "ratio", "goal", {}); }
+CTable::CTable() { Print({"", "least", "median", "beside", "least", "median", "ratio", "goal"}); }
 
 void CTable::AddGroup(const std::string& strTitle) {
     std::printf("\n%s\n", strTitle.c_str());
     std::fflush(stdout);
 }
 
-void CTable::AddComparison(const std::string& strWhat, double dOurs, const std::string& strOther,
-                           double dOther, const Goal& goal) {
+void CTable::AddComparison(const std::string& strWhat, const Figures& ours,
+                           const std::string& strOther, const Figures& other, const Goal& goal) {
     const bool bFaster = goal.m_kind == Goal::Faster;
-    const double dRatio = bFaster ? dOther / dOurs : dOurs / dOther;
-    std::string strGoal;
-    std::optional<double> used;
+    const double dRatio = bFaster ? other.Get() / ours.Get() : ours.Get() / other.Get();
+    Row row{strWhat,
+            FormatSeconds(ours.m_dLeast),
+            FormatSeconds(ours.m_dMedian),
+            strOther,
+            FormatSeconds(other.m_dLeast),
+            FormatSeconds(other.m_dMedian),
+            FormatNumber(dRatio) + (bFaster ? "x as fast" : "x as long"),
+            ""};
     if (goal.m_times) {
-        strGoal = Format(bFaster ? "at least %g" : "at most %g", *goal.m_times);
-        used = bFaster ? *goal.m_times / dRatio : dRatio / *goal.m_times;
+        row.m_strGoal = Format(bFaster ? "at least %g" : "at most %g", *goal.m_times);
+        row.m_used = bFaster ? *goal.m_times / dRatio : dRatio / *goal.m_times;
     }
-    PrintRow(strWhat, FormatSeconds(dOurs), strOther, FormatSeconds(dOther),
-             FormatNumber(dRatio) + (bFaster ? "x as fast" : "x as long"), strGoal, used);
+    Print(row);
 }
 
 void CTable::AddMissing(const std::string& strWhat, const std::string& strOther,
                         const std::string& strReason) {
-    PrintRow(strWhat, "", strOther, strReason, "", "", {});
+    Print({strWhat, "", "", strOther, "", strReason, "", ""});
 }
 
-void CTable::AddTime(const std::string& strWhat, double dOurs, std::optional<double> limit) {
-    std::optional<double> used;
-    if (limit) used = dOurs / *limit;
-    PrintRow(strWhat, FormatSeconds(dOurs), "", "", "",
-             limit ? "at most " + FormatSeconds(*limit) : "", used);
+void CTable::AddTime(const std::string& strWhat, const Figures& ours, std::optional<double> limit) {
+    Print({strWhat, FormatSeconds(ours.m_dLeast), FormatSeconds(ours.m_dMedian), "", "", "", "",
+           limit ? "at most " + FormatSeconds(*limit) : "", FindUsed(ours.Get(), limit)});
 }
 
-void CTable::AddShare(const std::string& strWhat, double dPercent, const std::string& strOf,
-                      double dLimit) {
-    PrintRow(strWhat, FormatNumber(dPercent) + " %", strOf, "", "", Format("at most %g %%", dLimit),
-             dPercent / dLimit);
+void CTable::AddTime(const std::string& strWhat, double dSeconds, std::optional<double> limit) {
+    Print({strWhat, "", FormatSeconds(dSeconds), "", "", "", "",
+           limit ? "at most " + FormatSeconds(*limit) : "", FindUsed(dSeconds, limit)});
 }
 
-/// @param used the part of the goal's limit that is used up; above 1 the goal is missed
-void CTable::PrintRow(const std::string& strWhat, const std::string& strOurs,
-                      const std::string& strOther, const std::string& strOthers,
-                      const std::string& strRatio, const std::string& strGoal,
-                      std::optional<double> used) {
+void CTable::AddNumber(const std::string& strWhat, double dNumber, const char* pUnit,
+                       std::optional<double> limit) {
+    Print({strWhat, "", FormatNumber(dNumber), pUnit, "", "", "",
+           limit ? Format("at most %g", *limit) : "", FindUsed(dNumber, limit)});
+}
+
+void CTable::Print(const Row& row) {
     std::string strOutcome;
-    if (used) {
+    if (row.m_used) {
         ++m_nGoals;
-        if (*used > 1) ++m_nMissed;
-        strOutcome = Format("%3.0f %% of it, %s", 100 * *used, *used > 1 ? "MISSED" : "met");
+        if (*row.m_used > 1) ++m_nMissed;
+        strOutcome =
+            Format("%3.0f %% of it, %s", 100 * *row.m_used, *row.m_used > 1 ? "MISSED" : "met");
     }
-    std::printf("%-42s %9s  %-34s %9s  %-15s %-15s %s\n", strWhat.c_str(), strOurs.c_str(),
-                strOther.c_str(), strOthers.c_str(), strRatio.c_str(), strGoal.c_str(),
-                strOutcome.c_str());
+    std::printf("%-47s %9s %9s  %-35s %9s %9s  %-15s %-16s %s\n", row.m_strWhat.c_str(),
+                row.m_strLeast.c_str(), row.m_strMedian.c_str(), row.m_strOther.c_str(),
+                row.m_strOtherLeast.c_str(), row.m_strOtherMedian.c_str(), row.m_strRatio.c_str(),
+                row.m_strGoal.c_str(), strOutcome.c_str());
     std::fflush(stdout);
 }

@@ -25,7 +25,5 @@ constexpr std::size_t RT_BLOCK_VALUES = 128;
 /// Of one block: by parity of the index.
 using RTBlockSummary = std::array<RTMinMax, 2>;
 
-/// Summarises nBlocks blocks in a row, of values as they stand in memory, aligned or not.
-/// @param pCopy where the values go on the way; null: nowhere
-void SummariseBlocks(const void* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries,
-                     std::int16_t* pCopy = nullptr);
+/// Summarises nBlocks blocks in a row.
+void SummariseBlocks(const std::int16_t* pValues, std::size_t nBlocks, RTBlockSummary* pSummaries);

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <vector>
 
 #include "platform/system/Exceptions.h"
 #include "platform/system/Interrupt.h"
@@ -14,57 +15,54 @@ namespace {
 
 constexpr std::uint32_t ROWS_PER_PART = 1024;
 constexpr std::uint32_t ROWS_PER_REPORT = 64 * ROWS_PER_PART;
-/// "\r\n-32.768,-32.768" has 17 characters, a time 20 more, and a table entry is copied whole.
+/// "\r\n-32.768,-32.768" has 17 characters, a time 20 more, and one may stand behind the last.
 constexpr std::size_t MAX_ROW_LENGTH = 48;
-static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CTextFile::BUFFER_SIZE);
+static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CTextFile::MAX_ROOM);
 
-/// The text of every number of thousandths there can be in front of the last three digits.
-struct WholePart {
-    std::array<char, 4> m_text{};  ///< such as "-32."
-    std::uint8_t m_nLength = 0;
-};
+char* AppendThreeDigits(char* pTo, unsigned nNumber) {
+    for (const unsigned nDigit : {nNumber / 100, nNumber / 10 % 10, nNumber % 10})
+        *pTo++ = static_cast<char>('0' + nDigit);
+    return pTo;
+}
 
-/// How many there are of either sign: 0 to 32.
-constexpr std::size_t WHOLE_COUNT = 33;
-
-/// Those of positive values, then those of negative ones.
-constexpr std::array<WholePart, 2 * WHOLE_COUNT> MakeWholeParts() {
-    std::array<WholePart, 2 * WHOLE_COUNT> parts{};
-    for (std::size_t n = 0; n < parts.size(); ++n) {
-        WholePart& part = parts[n];
-        const auto append = [&part](std::size_t c) {
-            part.m_text[part.m_nLength++] = static_cast<char>(c);
-        };
-        const std::size_t nWhole = n % WHOLE_COUNT;
-        if (n >= WHOLE_COUNT) append('-');
-        if (nWhole >= 10) append('0' + nWhole / 10);
-        append('0' + nWhole % 10);
-        append('.');
+/// The texts of all values of a range. A long curve has many more values than there are different
+/// ones, and to copy a text takes half as long as to form it.
+class CThousandths {
+  public:
+    explicit CThousandths(RTMinMax range)
+        : m_nFirst(range.m_nMin), m_texts(static_cast<std::size_t>(range.m_nMax - m_nFirst) + 1) {
+        for (int nValue = m_nFirst; nValue <= range.m_nMax; ++nValue) Form(nValue);
     }
-    return parts;
-}
 
-constexpr std::array<std::array<char, 4>, 1000> MakeThousandths() {
-    std::array<std::array<char, 4>, 1000> texts{};
-    for (int n = 0; n < 1000; ++n)
-        texts[static_cast<std::size_t>(n)] = {static_cast<char>('0' + n / 100),
-                                              static_cast<char>('0' + n / 10 % 10),
-                                              static_cast<char>('0' + n % 10), ' '};
-    return texts;
-}
+    /// Copies the eight characters of a text, of which those behind its end do not count.
+    char* Append(char* pTo, std::int16_t nValue) const {
+        const Text& text = m_texts[static_cast<std::size_t>(nValue - m_nFirst)];
+        std::memcpy(pTo, &text, sizeof text);
+        return pTo + text.m_nLength;
+    }
 
-constexpr auto WHOLE_PARTS = MakeWholeParts();
-constexpr auto THOUSANDTHS = MakeThousandths();
+  private:
+    struct Text {
+        std::array<char, 7> m_characters;  ///< such as "-32.768"
+        std::uint8_t m_nLength;
+    };
 
-/// Copies four characters at a time and goes on behind those that count.
-char* AppendThousandths(char* pTo, std::int16_t nValue) {
-    const auto nMagnitude = static_cast<unsigned>(nValue < 0 ? -nValue : nValue);
-    const WholePart& whole = WHOLE_PARTS[nMagnitude / 1000 + (nValue < 0 ? WHOLE_COUNT : 0)];
-    std::memcpy(pTo, whole.m_text.data(), 4);
-    pTo += whole.m_nLength;
-    std::memcpy(pTo, THOUSANDTHS[nMagnitude % 1000].data(), 4);
-    return pTo + 3;
-}
+    void Form(int nValue) {
+        Text& text = m_texts[static_cast<std::size_t>(nValue - m_nFirst)];
+        char* pTo = text.m_characters.data();
+        if (nValue < 0) *pTo++ = '-';
+        const auto nMagnitude = static_cast<unsigned>(nValue < 0 ? -nValue : nValue);
+        const unsigned nWhole = nMagnitude / 1000;
+        if (nWhole >= 10) *pTo++ = static_cast<char>('0' + nWhole / 10);
+        *pTo++ = static_cast<char>('0' + nWhole % 10);
+        *pTo++ = '.';
+        pTo = AppendThreeDigits(pTo, nMagnitude % 1000);
+        text.m_nLength = static_cast<std::uint8_t>(pTo - text.m_characters.data());
+    }
+
+    int m_nFirst;
+    std::vector<Text> m_texts;
+};
 
 char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
     constexpr std::size_t nRoom = 20;
@@ -74,8 +72,7 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
         const std::uint64_t nMicroseconds = nIndex * 1'000'000 / nValueRate;
         pTo = std::to_chars(pTo, pTo + nRoom, nMicroseconds / 1000).ptr;
         *pTo++ = '.';
-        std::memcpy(pTo, THOUSANDTHS[nMicroseconds % 1000].data(), 3);
-        pTo += 3;
+        pTo = AppendThreeDigits(pTo, static_cast<unsigned>(nMicroseconds % 1000));
     }
     *pTo++ = ',';
     return pTo;
@@ -84,21 +81,25 @@ char* AppendTime(char* pTo, std::uint64_t nIndex, std::uint16_t nValueRate) {
 void WriteRows(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options,
                IProgress* pProgress) {
     const std::uint32_t nRows = curve.GetCount() / 2;
+    RTMinMax range{0, 0};
+    range.Include(curve.FindMinMax(0, 2 * nRows));
+    range.Include(curve.FindMinMax(1, 2 * nRows));
+    const CThousandths texts(range);
     file.WriteString(options.m_bTimeColumn ? "Time, Force, Distance" : "Force, Distance");
 
     std::uint32_t nRow = 0;
     while (nRow < nRows) {
         const std::uint32_t nPartEnd = std::min(nRows, nRow + ROWS_PER_PART);
         const std::int16_t* pValue = curve.GetValues() + 2 * std::size_t{nRow};
-        char* pTo = file.GetBuffer(ROWS_PER_PART * MAX_ROW_LENGTH);
+        char* pTo = file.GetBuffer();
         for (; nRow < nPartEnd; ++nRow, pValue += 2) {
             *pTo++ = '\r';
             *pTo++ = '\n';
             if (options.m_bTimeColumn)
                 pTo = AppendTime(pTo, 2 * std::uint64_t{nRow}, options.m_nValueRate);
-            pTo = AppendThousandths(pTo, pValue[0]);
+            pTo = texts.Append(pTo, pValue[0]);
             *pTo++ = ',';
-            pTo = AppendThousandths(pTo, pValue[1]);
+            pTo = texts.Append(pTo, pValue[1]);
         }
         file.ReleaseBuffer(pTo);
         if (pProgress && nRow % ROWS_PER_REPORT == 0 && !pProgress->Advance(nRow, nRows))

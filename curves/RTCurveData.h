@@ -61,16 +61,25 @@ class RTCurveData {
     const std::int16_t* GetValues() const { return m_pValues.get(); }
 
     /// The places behind the stored values. The writer's thread only.
-    std::span<std::int16_t> GetFreeValues();
+    std::span<std::int16_t> GetFreeValues() {
+        const std::uint32_t nCount = m_nCount.load(std::memory_order_relaxed);
+        return {m_pValues.get() + nCount, m_nArrayLength - nCount};
+    }
 
     /// Makes the first nCount values visible (release), after extending the min/max summary over
     /// them. The count never goes down. The writer's thread only.
     void PublishCount(std::uint32_t nCount);
 
-    /// Copies little-endian values into the free places and publishes them, in one pass over them.
-    /// The writer's thread only.
-    /// @param nValues not more than there are free places
-    void AppendValues(const std::uint8_t* pBytes, std::uint32_t nValues);
+    /// For a writer that summarises blocks while it fills their values: the summaries of the blocks
+    /// that are not complete yet. The writer's thread only.
+    RTBlockSummary* GetFreeBlocks() { return m_summary.GetFreeBlocks(); }
+
+    /// As PublishCount, by a writer that has filled the summaries of all blocks that are complete
+    /// with nCount.
+    void PublishSummarised(std::uint32_t nCount) {
+        m_summary.TakeBlocks(nCount / RT_BLOCK_VALUES);
+        m_nCount.store(nCount, std::memory_order_release);
+    }
 
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast: exactly what a
     /// scan of them gives; a range without such a value gives INT16_MAX and INT16_MIN. nLast must

@@ -1,5 +1,7 @@
 #include "curves/RTValueSummary.h"
 
+#include <cstring>
+
 namespace {
 
 /// Short curves have none; they do not pay for an array without elements.
@@ -14,20 +16,24 @@ RTValueSummary::RTValueSummary(std::size_t nLength)
       m_pGroups(Allocate(nLength / RT_BLOCK_VALUES / GROUP_BLOCKS)) {}
 
 void RTValueSummary::Extend(const std::int16_t* pValues, std::size_t nCount) {
-    AppendBlocks(pValues + m_nBlocks * RT_BLOCK_VALUES, nCount / RT_BLOCK_VALUES - m_nBlocks);
+    const std::size_t nBlocks = nCount / RT_BLOCK_VALUES;
+    SummariseBlocks(pValues + m_nBlocks * RT_BLOCK_VALUES, nBlocks - m_nBlocks, GetFreeBlocks());
+    TakeBlocks(nBlocks);
 }
 
-void RTValueSummary::AppendBlocks(const void* pValues, std::size_t nBlocks, std::int16_t* pCopy) {
-    if (nBlocks == 0) return;
-    SummariseBlocks(pValues, nBlocks, &m_pBlocks[m_nBlocks], pCopy);
-    const std::size_t nFirstGroup = m_nBlocks / GROUP_BLOCKS;
-    m_nBlocks += nBlocks;
-    for (std::size_t nGroup = nFirstGroup; nGroup < m_nBlocks / GROUP_BLOCKS; ++nGroup) {
-        RTBlockSummary group;
-        for (std::size_t nBlock = nGroup * GROUP_BLOCKS; nBlock < (nGroup + 1) * GROUP_BLOCKS;
-             ++nBlock)
-            for (std::size_t nParity = 0; nParity < 2; ++nParity)
-                group[nParity].Include(m_pBlocks[nBlock][nParity]);
-        m_pGroups[nGroup] = group;
+void RTValueSummary::ExtendGroups(std::size_t nFirst) {
+    using Fields [[gnu::vector_size(sizeof(RTBlockSummary))]] = std::int16_t;
+    for (std::size_t nGroup = nFirst; nGroup < m_nBlocks / GROUP_BLOCKS; ++nGroup) {
+        const RTBlockSummary* pBlock = &m_pBlocks[nGroup * GROUP_BLOCKS];
+        Fields smallest = Fields{} + INT16_MAX;
+        Fields largest = Fields{} + INT16_MIN;
+        for (std::size_t n = 0; n < GROUP_BLOCKS; ++n) {
+            Fields fields;
+            std::memcpy(&fields, pBlock + n, sizeof fields);
+            smallest = smallest < fields ? smallest : fields;
+            largest = largest > fields ? largest : fields;
+        }
+        const Fields group = __builtin_shufflevector(smallest, largest, 0, 5, 2, 7);
+        std::memcpy(static_cast<void*>(&m_pGroups[nGroup]), &group, sizeof group);
     }
 }

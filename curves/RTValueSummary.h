@@ -25,9 +25,14 @@ class RTValueSummary {
     /// Fills the blocks that the first nCount values have completed. The writer's thread only.
     void Extend(const std::int16_t* pValues, std::size_t nCount);
 
-    /// Fills the next blocks, nBlocks in number, from their values, which are copied on the way
-    /// unless pCopy is null. The writer's thread only.
-    void AppendBlocks(const void* pValues, std::size_t nBlocks, std::int16_t* pCopy = nullptr);
+    /// The blocks that are not filled yet, for a writer that fills them itself and then tells how
+    /// many are filled in all. The writer's thread only.
+    RTBlockSummary* GetFreeBlocks() { return m_pBlocks.get() + m_nBlocks; }
+    void TakeBlocks(std::size_t nBlocks) {
+        const std::size_t nFirstGroup = m_nBlocks / GROUP_BLOCKS;
+        m_nBlocks = nBlocks;
+        if (nBlocks / GROUP_BLOCKS != nFirstGroup) ExtendGroups(nFirstGroup);
+    }
 
     /// Smallest and largest of the values at nFirst, nFirst + 2, ... below nLast; the neutral range
     /// when there is no such value.
@@ -64,6 +69,9 @@ class RTValueSummary {
 
   private:
     static constexpr std::size_t GROUP_BLOCKS = 16;
+
+    /// Fills the groups, from nFirst on, whose blocks are all filled.
+    void ExtendGroups(std::size_t nFirst);
 
     std::unique_ptr<RTBlockSummary[]> m_pBlocks;
     std::unique_ptr<RTBlockSummary[]> m_pGroups;

@@ -17,19 +17,31 @@ int main(int argc, char** argv) {
     plot.yAxis->setRange(LOWEST_VALUE, HIGHEST_VALUE);
     for (unsigned nCurve = 0; nCurve < task.m_nCurves; ++nCurve) {
         QVector<QCPGraphData> data;
-        data.reserve(static_cast<qsizetype>(task.m_nValues));
-        for (const std::int16_t nValue : MakeStrokes(task.m_nValues, nCurve))
-            data.append({static_cast<double>(data.size()), static_cast<double>(nValue)});
+        data.reserve(static_cast<qsizetype>(task.m_nValues / SHOWN_STEP));
+        TakeStrokes(task.m_nValues, nCurve, [&](double dIndex, double dValue) {
+            data.append({dIndex, dValue});
+        });
         QCPGraph* pGraph = plot.addGraph();
         pGraph->setAdaptiveSampling(true);
         pGraph->setPen(QPen(Qt::blue, 0));
         pGraph->data()->set(data, true);
     }
 
+    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
+    if (!task.m_bNewView) {
+        plot.show();
+        QApplication::processEvents();
+    }
+
     QImage image(PICTURE_WIDTH, PICTURE_HEIGHT, QImage::Format_RGB32);
-    PrintPaintTimes(task.m_nPaints, [&] {
+    PrintPaintTimes(task, [&](double dWidth) {
         QCPPainter painter(&image);
-        plot.toPainter(&painter, PICTURE_WIDTH, PICTURE_HEIGHT);
+        if (task.m_bNewView) {
+            plot.xAxis->setRange(0, dWidth);
+            plot.toPainter(&painter, PICTURE_WIDTH, PICTURE_HEIGHT);
+        } else {
+            plot.render(&painter);  // from its own buffer
+        }
     });
     return 0;
 }

@@ -14,14 +14,14 @@ int main(int argc, char** argv) {
     const PaintTask task = ReadPaintTask(argc, argv);
 
     QwtPlot plot;
-    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
     plot.setAxisScale(QwtPlot::xBottom, 0, static_cast<double>(task.m_nValues));
     plot.setAxisScale(QwtPlot::yLeft, LOWEST_VALUE, HIGHEST_VALUE);
     for (unsigned nCurve = 0; nCurve < task.m_nCurves; ++nCurve) {
         QVector<QPointF> points;
-        points.reserve(static_cast<int>(task.m_nValues));
-        for (const std::int16_t nValue : MakeStrokes(task.m_nValues, nCurve))
-            points.append({static_cast<double>(points.size()), static_cast<double>(nValue)});
+        points.reserve(static_cast<int>(task.m_nValues / SHOWN_STEP));
+        TakeStrokes(task.m_nValues, nCurve, [&](double dIndex, double dValue) {
+            points.append({dIndex, dValue});
+        });
         auto* pCurve = new QwtPlotCurve;  // the plot's from attach on
         pCurve->setPaintAttribute(QwtPlotCurve::FilterPoints, true);
         pCurve->setRenderHint(QwtPlotItem::RenderAntialiased, false);
@@ -30,10 +30,22 @@ int main(int argc, char** argv) {
         pCurve->attach(&plot);
     }
 
+    plot.resize(PICTURE_WIDTH, PICTURE_HEIGHT);
+    if (!task.m_bNewView) {
+        plot.show();
+        QApplication::processEvents();
+    }
+
     QImage image(PICTURE_WIDTH, PICTURE_HEIGHT, QImage::Format_RGB32);
-    PrintPaintTimes(task.m_nPaints, [&] {
+    PrintPaintTimes(task, [&](double dWidth) {
         QPainter painter(&image);
-        QwtPlotRenderer().render(&plot, &painter, QRectF(0, 0, PICTURE_WIDTH, PICTURE_HEIGHT));
+        if (task.m_bNewView) {
+            plot.setAxisScale(QwtPlot::xBottom, 0, dWidth);
+            plot.updateAxes();
+            QwtPlotRenderer().render(&plot, &painter, QRectF(image.rect()));
+        } else {
+            plot.render(&painter);  // the canvas from its backing store
+        }
     });
     return 0;
 }

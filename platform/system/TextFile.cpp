@@ -1,23 +1,28 @@
 #include "platform/system/TextFile.h"
 
 #include <cstring>
+#include <utility>
 
-CTextFile::CTextFile() : m_pBuffer(std::make_unique_for_overwrite<char[]>(BUFFER_SIZE)) {}
+CTextFile::CTextFile() : m_pBuffer(std::make_unique_for_overwrite<char[]>(PIECE_SIZE + MAX_ROOM)) {}
 
-void CTextFile::WriteBuffer() {
-    // Emptied first: what could not be written is not written again later, in the wrong place.
-    const std::size_t nCount = m_nBuffered;
-    m_nBuffered = 0;
-    CFile::Write(m_pBuffer.get(), nCount);
+// What could not be written is not written again later, in the wrong place.
+
+void CTextFile::WritePiece() {
+    const std::size_t nRest = std::exchange(m_nBuffered, 0) - PIECE_SIZE;
+    CFile::Write(m_pBuffer.get(), PIECE_SIZE);
+    std::memmove(m_pBuffer.get(), m_pBuffer.get() + PIECE_SIZE, nRest);
+    m_nBuffered = nRest;
 }
 
+void CTextFile::WriteBuffer() { CFile::Write(m_pBuffer.get(), std::exchange(m_nBuffered, 0)); }
+
 void CTextFile::Write(const void* pBuffer, std::size_t nCount) {
-    if (nCount > BUFFER_SIZE) {
+    if (nCount > MAX_ROOM) {
         WriteBuffer();
         CFile::Write(pBuffer, nCount);
         return;
     }
-    char* pPlace = GetBuffer(nCount);
+    char* pPlace = GetBuffer();
     std::memcpy(pPlace, pBuffer, nCount);
     ReleaseBuffer(pPlace + nCount);
 }

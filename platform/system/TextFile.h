@@ -9,12 +9,14 @@
 
 /// Text of single bytes in which a line break, "\n", is written as carriage return and line feed.
 ///
-/// Text gathers in a buffer of 64 KiB. Close (or Flush) writes the rest; a file that is destroyed
+/// Text gathers and is written in pieces of 256 KiB: large ones, and such that end with a page,
+/// cost the system's file cache least. Close (or Flush) writes the rest; a file that is destroyed
 /// without it keeps only what had been written by then.
 /// Errors: as CFile. After one, the file holds the text before it as far as the system took it.
 class PLATFORM_API CTextFile : public CFile {
   public:
-    static constexpr std::size_t BUFFER_SIZE = 65536;
+    /// The longest text that is formed in place.
+    static constexpr std::size_t MAX_ROOM = 65536;
 
     CTextFile();
     CTextFile(const std::wstring& strPath, UINT nOpenFlags) : CTextFile() {
@@ -23,11 +25,11 @@ class PLATFORM_API CTextFile : public CFile {
 
     void WriteString(std::string_view strText);
 
-    /// For text that is formed in place: room for nRoom characters, at most BUFFER_SIZE, at the end
-    /// of the text written so far. What is put there is written as it stands, so its line breaks
-    /// are "\r\n". ReleaseBuffer takes the end of the text formed.
-    char* GetBuffer(std::size_t nRoom) {
-        if (BUFFER_SIZE - m_nBuffered < nRoom) WriteBuffer();
+    /// For text that is formed in place: room for MAX_ROOM characters at the end of the text
+    /// written so far. What is put there is written as it stands, so its line breaks are "\r\n".
+    /// ReleaseBuffer takes the end of the text formed.
+    char* GetBuffer() {
+        if (m_nBuffered >= PIECE_SIZE) WritePiece();
         return m_pBuffer.get() + m_nBuffered;
     }
     void ReleaseBuffer(const char* pEnd) {
@@ -40,6 +42,9 @@ class PLATFORM_API CTextFile : public CFile {
     void Close() override;
 
   private:
+    static constexpr std::size_t PIECE_SIZE = 262144;
+
+    void WritePiece();
     void WriteBuffer();
 
     std::unique_ptr<char[]> m_pBuffer;

@@ -99,13 +99,14 @@ TEST(SampleDecoder, ATruncatedBlockEndsThePacket) {
 }
 
 /// Deals the values of one block out set by set, as a person would.
-void DealBlock(const std::vector<int>& values, ValueLayout layout, std::size_t nCapacity,
+void DealBlock(const std::vector<int>& values, ValueLayout layout, const RTCurrentCurves& aspCurves,
                std::vector<std::vector<int>>& channels) {
     const std::size_t nSet = layout.m_nChannels * layout.m_nPerChannel;
     for (std::size_t i = 0; i + nSet <= values.size(); i += nSet) {
         for (std::size_t j = 0; j < nSet; ++j) {
-            auto& channel = channels[j / layout.m_nPerChannel];
-            if (channel.size() < nCapacity) channel.push_back(values[i + j]);
+            const std::size_t k = j / layout.m_nPerChannel;
+            if (channels[k].size() < aspCurves[k]->GetCapacity())
+                channels[k].push_back(values[i + j]);
         }
     }
 }
@@ -115,22 +116,39 @@ TEST(SampleDecoder, RandomPacketsOfEveryLayout) {
     const ValueLayout layouts[] = {{1, 1}, {1, 2}, {2, 1}, {2, 2}, {3, 1}};
     for (int nRound = 0; nRound < 300; ++nRound) {
         const ValueLayout layout = layouts[random() % std::size(layouts)];
-        const std::size_t nCapacity = random() % (nRound % 50 == 0 ? 60000 : 900);
+        const std::size_t nCapacity = 3 + random() % (nRound % 20 == 0 ? 60000 : 2000);
+        const bool bAlike = nRound % 3 != 0;  // else one is ahead, and one is full before another
         RTCurrentCurves aspCurves;
-        for (auto& spCurve : aspCurves)
-            spCurve = std::make_shared<RTCurveData>(static_cast<std::uint32_t>(nCapacity));
         std::vector<std::vector<int>> expected(3);
+        for (std::size_t k = 0; k < 3; ++k) {
+            aspCurves[k] = std::make_shared<RTCurveData>(
+                static_cast<std::uint32_t>(nCapacity + (bAlike ? 0 : random() % 300)));
+            expected[k].resize(bAlike ? 0 : random() % 3);
+            std::ranges::copy(expected[k], aspCurves[k]->GetFreeValues().begin());
+            aspCurves[k]->PublishCount(static_cast<std::uint32_t>(expected[k].size()));
+        }
 
         Bytes payload{0};
         for (auto nBlocks = random() % 8; nBlocks > 0; --nBlocks) {
             // Now and then a payload reaches beyond 16-bit offsets.
-            std::vector<int> values(random() % (nRound % 50 == 0 ? 20000 : 400));
+            std::vector<int> values(random() % (nRound % 20 == 0 ? 20000 : 900));
             for (int& nValue : values) nValue = static_cast<std::int16_t>(random());
             AddBlock(payload, 0, values);
-            DealBlock(values, layout, nCapacity, expected);
+            DealBlock(values, layout, aspCurves, expected);
         }
         DecodeSamples(payload, layout, aspCurves);
-        for (std::size_t k = 0; k < 3; ++k) ASSERT_EQ(GetValues(aspCurves[k]), expected[k]);
+        for (std::size_t k = 0; k < 3; ++k) {
+            ASSERT_EQ(GetValues(aspCurves[k]), expected[k]);
+            const auto nCount = static_cast<std::uint32_t>(expected[k].size());
+            for (int nRange = 0; nRange < 20; ++nRange) {
+                const auto nFirst = static_cast<std::uint32_t>(random() % (nCount + 1));
+                const std::uint32_t nLast = std::min(nCount, nFirst + 400);
+                RTMinMax scanned;
+                for (std::uint32_t n = nFirst; n < nLast; n += 2)
+                    scanned.Include(static_cast<std::int16_t>(expected[k][n]));
+                ASSERT_EQ(aspCurves[k]->FindMinMax(nFirst, nLast), scanned) << nFirst;
+            }
+        }
     }
 }
 

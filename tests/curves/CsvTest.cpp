@@ -55,7 +55,7 @@ TEST(Csv, LeadsRowsWithTheTimeWhenAsked) {
 
 TEST(Csv, AFailureKeepsTheLinesWrittenBeforeItAndSaysSo) {
     const TemporaryFolder folder;
-    const std::vector<std::int16_t> values(20000, 1234);
+    const std::vector<std::int16_t> values(60000, 1234);
     const auto pCurve = MakeCurve(values);
     const auto fail = [&](const std::wstring& strPath, const wchar_t* pReason, bool bKept) {
         try {
@@ -72,7 +72,7 @@ TEST(Csv, AFailureKeepsTheLinesWrittenBeforeItAndSaysSo) {
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
-    for (const std::size_t nLimit : {100000, 120000}) {  // the second within the last buffer
+    for (const std::size_t nLimit : {100000, 380000}) {  // the second within the last piece
         const rlimit tight{nLimit, before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &tight);
         fail(folder.Path("a.csv"), L"File too large", true);

@@ -50,30 +50,4 @@ TEST(ValueSummary, GivesWhatAScanGivesForAnyRangeAndBlockSize) {
     }
 }
 
-TEST(ValueSummary, CoversValuesAppendedInPiecesOfAnyLength) {
-    const auto values = MakeValues(60000, 4);
-    std::vector<std::uint8_t> bytes;
-    for (const std::int16_t nValue : values) {
-        bytes.push_back(static_cast<std::uint8_t>(nValue));
-        bytes.push_back(static_cast<std::uint8_t>(nValue >> 8));
-    }
-    for (const std::uint32_t nLongest : {3u, 200u, 700u, 9000u, 60000u}) {
-        RTCurveData curve(60000);
-        std::mt19937 random(nLongest);
-        while (curve.GetCount() < values.size()) {
-            const std::uint32_t nFrom = curve.GetCount();
-            const std::uint32_t nLeft = 60000 - nFrom;
-            const std::uint32_t nTake = std::min<std::uint32_t>(random() % (nLongest + 1), nLeft);
-            curve.AppendValues(bytes.data() + 2 * std::size_t{nFrom}, nTake);
-            ASSERT_EQ(curve.GetCount(), nFrom + nTake);
-        }
-        ASSERT_TRUE(std::equal(values.begin(), values.end(), curve.GetValues())) << nLongest;
-        for (std::uint32_t nFirst = 0; nFirst + 128 <= 60000; nFirst += 128)
-            for (const std::uint32_t nAt : {nFirst, nFirst + 1})
-                ASSERT_EQ(curve.FindMinMax(nAt, nFirst + 128), Scan(values, nAt, nFirst + 128))
-                    << nLongest << ", " << nAt;
-        ASSERT_EQ(curve.FindMinMax(1, 60000), Scan(values, 1, 60000)) << nLongest;
-    }
-}
-
 }  // namespace

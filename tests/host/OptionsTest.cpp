@@ -17,6 +17,7 @@ TEST(Options, RefusalsNameTheOptionAndTheRange) {
         {{"--value-rate", "0"}, "--value-rate: '0' is not a whole number from 1 to 65535"},
         {{"--trigger", "nan"}, "--trigger: 'nan' is not a number from 0 to 99.9"},
         {{"--second-input", "2"}, "--second-input: '2' is not one of voltage, position, analogue"},
+        {{"--replay-rate", "0"}, "--replay-rate: '0' is not a number from 0.001 to 1000000"},
         {{"--sample-time", "61"}, "--sample-time: '61' is not a whole number from 1 to 60"},
         {{"--desktop", ""}, "the name of the capture file is empty"},
     };

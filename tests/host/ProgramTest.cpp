@@ -53,7 +53,8 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
                                         "'Rest' x -3, 500 rows a second\ncapture      1.0 s"))
         << m_strOutput;
     for (const char* pPart :
-         {"\nchannel 2    10000 of 10000 values, ", ", force 500 to 5499, second input -6 to -6\n"})
+         {"\nchannel 2    10000 of 10000 values, ", ", force 500 to 5499, second input -6 to -6\n",
+          "/screen-2.png (Voltage)\n"})
         EXPECT_NE(m_strOutput.find(pPart), std::string::npos) << m_strOutput;
 
     // The level of 10 percent is a force of 500.
@@ -82,6 +83,16 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "RealTimeFiles/demo3.rt3"));
     for (const char* pName : {"lang", "set.ini"})
         EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / pName)) << pName;
+}
+
+TEST_F(Program, DemonstratesSingleValuesInAFolderOfItsOwn) {
+    m_folder.Put("r.csv", "Load\n1\n1\n");
+    Run("--mode 3 --sample-time 1 --replay r.csv --replay-rate 10 --data-folder . "
+        "--settings set.ini --demo new/out");
+    for (const char* pPart : {": 2 rows, 'Load' x 20, 10 rows", " line records, force 20 to 20\n"})
+        EXPECT_NE(m_strOutput.find(pPart), std::string::npos) << m_strErrors << m_strOutput;
+    EXPECT_EQ(m_folder.Get("new/out/capture.rt3").substr(0, 10),
+              std::string("\x04\0\0\0\x03\x01\x40\x9C\x20\x4E", 10));
 }
 
 TEST_F(Program, SaysOnStandardErrorWhyItCannotGoOn) {

@@ -169,8 +169,12 @@ TEST_F(Session, ADesktopShowsTheChannelsAndQuantitiesOfItsFile) {
         EXPECT_EQ(m_pSession->m_nChannels, 2);
         EXPECT_EQ(TextOf(IDC_DISPLAY_LIST), L"Force");  // with a position: Force/Voltage
     });
-    Run(
-        {"--desktop", "/nowhere.rt3"}, [] {}, L"/nowhere.rt3");
+    m_folder.Put("a.rt3", {bytes.begin(), bytes.begin() + 4});  // ends in front of the mode
+    for (const std::string strBad : {"/nowhere.rt3", strFile.c_str()})
+        Run(
+            {"--desktop", strBad.c_str()},
+            [this] { EXPECT_EQ(TextOf(IDC_DISPLAY_LIST), L"Force/Voltage"); },
+            FromUtf8(strBad).c_str());
 }
 
 }  // namespace

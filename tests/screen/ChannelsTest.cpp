@@ -132,7 +132,9 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         const RTPlot& first = m_session.m_aPlots[0];
         const std::wstring strPercent = std::to_wstring(first.m_nTriggerLevel / 50);
         ExpectReadOuts(L"0", strPercent.c_str(), "trigger of channel 1");
-        EXPECT_NE(strPercent, L"0");
+        // The line stands at the finger, a row lower for the level's cut-off fraction.
+        const CWnd& plot = *m_panel.m_pDialog->GetControl(IDC_PLOT_1);
+        EXPECT_EQ(Operator::TakePicture(plot).GetPixel(90, 21), RGB(255, 0, 255));
         m_panel.Select(IDC_CHANNEL_LIST, L"Channel 2");
         ExpectReadOuts(L"300", L"0", "channel 2 again");
         EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), L"Position (0-10V)");
@@ -203,11 +205,12 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
 TEST_F(Channels, AreClearedAndShownAnew) {
     m_panel.Run([&] {
         m_panel.TapBar(Menu::ID_INFO);
+        m_panel.Select(IDC_CHANNEL_LIST, L"Channel 2");
         m_panel.Tap(IDC_START);
         Push(9000, 300);
         EndCapture();
-        ExpectNewPicture(0, 0, "captured");
-        const RTPlot& plot = m_session.m_aPlots[0];
+        ExpectNewPicture(1, 0, "captured");
+        const RTPlot& plot = m_session.m_aPlots[1];
         const auto mark = [&] {
             m_panel.TapBar(Bar::ID_MARKER_A);
             m_panel.TapPlot(100);
@@ -216,12 +219,12 @@ TEST_F(Channels, AreClearedAndShownAnew) {
             m_panel.TapPlot(300, 20);
         };
         mark();
-        ExpectNewPicture(0, 0, "marked");
+        ExpectNewPicture(1, 0, "marked");
         m_panel.TapBar(Bar::ID_CLEAR_TRIGGER);
-        ExpectNewPicture(0, 0, "trigger cleared");
+        ExpectNewPicture(1, 0, "trigger cleared");
         ExpectReadOuts(L"375", L"0", "trigger cleared");
         m_panel.TapBar(Bar::ID_CLEAR_MARKERS);
-        ExpectNewPicture(0, 0, "markers cleared");
+        ExpectNewPicture(1, 0, "markers cleared");
         ExpectReadOuts(L"0", L"0", "markers cleared");
         EXPECT_EQ(plot.m_nMarkerA, -1);
         EXPECT_EQ(plot.m_nMarkerB, -1);
@@ -229,7 +232,7 @@ TEST_F(Channels, AreClearedAndShownAnew) {
         mark();
         m_panel.Tap(IDC_CLEAR);
         Operator::Wait(1);
-        ExpectNewPicture(0, 0, "cleared");
+        ExpectNewPicture(1, 0, "cleared");
         ExpectReadOuts(L"0", L"0", "cleared");
         EXPECT_EQ(plot.m_nMarkerB, -1);
         EXPECT_EQ(plot.m_nTriggerLevel, -1);
@@ -241,32 +244,36 @@ TEST_F(Channels, AreClearedAndShownAnew) {
         EndCapture();
         mark();
         m_panel.TapBar(Bar::ID_BACK);
-        ExpectNewPicture(0, 0, "marked again");
+        ExpectNewPicture(1, 0, "marked again");
         m_panel.Tap(IDC_CLEAR);
         Operator::Wait(1);
-        ExpectNewPicture(0, 0, "cleared without the bar");
+        ExpectNewPicture(1, 0, "cleared without the bar");
         EXPECT_NE(plot.m_nMarkerA, -1);
         EXPECT_NE(plot.m_nTriggerLevel, -1);
 
         m_panel.Tap(IDC_SAMPLE_TIME_MODE);
         m_panel.Tap(IDC_START);
-        ExpectNewPicture(0, 0, "a continuous capture");
+        ExpectNewPicture(1, 0, "a continuous capture");
         Push(9000, 300);
-        ExpectNewPicture(0, 0, "its values");
+        ExpectNewPicture(1, 0, "its values");
         EXPECT_TRUE(m_panel.TapBar(Menu::ID_INFO)) << "the bars stay usable";
         EndCapture();
         m_panel.Drag(100, 300);
-        ExpectNewPicture(0, 0, "zoomed");
+        ExpectNewPicture(1, 0, "zoomed");
         m_panel.Tap(IDC_SETTINGS);
         Operator::PressKey(Operator::Key::Escape);
-        ExpectNewPicture(0, 0, "the whole of it, after the settings");
+        ExpectNewPicture(1, 0, "the whole of it, after the settings");
         EXPECT_EQ(plot.m_nViewEnd, 98400);
     });
 }
 
 TEST_F(Channels, AreDrawnInTheirColumns) {
     m_session.m_nMode = 3;
+    // The channel list is sorted by its texts; channel 1 has the last one here.
+    m_language.m_folder.Put("lang/English.txt",
+                            std::string("0\0\t\0\t\0001\0002\0000\0\t\0\t\0Z\0", 18));
     m_panel.Run([&] {
+        EXPECT_EQ(m_panel.TextOf(IDC_CHANNEL_LIST), L"Channel 2");
         m_panel.Tap(IDC_START);
         Values values(60000);
         for (std::size_t i = 0; i < values.size(); ++i)
@@ -274,7 +281,7 @@ TEST_F(Channels, AreDrawnInTheirColumns) {
         for (int n = 0; n < 3; ++n) m_panel.m_queue.push(MakeSamples(0, values));
         EndCapture();
         for (const std::size_t k : {2u, 1u, 0u}) {
-            m_panel.Select(IDC_CHANNEL_LIST, L"Channel " + std::to_wstring(k + 1));
+            m_panel.Select(IDC_CHANNEL_LIST, k ? L"Channel " + std::to_wstring(k + 1) : L"Z");
             ExpectNewPicture(k, 0, "a channel of three");
         }
     });

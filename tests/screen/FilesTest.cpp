@@ -26,6 +26,7 @@ TEST_F(Files, AreSavedWithinTheStoreAndLoadedOnThePanel) {
         m_panel.Settle();
         m_panel.SaveAs(L"../evil");
         EXPECT_EQ(Operator::ModalTitle(), L"Data Error");
+        EXPECT_EQ(Operator::ModalText(), L"../evil\ncannot be used as a file name.");
         Operator::PressKey(Operator::Key::Escape);
         EXPECT_EQ(m_folder.CountEntries(), 1u);  // the folder of the language files
         for (int n = 0; n < 2; ++n) {            // the second replaces the first
@@ -35,13 +36,14 @@ TEST_F(Files, AreSavedWithinTheStoreAndLoadedOnThePanel) {
 
         std::filesystem::create_directory(m_folder.GetPath() / "RealTimeFiles/folder.RT3");
         m_folder.Put("RealTimeFiles/Apple.RT3", SMALL);
+        m_folder.Put("RealTimeFiles/Apple.rt3", "");  // called the same but for its extension
         m_panel.Tap(IDC_LOAD);
         CWnd* pList = Operator::ModalWindow();
         const CWnd* pRows = pList->GetControl(CDlgListFiles::ID_FILES);
         EXPECT_FALSE(Operator::Select(*pRows, L"folder"));
-        EXPECT_TRUE(Operator::Select(*pRows, L"Apple"));
+        EXPECT_TRUE(Operator::Select(*pRows, L"Apple.RT3"));
         EXPECT_TRUE(Operator::Tap(*pList, IDOK));
-        EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode - Apple");
+        EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode - Apple.RT3");
         EXPECT_EQ(m_panel.ValuesOf(0), (std::vector<std::int16_t>{100, -200, 300, -50}));
     });
 }
@@ -66,7 +68,8 @@ TEST_F(Files, AreChosenInDialogsOrDroppedOnADesktop) {
         };
         for (const auto& [strFile, nLength, expected] : cases) {
             m_folder.Put("cut.rt3", strFile.substr(0, nLength));
-            Operator::DropFiles(*m_panel.m_pDialog, {m_folder.Path("cut.rt3")});
+            Operator::DropFiles(*m_panel.m_pDialog,
+                                {m_folder.Path("cut.rt3"), m_folder.Path("seen.RT3")});
             EXPECT_NE(Operator::ModalText().find(L"cut.rt3"), std::wstring::npos);
             EXPECT_TRUE(Operator::PressModalButton(L"OK"));
             EXPECT_EQ(

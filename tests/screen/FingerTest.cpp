@@ -70,7 +70,8 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
         m_panel.Settle();
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(400, 100));
         expectBand(340, 399);
-        Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
+        Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(340, 350));  // below the plot
+        EXPECT_EQ(Plot().m_bZoomDrag, 0);
         m_panel.Tap(IDC_ZOOM_ALL);
         EXPECT_TRUE(Operator::TakePicture(plot).EncodePng() == before.EncodePng());
     });
@@ -92,6 +93,7 @@ TEST_F(FingerTest, ClampsAndFormatsEntries) {
         Operator::PressKey(Operator::Key::Escape);
         EXPECT_EQ(m_panel.TextOf(IDC_SAMPLE_TIME), L"3");
         expect(IDC_SAMPLE_TIME, L"0.4", L"1");
+        expect(IDC_SAMPLE_TIME, L"7.6", L"8");
         expect(IDC_SAMPLE_TIME, L"75", L"60");
         expect(IDC_TRIGGER, L"100", L"99.9");
         expect(IDC_TRIGGER, L"-5", L"0.0");

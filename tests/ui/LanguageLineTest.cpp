@@ -14,8 +14,9 @@ std::wstring Parse(std::u16string_view line) {
 }  // namespace
 
 TEST(LanguageLine, IsTakenApart) {
-    for (const std::u16string_view line : {u"12\tx\t1508\ty\tZoom", u"11\tx\t1508\ty\t\tout", u"",
-                                           u"11\t11\t11\t11", u"11\t\t1\t\t\r"})
+    for (const std::u16string_view line :
+         {u"12\tx\t1508\ty\tZoom", u"11\tx\t1508\ty\t\tout", u"", u"11\t11\t11\t11",
+          u"11\t\t1\t\t\r", u"5\t\t1\t\tof another screen"})
         EXPECT_EQ(Parse(line), L"skipped");
     const std::pair<std::u16string_view, const wchar_t*> lines[] = {
         {u"11\tx\t1508\ty\tZoom", L"1508=Zoom"},

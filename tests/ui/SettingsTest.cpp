@@ -30,6 +30,7 @@ TEST(Settings, StoreAutoZoomAndRangesAsWholeNumbersWithinTheirLimits) {
             EXPECT_TRUE(AwaitModal(L"Data Error"));
             EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), CBigMessageBox::ID_OK_CENTRE));
             EXPECT_EQ(graph.m_nRangeMin, -5000);
+            EXPECT_EQ(TextOf(dialog, ID_RANGE_MIN), L"-5000");
         }
         for (const int nNumber : {-20000, 70000}) {  // the latter is above the upper end
             enter(ID_RANGE_MIN, std::to_wstring(nNumber).c_str());

@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QPainter>
-#include <QTimer>
 #include <QWindow>
 #include <algorithm>
 #include <unordered_map>
@@ -40,6 +39,12 @@ NativeWindow::NativeWindow(QWidget& nativeWidget, int nControlID, CWnd* pNewOwne
                            std::unique_ptr<CWnd> pNewStandIn)
     : m_widget(nativeWidget), m_hWnd(NextHandle()), m_nID(nControlID), m_pOwner(nullptr),
       m_pStandIn(std::move(pNewStandIn)) {
+    m_refreshTimer.setSingleShot(true);
+    m_refreshTimer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_refreshTimer, &QTimer::timeout, [this] { Refresh(); });
+    // Once started, it needs no memory of its own again: a start that fails leaves nothing behind.
+    m_refreshTimer.start(0);
+    m_refreshTimer.stop();
     WindowTable()[m_hWnd] = this;
     WidgetTable()[&m_widget] = this;
     Attach(pNewOwner ? pNewOwner : m_pStandIn.get());
@@ -135,16 +140,11 @@ void NativeWindow::WaitForPaintEvent() {
 }
 
 void NativeWindow::RequestRefresh() noexcept {
-    if (m_bRefreshDue) return;
-    const auto refresh = [this] { Refresh(); };
-    const auto wait =
-        std::chrono::ceil<std::chrono::milliseconds>(m_nextRefresh - steady_clock::now());
+    if (m_refreshTimer.isActive()) return;
+    using std::chrono::milliseconds;
+    const auto wait = std::chrono::ceil<milliseconds>(m_nextRefresh - steady_clock::now());
     try {
-        if (wait.count() > 0)
-            QTimer::singleShot(wait, Qt::PreciseTimer, &m_widget, refresh);
-        else
-            QMetaObject::invokeMethod(&m_widget, refresh, Qt::QueuedConnection);
-        m_bRefreshDue = true;
+        m_refreshTimer.start(std::max(wait, milliseconds(0)));
     } catch (const std::bad_alloc&) {
         // The next request tries again.
         if (m_pOwner) m_pOwner->m_bPaintRequested = false;
@@ -152,7 +152,6 @@ void NativeWindow::RequestRefresh() noexcept {
 }
 
 void NativeWindow::Refresh() {
-    m_bRefreshDue = false;
     if (!m_pOwner) return;
     if (!IsShown()) {
         WaitForPaintEvent();
@@ -192,7 +191,8 @@ void NativeWindow::PaintWidget(const QRegion& region, const std::function<void()
         Draw(paintDefault);
         // A refresh that is due shows all of it: the window may get nothing of this paint, which
         // can be one into a picture of the window.
-        if (!m_bRefreshDue) m_widget.update(QRegion(std::exchange(m_changed, QRect())) - region);
+        if (!m_refreshTimer.isActive())
+            m_widget.update(QRegion(std::exchange(m_changed, QRect())) - region);
     }
     // The painter is clipped to the region.
     if (m_bOwnerDraws) QPainter(&m_widget).drawImage(0, 0, m_picture);

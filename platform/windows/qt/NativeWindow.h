@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <chrono>
 #include <functional>
@@ -97,7 +98,7 @@ struct PLATFORM_API NativeWindow {
 
     std::unique_ptr<CWnd> m_pStandIn;
     bool m_bOwnerDraws = false;                           ///< the last drawing was the owner's
-    bool m_bRefreshDue = false;                           ///< Refresh will be called
+    QTimer m_refreshTimer;                                ///< runs: Refresh will be called
     std::chrono::steady_clock::time_point m_nextRefresh;  ///< the earliest time
     Handling* m_pHandling = nullptr;
 };
