@@ -57,16 +57,20 @@ void AddInstrument(CCommandLine& line, Options& options) {
 }
 
 void AddReplay(CCommandLine& line, Options& options) {
-    line.AddText("--replay", "FILE", options.m_strReplay,
-                 "play a recorded stroke instead of the simulated press: a CSV file with a header "
-                 "row");
-    line.AddText("--replay-first", "COLUMN", options.m_columns.m_strFirst,
-                 "column of the first quantity, by name or number from 1 (force, else the first)");
+    line.AddText(
+        "--replay", "FILE", options.m_strReplay,
+        "play a recorded stroke instead of the simulated press: a text file with a row for "
+        "each step, fields between commas, semicolons or tabs, decimal point or comma");
+    line.AddText(
+        "--replay-first", "COLUMN", options.m_columns.m_strFirst,
+        "column of the first quantity, by name or number from 1 (force, load or kraft, else "
+        "the first)");
     line.AddText("--replay-second", "COLUMN", options.m_columns.m_strSecond,
-                 "column of the second quantity (displacement, position, distance or voltage, else "
-                 "the next)");
-    line.AddNumber("--replay-rate", "X", options.m_replay.m_dRowsPerSecond, 0.001, 1e6,
-                   "rows per second of the recording (1000)");
+                 "column of the second quantity (displacement, position, distance, voltage, weg or "
+                 "spannung, else the next)");
+    line.AddNumber(
+        "--replay-rate", "X", false, [&](double d) { options.m_rowsPerSecond = d; }, 0.001, 1e6,
+        "rows per second of the recording (by its column of times, else 1000)");
     line.AddNumber("--replay-first-scale", "X", options.m_replay.m_dFirstScale, -1e6, 1e6,
                    "values per unit of the first quantity (20)");
     line.AddNumber("--replay-second-scale", "X", options.m_replay.m_dSecondScale, -1e6, 1e6,

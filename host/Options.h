@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -24,7 +25,8 @@ struct Options {
 
     std::string m_strReplay;  ///< recording to play; empty: the simulated press
     RecordingColumns m_columns;
-    ReplaySettings m_replay;
+    ReplaySettings m_replay;                ///< but for the rate
+    std::optional<double> m_rowsPerSecond;  ///< none: the recording's, or 1000
 
     std::string m_strDemo;          ///< folder for what the demonstration makes; empty: no demo
     std::string m_strDataFolder;    ///< with lang and RealTimeFiles; empty: the program's

@@ -42,7 +42,8 @@ RTScreenRecord ReadScreenRecordOf(const std::wstring& strPath) {
     return record;
 }
 
-std::string DescribeReplay(const Options& options, const Recording& recording) {
+/// What has been understood of a recording.
+std::string DescribeReplay(const Options& options, const Recording& recording, double dRate) {
     const auto describe = [](const std::string& strName, double dScale) {
         char szText[64];
         std::snprintf(szText, sizeof szText, " x %g", dScale);
@@ -54,8 +55,10 @@ std::string DescribeReplay(const Options& options, const Recording& recording) {
     if (!recording.m_strSecondName.empty())
         strText += " and " + describe(recording.m_strSecondName, options.m_replay.m_dSecondScale);
     char szRate[64];
-    std::snprintf(szRate, sizeof szRate, ", %g rows a second", options.m_replay.m_dRowsPerSecond);
-    return strText + szRate;
+    std::snprintf(szRate, sizeof szRate, ", %g rows a second", dRate);
+    strText += szRate;
+    if (recording.m_rowsPerSecond) strText += " by '" + recording.m_strTimeName + "'";
+    return strText + " (" + recording.m_strForm + ")";
 }
 
 }  // namespace
@@ -79,9 +82,17 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
         pPress = std::make_unique<CSimulatedPress>(m_options.m_secondInput, m_options.m_nSeed);
         m_strInstrument = "simulated press";
     } else {
-        Recording recording = ReadRecording(m_options.m_strReplay, m_options.m_columns);
-        m_strInstrument = DescribeReplay(m_options, recording);
-        pPress = std::make_unique<CRecordedPress>(std::move(recording), m_options.m_replay);
+        RecordingColumns columns = m_options.m_columns;
+        columns.m_bTimes = !m_options.m_rowsPerSecond;
+        Recording recording = ReadRecording(m_options.m_strReplay, columns);
+        ReplaySettings replay = m_options.m_replay;
+        const double dOwnRate = recording.m_rowsPerSecond.value_or(replay.m_dRowsPerSecond);
+        replay.m_dRowsPerSecond = m_options.m_rowsPerSecond.value_or(dOwnRate);
+        m_strInstrument = DescribeReplay(m_options, recording, replay.m_dRowsPerSecond);
+        auto pRecorded = std::make_unique<CRecordedPress>(std::move(recording), replay);
+        if (const std::size_t nClamped = pRecorded->CountClamped())
+            m_strInstrument += "; " + std::to_string(nClamped) + " values do not fit 16 bits";
+        pPress = std::move(pRecorded);
     }
     std::optional<CaptureRequest> selfStart;
     if (m_options.m_bCaptureLocked)

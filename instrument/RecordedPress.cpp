@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace {
 
@@ -52,6 +53,17 @@ CRecordedPress::CRecordedPress(Recording recording, const ReplaySettings& settin
     };
     m_phases = {toSeconds(cycle.m_nBegin), toSeconds(contact.m_nBegin), toSeconds(nPeak),
                 toSeconds(contact.m_nEnd), toSeconds(cycle.m_nEnd)};
+}
+
+std::size_t CRecordedPress::CountClamped() const {
+    const auto count = [](const std::vector<double>& values, double dScale) {
+        return std::ranges::count_if(values, [dScale](double dValue) {
+            const double dScaled = std::round(dScale * dValue);
+            return dScaled < INT16_MIN || dScaled > INT16_MAX;
+        });
+    };
+    return static_cast<std::size_t>(count(m_recording.m_adFirst, m_settings.m_dFirstScale) +
+                                    count(m_recording.m_adSecond, m_settings.m_dSecondScale));
 }
 
 void CRecordedPress::Read(std::uint64_t, double dSeconds, std::span<PressSample> channels) {

@@ -20,6 +20,9 @@ class CRecordedPress : public IPressSignal {
     /// @throws CRecordingError when the recording lasts less than 0.05 s at that rate
     CRecordedPress(Recording recording, const ReplaySettings& settings);
 
+    /// How many values of the recording do not fit 16 bits and are clamped.
+    std::size_t CountClamped() const;
+
     double GetStrokeSeconds() const override { return m_dStrokeSeconds; }
     const StrokePhases& GetPhases() const override { return m_phases; }
     void Read(std::uint64_t nStroke, double dSeconds, std::span<PressSample> channels) override;

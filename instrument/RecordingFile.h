@@ -1,21 +1,19 @@
-// Recordings of a press in comma-separated text files.
+// Recordings of a press in text files.
 #pragma once
 
-#include <stdexcept>
+#include <optional>
 #include <string>
 #include <vector>
 
-/// A recording that cannot be used. The text says which file and line, and why.
-class CRecordingError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+#include "instrument/TextTable.h"
 
-/// Which columns hold the quantities: a name from the header row (case does not matter), or a
-/// number from 1. A name goes before a number. Empty: found by the usual names.
+/// Which columns hold the quantities: a name from the header row (case does not matter, a unit in
+/// brackets may be left out), or a number from 1. A name goes before a number. Empty: found by the
+/// usual names.
 struct RecordingColumns {
     std::string m_strFirst;
     std::string m_strSecond;
+    bool m_bTimes = true;  ///< false: a column of times is passed over, whatever it holds
 };
 
 /// The values of a recording as they stand in the file, in equal steps of time.
@@ -24,15 +22,20 @@ struct Recording {
     std::string m_strSecondName;     ///< empty: the file has no second quantity
     std::vector<double> m_adFirst;   ///< one per row, at least one row
     std::vector<double> m_adSecond;  ///< as many, or none
+    /// By the file's column of times, in rows per second; none: it has no such column.
+    std::optional<double> m_rowsPerSecond;
+    std::string m_strTimeName;
+    std::string m_strForm;  ///< how the file is written, in words
 };
 
-/// Reads a recording: a header row, then one row per step, separated by commas, with a point as
-/// decimal separator. Blank lines are skipped; other columns need not hold numbers.
+/// Reads a recording: one row per step, as CTextTable reads them.
 ///
-/// Without a column given, the first quantity is the column "force", else the first one; the second
-/// is the column "displacement", "position", "distance" or "voltage", else the one after the first,
-/// else there is none.
-/// @throws CRecordingError when the file cannot be read, is no regular file or larger than 256 MiB,
-///         has a line above 64 KiB or more than ten million rows, holds no rows, lacks a column, or
-///         a value is not a finite number
+/// Without a column given, the first quantity is the column "force", "load" or "kraft", else the
+/// first one; the second is the column "displacement", "position", "distance", "voltage", "weg" or
+/// "spannung", else the one after the first, else there is none. A column "time", "t" or "zeit" is
+/// neither, unless it is asked for: it gives the rate, in seconds or in the unit behind its name
+/// (s, ms or us, in brackets or behind a slash or comma).
+/// @throws CRecordingError as CTextTable, and when the file has more than ten million rows or none,
+///         lacks a column, a value is not a finite number, or a time does not come after the one
+///         before or only after a gap
 Recording ReadRecording(const std::string& strPath, const RecordingColumns& columns);

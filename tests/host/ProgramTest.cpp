@@ -50,7 +50,8 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
               0);
     EXPECT_EQ(m_strErrors, "");
     EXPECT_TRUE(m_strOutput.starts_with("instrument   recording r.csv: 1000 rows, 'Path' x 10 and "
-                                        "'Rest' x -3, 500 rows a second\ncapture      1.0 s"))
+                                        "'Rest' x -3, 500 rows a second (commas, header)\n"
+                                        "capture      1.0 s"))
         << m_strOutput;
     for (const char* pPart :
          {"\nchannel 2    10000 of 10000 values, ", ", force 500 to 5499, second input -6 to -6\n",

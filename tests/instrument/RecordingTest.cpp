@@ -33,9 +33,47 @@ TEST_F(RecordingTest, FindsTheUsualColumns) {
     EXPECT_TRUE(single.m_adSecond.empty());
 }
 
+TEST_F(RecordingTest, UnderstandsTheFormsThatProgramsWrite) {
+    const struct {
+        std::string m_strText;
+        double m_dFirst, m_dSecond;  ///< of the last row; second 99: there is none
+        double m_dRate;              ///< 0: none
+        const char* m_pForm;
+    } cases[] = {
+        {"Kraft;Weg\n1;2\n0,056;-0,010\n", 0.056, -0.01, 0, "semicolons, decimal comma, header"},
+        {"1\t2\r\n3\t4.5\r\n", 3, 4.5, 0, "tabs, decimal point, no header"},
+        {"load\n0,5\n1,25\n", 1.25, 99, 0, "one column, decimal comma, header"},
+        {"0,056\n1,1\n", 1.1, 99, 0, "one column, decimal comma, no header"},
+        {"\"time, s\",\"force\"\n\"0,0\",\"1,5\"\n\"0,1\",\"2,5\"\n", 2.5, 99, 10,
+         "commas, decimal comma, header"},
+        {"Zeit/ms;Weg [mm];Kraft [N];\nms;mm;N;\n0;1;2;\n2;3;4;\n5;5;6;\n", 6, 5, 400,
+         "semicolons, header"},
+        {"force,t\n7,0\n8,0.5\n", 8, 99, 2, "commas, decimal point, header"},
+    };
+    for (const auto& one : cases) {
+        const Recording recording = Read(one.m_strText);
+        EXPECT_EQ(recording.m_strForm, one.m_pForm);
+        EXPECT_EQ(recording.m_adFirst.back(), one.m_dFirst) << one.m_strText;
+        EXPECT_EQ(recording.m_adSecond.empty() ? 99 : recording.m_adSecond.back(), one.m_dSecond);
+        EXPECT_DOUBLE_EQ(recording.m_rowsPerSecond.value_or(0), one.m_dRate) << one.m_strText;
+    }
+    EXPECT_FALSE(Read("t,force\n9,1\n9,1\n", {"", "", false}).m_rowsPerSecond);
+    EXPECT_EQ(CRecordedPress(Read("a,b\n1,0\n2,-4\n-2,3\n"), {1, 20000, 10000}).CountClamped(), 3u);
+}
+
 TEST_F(RecordingTest, SaysWhatIsWrong) {
     const std::tuple<std::string, RecordingColumns, const char*> cases[] = {
-        {"", {}, ": has no header row"},
+        {"", {}, ": holds no rows"},
+        {"force,displacement\n0,056;0,010\n", {}, ":2: the row has 3 columns, the first one has 2"},
+        {"force;way\n0,5;1\n0,5;1.5\n",
+         {},
+         ":3: column 2 holds '1.5', in a file with a decimal comma"},
+        {"force\n1.234,5\n", {}, ":2: column 1 holds '1.234,5', which is no number"},
+        {"1;2\n1;2\nx;2\n", {}, ":3: column 1 holds 'x', which is no number"},
+        {"time,force\n0,1\n1,1\n1,1\n", {}, ":4: the time does not come after the one before"},
+        {"time,force\n0,1\n1,1\n2,1\n3,1\n4,1\n9,1\n", {}, ":7: there is a gap in the time"},
+        {"time (min),force\n0,1\n", {}, ": the unit of 'time (min)' is not s, ms or us"},
+        {"time\n0\n", {}, ": has no column of a quantity"},
         {"force,displacement\n\n", {}, ": holds no rows"},
         {"force,displacement\n1,2\n3\n", {}, ":3: the row ends before column 2"},
         {"force\n1\nabc\n", {}, ":3: column 1 holds 'abc', which is no number"},

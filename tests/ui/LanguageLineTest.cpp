@@ -42,12 +42,12 @@ TEST(LanguageFile, IsReadLineByLine) {
     // does not, and an odd byte at the end.
     const std::u16string_view text =
         u"\uFEFF11\t\t1\t\tone\r\n12\t\t2\t\ttwo\r\n\n11\t\t1\t\tuno\n11\t\t1\t\t\r\n"
-        u"11\t\t3\t\tthree.";
+        u"11\t\t3\t\tthr\u0439e.";
     const auto* pBytes = reinterpret_cast<const std::uint8_t*>(text.data());
     CLanguageTable table;
     ParseLanguageFile({pBytes, 2 * text.size() - 1}, table);
     ParseLanguageFile({pBytes, 1}, table);
     ASSERT_EQ(table.GetCount(), 2u);
     EXPECT_EQ(*table.Find(1), L"uno");
-    EXPECT_EQ(*table.Find(3), L"three");
+    EXPECT_EQ(*table.Find(3), L"thr\u0439e");
 }
