@@ -27,6 +27,8 @@ TEST(ListFiles, ArrowsScrollUntilARowIsSelectedAndMoveThatToTheEnds) {
             Operator::Tap(dialog, ID_UP);
             EXPECT_EQ(dialog.GetSelectedName(), L"Run 10");
         }
+        Operator::Tap(dialog, ID_DOWN);
+        EXPECT_EQ(dialog.GetSelectedName(), L"run 11");
         Operator::Select(*pFiles, L"Run 48.RT3");
         EXPECT_EQ(dialog.GetSelectedIndex(), 40);
         for (int n = 0; n < 2; ++n) {
