@@ -1,6 +1,7 @@
 #include "platform/drawing/qt/Raster.h"
 
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -104,8 +105,11 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
 void FillPixels(const PixelView& view, const CRect& rect, std::uint32_t nPixel) {
     const CRect part = Intersect(rect, view.m_clip);
     if (part.IsEmpty()) return;
-    for (int y = part.top; y < part.bottom; ++y)
-        std::fill_n(view.At(part.left, y), part.Width(), nPixel);
+    // The library copies with the longest registers that the processor has.
+    const std::uint32_t* const pFirstRow = view.At(part.left, part.top);
+    std::fill_n(view.At(part.left, part.top), part.Width(), nPixel);
+    for (int y = part.top + 1; y < part.bottom; ++y)
+        std::memcpy(view.At(part.left, y), pFirstRow, sizeof(std::uint32_t) * part.Width());
 }
 
 void InvertPixels(const PixelView& view, const CRect& rect) {
