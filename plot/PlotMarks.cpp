@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::int32_t UNSET = -1;
 constexpr COLORREF TRIGGER_LINE = RGB(255, 0, 255);
+constexpr int LEGEND_WIDTH = 100;
 constexpr int LEGEND_TOP = 120;
 constexpr int LEGEND_STEP = 20;
 
@@ -56,15 +57,16 @@ void CPlotPainter::DrawMarks() {
 
 void CPlotPainter::DrawLegend() {
     const std::size_t nCurves = m_scene.m_nCurves;
-    if (nCurves < 2) return;
+    const int xLine = m_layout.m_nWidth - LEGEND_WIDTH;
+    if (nCurves < 2 || m_nEnd <= xLine) return;
     m_dc.SetTextAlign(TextAlign::Left);
     int y = LEGEND_TOP;
     for (std::size_t k = 0; k < nCurves && y - 10 < m_layout.m_nHeight; ++k, y += LEGEND_STEP) {
         const COLORREF color = ColourOf(m_colours.m_acrGraphLine, k);
         const CPenScope pen(m_dc, PenStyle::Solid, color);
-        m_dc.MoveTo(m_layout.m_nWidth - 100, y);
-        m_dc.LineTo(m_layout.m_nWidth - 80, y);
+        m_dc.MoveTo(xLine, y);
+        m_dc.LineTo(xLine + 20, y);
         m_dc.SetTextColor(color);
-        m_dc.TextOut(m_layout.m_nWidth - 70, y - 10, L"Curve #" + std::to_wstring(k + 1));
+        m_dc.TextOut(xLine + 30, y - 10, L"Curve #" + std::to_wstring(k + 1));
     }
 }

@@ -64,6 +64,7 @@ CRect CPlotPainter::PaintChange() {
     m_dc.LimitTo(&changed);
     m_dc.CopyRect(0, 0, m_layout.m_nWidth, m_layout.m_nHeight, &ground, 0, 0);
     m_nFrom = changed.left;
+    m_nEnd = changed.right;
     DrawFront();
     m_dc.LimitTo(nullptr);
     return changed;

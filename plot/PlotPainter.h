@@ -8,6 +8,7 @@
 #include "plot/PlotScale.h"
 #include "plot/PlotSnapshot.h"
 #include "plot/RTPlot.h"
+#include "plot/Truncate.h"
 
 /// Selects a pen for as long as it lives.
 class CPenScope {
@@ -87,7 +88,9 @@ class CPlotPainter {
     const TimeAxis m_time;
     const ValueAxis m_value;
     PlotCache& m_cache;
-    int m_nFrom = 0;  ///< what lies left of this x is there already
+    /// What lies left of the one x, and from the other one on, is there already.
+    int m_nFrom = 0;
+    int m_nEnd = FAR_PIXEL;
 };
 
 /// The colour of a curve by its place in the plot's list.

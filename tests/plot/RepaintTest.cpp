@@ -110,7 +110,7 @@ TEST(Repaint, OfAGrowingCurveIsThePictureOfTheWhole) {
         const auto pick = [&](unsigned nBelow) {
             return static_cast<std::uint32_t>(random() % nBelow);
         };
-        PlotSheet sheet(nSeed % 5 == 4 ? 90 : 200, 120);
+        PlotSheet sheet(nSeed % 5 == 4 ? 90 : 200, 132);
         sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nSeed % 3);
         sheet.m_plot.m_nMode = nSeed % 4 == 3 ? 3 : 1;
         for (unsigned k = nSeed / 3 % 3; k > 0; --k) sheet.Add(6000, Wave).AddPulse(4000, 5);
