@@ -55,7 +55,7 @@ std::filesystem::path ToPath(const std::wstring& strPath) { return ToUtf8(strPat
 /// A name that no capture in the store has; the store takes names of another case for the same.
 std::wstring FindFreeName() {
     std::wstring strName = L"demo";
-    for (int n = 2; std::filesystem::exists(ToPath(FindFileOfAnyCase(GetSavePath(strName)))); ++n)
+    for (int n = 2; std::filesystem::exists(ToPath(GetSavePath(strName))); ++n)
         strName = L"demo" + std::to_wstring(n);
     return strName;
 }

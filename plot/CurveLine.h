@@ -1,7 +1,6 @@
 // The line of one curve in a plot: the curve reduced to columns.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -10,20 +9,8 @@
 
 #include "curves/RTCurveData.h"
 #include "platform/drawing/Geometry.h"
+#include "plot/ChangedSpan.h"
 #include "plot/PlotScale.h"
-#include "plot/Truncate.h"
-
-/// A part of a picture's width that is to be drawn anew.
-struct ChangedSpan {
-    int m_nFrom = FAR_PIXEL;
-    int m_nEnd = -FAR_PIXEL;  ///< just behind
-
-    static constexpr ChangedSpan Everything() { return {-FAR_PIXEL, FAR_PIXEL}; }
-    void Include(const ChangedSpan& other) {
-        m_nFrom = std::min(m_nFrom, other.m_nFrom);
-        m_nEnd = std::max(m_nEnd, other.m_nEnd);
-    }
-};
 
 /// The points that a curve has been reduced to, kept from paint to paint. What they follow from is
 /// kept with them: a curve that has not changed is not read again, and of one that has grown only

@@ -54,8 +54,8 @@ ChangedSpan CInputTraces::Update(const std::shared_ptr<const RTCurveData>& spDat
         changed = ChangedSpan::Everything();
     }
     m_bComplete = false;
-    const std::size_t nRecords = pulses.CountRuns();
-    if (!m_reading && !Begin(pulses, nRecords)) {
+    const std::size_t nRuns = pulses.CountRuns();
+    if (!m_reading && !Begin(pulses, nRuns)) {
         m_bComplete = true;
         return changed;
     }
@@ -65,12 +65,12 @@ ChangedSpan CInputTraces::Update(const std::shared_ptr<const RTCurveData>& spDat
         static_cast<std::int64_t>((source.m_nWidth - LEFT_MARGIN) / source.m_time.m_dScale);
     const std::int64_t nEnd = std::min(nLast, source.m_nFirst + nVisible + 1);
     const std::size_t nEnded = m_runs.size();
-    while (m_reading->m_nNext < nRecords && pulses.GetRun(m_reading->m_nNext).m_nPosition <= nEnd)
+    while (m_reading->m_nNext < nRuns && pulses.GetRun(m_reading->m_nNext).m_nPosition <= nEnd)
         Read(pulses.GetRun(m_reading->m_nNext++), *m_reading, m_runs);
 
     std::vector<TraceRun> tail;
     Reading beyond = *m_reading;
-    if (beyond.m_nNext < nRecords) Read(pulses.GetRun(beyond.m_nNext), beyond, tail);
+    if (beyond.m_nNext < nRuns) Read(pulses.GetRun(beyond.m_nNext), beyond, tail);
     tail.push_back(beyond.m_open);
     tail.back().m_nEndX = XAt(std::min(beyond.m_nPosition, nLast));
 
@@ -85,9 +85,9 @@ ChangedSpan CInputTraces::Update(const std::shared_ptr<const RTCurveData>& spDat
 
 /// Begins with the first record at or behind the left edge.
 /// @return false when there is none
-bool CInputTraces::Begin(const RTPulseList& pulses, std::size_t nRecords) {
-    const std::size_t nFirst = pulses.FindRun(nRecords, m_source->m_nFirst);
-    if (nFirst == nRecords) return false;
+bool CInputTraces::Begin(const RTPulseList& pulses, std::size_t nRuns) {
+    const std::size_t nFirst = pulses.FindRun(nRuns, m_source->m_nFirst);
+    if (nFirst == nRuns) return false;
     const unsigned nLevels = pulses.GetRun(nFirst).m_byState & LINE_BITS;
     m_reading = Reading{.m_nNext = nFirst,
                         .m_nPosition = m_source->m_nFirst,

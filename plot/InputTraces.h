@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "curves/RTCurveData.h"
-#include "plot/CurveLine.h"
+#include "plot/ChangedSpan.h"
 #include "plot/PlotScale.h"
 
 /// What the four traces do next: some steps at one x, then straight on. Bits stand for lines.
@@ -52,12 +52,12 @@ class CInputTraces {
   private:
     /// Runs that follow from the records read so far; the last one is still open.
     struct Reading {
-        std::size_t m_nNext = 0;       ///< the record to be read next
+        std::size_t m_nNext = 0;       ///< the run of records to be read next
         std::int64_t m_nPosition = 0;  ///< of the one before
         TraceRun m_open;
     };
 
-    bool Begin(const RTPulseList& pulses, std::size_t nRecords);
+    bool Begin(const RTPulseList& pulses, std::size_t nRuns);
     /// Reads one record, which may end the open run and begin another.
     void Read(const RTPulse& pulse, Reading& reading, std::vector<TraceRun>& ended) const;
     int XAt(std::int64_t nPosition) const {
