@@ -95,6 +95,13 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
     return std::make_unique<CWindowSystem>(argc, argv);
 }
 
+DisplayKind GetDisplayKind() {
+    const QString strPlatform = QGuiApplication::platformName();
+    const bool bManaged =
+        strPlatform.startsWith(QLatin1String("wayland")) || strPlatform == QLatin1String("xcb");
+    return bManaged ? DisplayKind::Desktop : DisplayKind::Panel;
+}
+
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 
 void PumpMessages() {

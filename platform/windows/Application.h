@@ -26,6 +26,14 @@ class PLATFORM_API CWindowSystem {
     std::unique_ptr<State> m_pState;
 };
 
+enum class DisplayKind {
+    Panel,  ///< no window manager: windows have frames of the layer's own, dialogs are finger-sized
+    Desktop,  ///< a window manager frames the windows; file dialogs are the platform's
+};
+
+/// What the windows are shown on. Made out when the window system begins.
+PLATFORM_API DisplayKind GetDisplayKind();
+
 /// Handles the messages and the input that wait, and returns. For long work on the user-interface
 /// thread; a window made with CDialog::CreateModal keeps the input from the screen behind.
 PLATFORM_API void PumpMessages();
