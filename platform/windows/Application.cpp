@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QScreen>
 #include <QStyleFactory>
 #include <clocale>
 #include <cstdio>
@@ -10,12 +11,14 @@
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/FrameWidget.h"
 #include "platform/windows/qt/UiQueue.h"
-#include "platform/windows/qt/Widgets.h"
 
 namespace {
 
 CApplication* g_pApp = nullptr;
+
+const QColor BACKGROUND(52, 64, 80);  ///< of a display that is filled
 
 /// The look of the instrument, whatever the desktop's theme is.
 QPalette InstrumentPalette() {
@@ -111,14 +114,31 @@ void PumpMessages() {
 }
 
 bool CFrameWindow::Create(const std::wstring& strTitle) {
-    auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);
+    auto* pWidget = new ViewWidget(this, nullptr, Qt::Window);
     pWidget->setWindowTitle(QString::fromStdWString(strTitle));
     return true;
 }
 
+void CFrameWindow::FillDisplay() {
+    NativeWindow* pNative = NativeWindow::Of(*this);
+    if (!pNative) return;
+    QWidget& widget = pNative->m_widget;
+    widget.setWindowFlag(Qt::FramelessWindowHint);
+    widget.setPalette(QPalette(BACKGROUND));
+    widget.setGeometry(widget.screen()->geometry());
+    widget.show();
+}
+
 bool CView::Create(CWnd* pParent) {
     NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr;
-    new DialogWidget(this, pNative ? &pNative->m_widget : nullptr, Qt::Widget);
+    new ViewWidget(this, pNative ? &pNative->m_widget : nullptr);
+    return true;
+}
+
+bool CView::CreateFoot(CWnd& dialog, int nHeight) {
+    FrameWidget* pFrame = FrameWidget::Of(NativeWindow::Of(dialog));
+    if (!pFrame || pFrame->HasFoot()) return false;
+    pFrame->SetFoot(*new ViewWidget(this, pFrame), nHeight);
     return true;
 }
 
