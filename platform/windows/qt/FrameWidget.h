@@ -36,6 +36,7 @@ class PLATFORM_API FrameWidget : public QWidget {
     void childEvent(QChildEvent* pEvent) override;
     void paintEvent(QPaintEvent*) override;
     void changeEvent(QEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
