@@ -16,6 +16,7 @@ import time
 
 WIDTH, HEIGHT = 1000, 700
 FRONT = bytes((38, 96, 164))  # border and caption of the window that has the keyboard
+BACKGROUND = bytes((52, 64, 80))
 ENTER, ESCAPE = 0xFF0D, 0xFF1B
 PATIENCE_S = 30
 
@@ -105,6 +106,8 @@ class Display:
 
 def work(display):
     screen = display.await_front("the screen", lambda front: front[2] - front[0] > 700)
+    rows = display.take_rows()
+    assert rows[0][:3] == BACKGROUND and rows[-1][-3:] == BACKGROUND, "the display is filled"
     scale = (screen[2] - screen[0]) / 801
 
     def tap(window, x, y):

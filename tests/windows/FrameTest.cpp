@@ -59,6 +59,17 @@ CPoint PlaceOf(const CWnd& wnd) {
     return place;
 }
 
+constexpr CPoint CAPTION{60, -5};  ///< in the client area's pixels
+
+/// Drags a window by a point given in its client area's pixels.
+/// @return where its client area is then
+CPoint DragFrom(const CWnd& wnd, CPoint from, CPoint by) {
+    Operator::Press(wnd, from);
+    Operator::MoveTo(wnd, {from.x + by.x, from.y + by.y});
+    Operator::Release(wnd, from);
+    return PlaceOf(wnd);
+}
+
 }  // namespace
 
 TEST(Frame, StandsAroundTheClientAreaWithTheTitle) {
@@ -74,6 +85,7 @@ TEST(Frame, StandsAroundTheClientAreaWithTheTitle) {
         EXPECT_EQ(CountInCaption(blank, crCaption), (CLIENT.cx + 6) * CORNER.y);
         EXPECT_GT(CountInCaption(titled, RGB(255, 255, 255)), 20);
 
+        DragFrom(dialog, CAPTION, {-50, 40});
         CDialog above(TEMPLATE, &dialog);
         Operator::Ask([&] { above.CreateModal(&dialog); });
         EXPECT_EQ(Operator::ModalWindow(), &above);
@@ -89,23 +101,17 @@ TEST(Frame, IsDraggedByItsCaptionAsFarAsThatCanBeReached) {
     CDialog dialog(TEMPLATE);
     RunModal(dialog, [&] {
         const CPoint start = PlaceOf(dialog);
-        const auto dragFrom = [&](CPoint from, CPoint by) {
-            Operator::Press(dialog, from);
-            Operator::MoveTo(dialog, {from.x + by.x, from.y + by.y});
-            Operator::Release(dialog, from);
-            return PlaceOf(dialog);
-        };
-        constexpr CPoint CAPTION{60, -5};
-        EXPECT_EQ(dragFrom({60, 60}, {50, 50}), start) << "not by its client area";
-        EXPECT_EQ(dragFrom(CAPTION, {3, 3}), start) << "a finger is never still";
-        EXPECT_EQ(dragFrom(CAPTION, {-50, 40}), (CPoint{start.x - 50, start.y + 40}));
-        EXPECT_EQ(dragFrom(CAPTION, {50, -40}), start);
+        EXPECT_EQ(DragFrom(dialog, {60, 60}, {50, 50}), start) << "not by its client area";
+        EXPECT_EQ(DragFrom(dialog, CAPTION, {3, 3}), start) << "a finger is never still";
+        EXPECT_EQ(DragFrom(dialog, CAPTION, {-50, 40}), (CPoint{start.x - 50, start.y + 40}));
+        EXPECT_EQ(DragFrom(dialog, CAPTION, {50, -40}), start);
 
         // The display has 800 x 800 pixels.
         const int nWidth = CLIENT.cx + 6;
-        EXPECT_EQ(dragFrom(CAPTION, {2000, 2000}), (CPoint{800 - 66 + CORNER.x, 800}));
-        EXPECT_EQ(dragFrom({20, -5}, {-2000, -2000}), (CPoint{66 - nWidth + CORNER.x, CORNER.y}));
-        dragFrom({CLIENT.cx - 10, -5}, {300, 200});
+        EXPECT_EQ(DragFrom(dialog, CAPTION, {2000, 2000}), (CPoint{800 - 66 + CORNER.x, 800}));
+        EXPECT_EQ(DragFrom(dialog, {20, -5}, {-2000, -2000}),
+                  (CPoint{66 - nWidth + CORNER.x, CORNER.y}));
+        DragFrom(dialog, {CLIENT.cx - 10, -5}, {300, 200});
         EXPECT_TRUE(Operator::Tap(dialog, IDOK));
     });
     EXPECT_FALSE(dialog.GetHandle());
@@ -135,7 +141,10 @@ TEST(Foot, StandsBelowTheClientAreaInTheSameFrame) {
         EXPECT_TRUE(Operator::WaitUntil(
             [&] { return Operator::TakeWindowPicture(dialog).GetSize().cy == CLIENT.cy + 36; },
             5000));
-        Operator::Ask([&] { foot.CreateFoot(dialog, FOOT); });
+        Operator::Ask([&] {
+            foot.CreateFoot(dialog, FOOT);
+            dialog.DestroyWindow();
+            EXPECT_FALSE(foot.GetHandle()) << "it goes with the dialog";
+        });
     });
-    EXPECT_FALSE(foot.GetHandle()) << "it goes with the dialog";
 }
