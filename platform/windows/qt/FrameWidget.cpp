@@ -129,7 +129,7 @@ void FrameWidget::ShowPlace() {
 void FrameWidget::hideEvent(QHideEvent* pEvent) {
     QWidget::hideEvent(pEvent);
     if (!m_bDrawn) return;
-    // Without a window manager nobody else hands the keyboard on.
+    // An X server without a window manager gives the keyboard to whatever is below the pointer.
     QWidget* pModal = QApplication::activeModalWidget();
     QWidget* pNext = pModal ? pModal : parentWidget();
     if (pNext && pNext->isVisible()) pNext->activateWindow();
