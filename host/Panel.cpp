@@ -123,6 +123,7 @@ int CPanel::Run() {
     m_view.Create(&m_frame);
     m_frame.SetActiveView(&m_view);
     m_app.m_pMainWnd = &m_frame;
+    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
 
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QScreen>
 #include <QStyleFactory>
 #include <clocale>
 #include <cstdio>
@@ -10,12 +11,16 @@
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/FrameWidget.h"
 #include "platform/windows/qt/UiQueue.h"
-#include "platform/windows/qt/Widgets.h"
+#include "platform/windows/qt/WindowManager.h"
 
 namespace {
 
 CApplication* g_pApp = nullptr;
+DisplayKind g_displayKind = DisplayKind::Panel;
+
+const QColor BACKGROUND(52, 64, 80);  ///< of a display that is filled
 
 /// The look of the instrument, whatever the desktop's theme is.
 QPalette InstrumentPalette() {
@@ -76,6 +81,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);
+    g_displayKind = HasWindowManager() ? DisplayKind::Desktop : DisplayKind::Panel;
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.
     std::setlocale(LC_NUMERIC, "C");
@@ -95,12 +101,7 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
     return std::make_unique<CWindowSystem>(argc, argv);
 }
 
-DisplayKind GetDisplayKind() {
-    const QString strPlatform = QGuiApplication::platformName();
-    const bool bManaged =
-        strPlatform.startsWith(QLatin1String("wayland")) || strPlatform == QLatin1String("xcb");
-    return bManaged ? DisplayKind::Desktop : DisplayKind::Panel;
-}
+DisplayKind GetDisplayKind() { return g_displayKind; }
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 
@@ -111,14 +112,31 @@ void PumpMessages() {
 }
 
 bool CFrameWindow::Create(const std::wstring& strTitle) {
-    auto* pWidget = new DialogWidget(this, nullptr, Qt::Window);
+    auto* pWidget = new ViewWidget(this, nullptr, Qt::Window);
     pWidget->setWindowTitle(QString::fromStdWString(strTitle));
     return true;
 }
 
+void CFrameWindow::FillDisplay() {
+    NativeWindow* pNative = NativeWindow::Of(*this);
+    if (!pNative) return;
+    QWidget& widget = pNative->m_widget;
+    widget.setWindowFlag(Qt::FramelessWindowHint);
+    widget.setPalette(QPalette(BACKGROUND));
+    widget.setGeometry(widget.screen()->geometry());
+    widget.show();
+}
+
 bool CView::Create(CWnd* pParent) {
     NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr;
-    new DialogWidget(this, pNative ? &pNative->m_widget : nullptr, Qt::Widget);
+    new ViewWidget(this, pNative ? &pNative->m_widget : nullptr);
+    return true;
+}
+
+bool CView::CreateFoot(CWnd& dialog, int nHeight) {
+    FrameWidget* pFrame = FrameWidget::Of(NativeWindow::Of(dialog));
+    if (!pFrame || pFrame->HasFoot()) return false;
+    pFrame->SetFoot(*new ViewWidget(this, pFrame), nHeight);
     return true;
 }
 

@@ -44,6 +44,9 @@ class PLATFORM_API CFrameWindow : public CWnd {
     /// Makes the frame's window; it need not be shown.
     bool Create(const std::wstring& strTitle);
 
+    /// Shows the frame over the whole display, as the background of the other windows.
+    void FillDisplay();
+
     /// The active view, or null. Not owned.
     CWnd* GetActiveView() const { return m_pActiveView; }
     void SetActiveView(CWnd* pView) { m_pActiveView = pView; }
@@ -52,10 +55,19 @@ class PLATFORM_API CFrameWindow : public CWnd {
     CWnd* m_pActiveView = nullptr;
 };
 
-/// A window without looks of its own that receives messages.
+/// A window that receives messages and looks as its handler of WM_PAINT paints it.
 class PLATFORM_API CView : public CWnd {
   public:
     bool Create(CWnd* pParent);
+
+    /// Makes the view's window the foot of a dialog: below its client area, as wide as that, within
+    /// the same frame, and shown with it. The client area stays as it is, the dialog's window
+    /// grows, and closes up when the view's window is destroyed. A modal dialog's foot takes input
+    /// as the dialog does; it never takes the keyboard.
+    /// @param nHeight in pixels
+    /// @return false when the dialog has no frame of its own, being a child or without a window, or
+    ///         has a foot already
+    bool CreateFoot(CWnd& dialog, int nHeight);
 };
 
 /// The application object; at most one exists. It is the per-user settings store.

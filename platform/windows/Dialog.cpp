@@ -3,14 +3,14 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QFontMetrics>
-#include <QScreen>
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemoryReserve.h"
+#include "platform/windows/Application.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
-#include "platform/windows/qt/Widgets.h"
+#include "platform/windows/qt/FrameWidget.h"
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
 ON_COMMAND(IDOK, OnOK)
@@ -26,18 +26,13 @@ QFont TemplateFont(const wchar_t* pFace, int nPointSize) {
     return ToQFont(font);
 }
 
-/// Centres a window over its owner, or on the screen, and keeps it on the screen.
-void PlaceWindow(QWidget& widget) {
-    const QWidget* pOwner = widget.parentWidget() ? widget.parentWidget()->window() : nullptr;
-    const QRect available = widget.screen()->availableGeometry();
-    QRect place(QPoint(), widget.size());
-    place.moveCenter(pOwner && pOwner->isVisible() ? pOwner->geometry().center()
-                                                   : available.center());
-    if (place.right() > available.right()) place.moveRight(available.right());
-    if (place.bottom() > available.bottom()) place.moveBottom(available.bottom());
-    if (place.left() < available.left()) place.moveLeft(available.left());
-    if (place.top() < available.top()) place.moveTop(available.top());
-    widget.move(place.topLeft());
+/// The window that a dialog without a parent stands above, or null.
+QWidget* FindOwner() {
+    if (QWidget* pModal = QApplication::activeModalWidget()) return pModal;
+    if (QWidget* pActive = QApplication::activeWindow()) return pActive->window();
+    const CApplication* pApp = GetApp();
+    NativeWindow* pMain = pApp && pApp->m_pMainWnd ? NativeWindow::Of(*pApp->m_pMainWnd) : nullptr;
+    return pMain && pMain->m_widget.isVisible() ? &pMain->m_widget : nullptr;
 }
 
 }  // namespace
@@ -54,23 +49,21 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
     // A widget that runs out of memory in the middle of its making leaves its parent broken: a
     // window is begun only when there is enough for one.
     CMemoryReserve(WINDOW_MEMORY).Release();
-    QWidget* pParentWidget = nullptr;
-    if (NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr)
-        pParentWidget = &pNative->m_widget;
-    else if (!m_template.m_bChild)
-        pParentWidget = QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                                          : QApplication::activeWindow();
-    if (pParentWidget && !m_template.m_bChild) pParentWidget = pParentWidget->window();
-
-    const Qt::WindowFlags flags = m_template.m_bChild
-                                      ? Qt::Widget
-                                      : Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-    auto* pWidget = new DialogWidget(this, pParentWidget, flags);
+    NativeWindow* pNative = pParent ? NativeWindow::Of(*pParent) : nullptr;
+    const CSize units = DialogBaseUnits(m_template.m_pFontFace, m_template.m_nPointSize);
+    const CRect client = MapDialogRect(units, 0, 0, m_template.cx, m_template.cy);
+    DialogWidget* pWidget = nullptr;
+    if (m_template.m_bChild) {
+        pWidget = new DialogWidget(this, pNative ? &pNative->m_widget : nullptr);
+        pWidget->setFixedSize(client.Width(), client.Height());
+    } else {
+        QWidget* pAbove = pNative ? pNative->m_widget.window() : FindOwner();
+        pWidget =
+            &FrameWidget::MakeDialog(this, pAbove, {client.Width(), client.Height()})->Client();
+    }
     pWidget->setFont(TemplateFont(m_template.m_pFontFace, m_template.m_nPointSize));
-    pWidget->setWindowTitle(QString::fromWCharArray(m_template.m_pTitle));
-    pWidget->m_baseUnits = DialogBaseUnits(m_template.m_pFontFace, m_template.m_nPointSize);
-    const CRect client = MapDialogRect(pWidget->m_baseUnits, 0, 0, m_template.cx, m_template.cy);
-    pWidget->setFixedSize(client.Width(), client.Height());
+    SetWidgetText(*pWidget, QString::fromWCharArray(m_template.m_pTitle));
+    pWidget->m_baseUnits = units;
     for (const DialogItem& item : m_template.m_items) CreateControl(item, *pWidget);
     return true;
 }
@@ -89,7 +82,8 @@ int CDialog::DoModal() {
     CreateFromTemplate(m_pParentWnd);
     const WindowHandle hWnd = GetHandle();
     QWidget& widget = m_pNative->m_widget;
-    widget.setWindowModality(Qt::ApplicationModal);
+    FrameWidget& frame = *FrameWidget::Of(m_pNative);
+    frame.setWindowModality(Qt::ApplicationModal);
 
     bool bEnded = false;
     m_nModalResult = IDCANCEL;
@@ -105,9 +99,7 @@ int CDialog::DoModal() {
         EndDialog(-1);
     }
     if (!bEnded && NativeWindow::Find(hWnd)) {
-        PlaceWindow(widget);
-        widget.show();
-        widget.activateWindow();
+        frame.ShowInFront();
         if (bDefaultFocus && !widget.focusWidget()) widget.setFocus();
         const auto quit = QObject::connect(&widget, &QObject::destroyed, &loop, &QEventLoop::quit);
         loop.exec();
@@ -124,11 +116,9 @@ bool CDialog::Create(CWnd* pParent) {
 
 bool CDialog::CreateModal(CWnd* pParent) {
     if (!Create(pParent)) return false;
-    QWidget& widget = m_pNative->m_widget;
-    widget.setWindowModality(Qt::ApplicationModal);
-    PlaceWindow(widget);
-    widget.show();
-    widget.activateWindow();
+    FrameWidget& frame = *FrameWidget::Of(m_pNative);
+    frame.setWindowModality(Qt::ApplicationModal);
+    frame.ShowInFront();
     return true;
 }
 

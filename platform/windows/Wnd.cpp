@@ -52,8 +52,9 @@ bool CWnd::IsWindowEnabled() const { return m_pNative && m_pNative->m_widget.isE
 void CWnd::ShowWindow(bool bShow) {
     if (!m_pNative) return;
     // What a hidden window missed is drawn when it appears.
-    if (bShow && m_pNative->m_widget.isHidden()) m_pNative->MarkStale();
-    m_pNative->m_widget.setVisible(bShow);
+    QWidget& widget = m_pNative->Outermost();
+    if (bShow && widget.isHidden()) m_pNative->MarkStale();
+    widget.setVisible(bShow);
 }
 
 bool CWnd::IsWindowVisible() const { return m_pNative && m_pNative->m_widget.isVisible(); }
@@ -118,12 +119,12 @@ void CWnd::ScreenToClient(CRect& rect) const {
 }
 
 void CWnd::SetWindowPosition(CPoint position) {
-    if (m_pNative) m_pNative->m_widget.move(position.x, position.y);
+    if (m_pNative) m_pNative->Outermost().move(position.x, position.y);
 }
 
 void CWnd::SetTopMost() {
     if (!m_pNative) return;
-    QWidget& widget = m_pNative->m_widget;
+    QWidget& widget = m_pNative->Outermost();
     const bool bVisible = widget.isVisible();
     widget.setWindowFlag(Qt::WindowStaysOnTopHint);
     if (bVisible) widget.show();
@@ -153,7 +154,7 @@ bool CWnd::AttachControl(int nID, CWnd* pParent) {
 void CWnd::DestroyWindow() {
     if (!m_pNative) return;
     NativeWindow* pNative = m_pNative;
-    const QPointer<QWidget> pWidget = &pNative->m_widget;
+    const QPointer<QWidget> pWidget = &pNative->Outermost();
     pNative->Dispatch(WM_DESTROY, 0, 0);
     if (!pWidget) return;
     pNative->Retire();

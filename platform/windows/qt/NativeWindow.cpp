@@ -52,14 +52,27 @@ NativeWindow::NativeWindow(QWidget& nativeWidget, int nControlID, CWnd* pNewOwne
 
 NativeWindow::~NativeWindow() {
     WidgetTable().erase(&m_widget);
+    WidgetTable().erase(m_pFrame);
     WindowTable().erase(m_hWnd);
     Attach(nullptr);
 }
 
+void NativeWindow::SetFrame(QWidget& frame) {
+    m_pFrame = &frame;
+    WidgetTable()[m_pFrame] = this;
+}
+
 void NativeWindow::Retire() {
-    for (QObject* pChild : m_widget.children())
-        if (NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild))) pNative->Retire();
+    const auto retireIn = [this](const QWidget& holder) {
+        for (QObject* pChild : holder.children()) {
+            NativeWindow* pNative = Of(qobject_cast<QWidget*>(pChild));
+            if (pNative && pNative != this) pNative->Retire();
+        }
+    };
+    retireIn(m_widget);
+    if (m_pFrame) retireIn(*m_pFrame);
     WidgetTable().erase(&m_widget);
+    WidgetTable().erase(m_pFrame);
     WindowTable().erase(m_hWnd);
     Attach(nullptr);
 }
@@ -198,7 +211,7 @@ void NativeWindow::PaintWidget(const QRegion& region, const std::function<void()
     if (m_bOwnerDraws) QPainter(&m_widget).drawImage(0, 0, m_picture);
 }
 
-NativeWindow* NativeWindow::Parent() const { return Of(m_widget.parentWidget()); }
+NativeWindow* NativeWindow::Parent() const { return Of(Outermost().parentWidget()); }
 
 NativeWindow* NativeWindow::Child(int nControlID) const {
     for (QObject* pChild : m_widget.children()) {

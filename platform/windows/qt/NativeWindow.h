@@ -32,11 +32,17 @@ struct PLATFORM_API NativeWindow {
     static NativeWindow* Of(const QWidget* pWidget);
     static NativeWindow* Of(const CWnd& wnd) { return wnd.m_pNative; }
 
+    /// Puts the widget that surrounds this one into the window: the window is found by it too, and
+    /// it is what is shown, moved and destroyed. It must live as long as the inner one.
+    void SetFrame(QWidget& frame);
+    /// The frame, or else the widget itself.
+    QWidget& Outermost() const { return m_pFrame ? *m_pFrame : m_widget; }
+
     /// Lets another object handle the window's messages.
     void Attach(CWnd* pNewOwner);
 
-    /// Takes the window and its children out of the table and from their objects, before the widget
-    /// itself goes.
+    /// Takes the window, its children and the windows above it out of the table and from their
+    /// objects, before the widget itself goes.
     void Retire();
 
     /// Handles a message through the owner's message maps; `runDefault` is what Default() does.
@@ -67,6 +73,7 @@ struct PLATFORM_API NativeWindow {
     /// it is stale; `paintDefault` paints the others.
     void PaintWidget(const QRegion& region, const std::function<void()>& paintDefault);
 
+    /// The window that this one is a part of, or stands above; null when there is none.
     NativeWindow* Parent() const;
     NativeWindow* Child(int nControlID) const;
 
@@ -96,6 +103,7 @@ struct PLATFORM_API NativeWindow {
     /// Asks the owner for the picture; `paintDefault` is the default painting.
     void Draw(const std::function<void()>& paintDefault);
 
+    QWidget* m_pFrame = nullptr;
     std::unique_ptr<CWnd> m_pStandIn;
     bool m_bOwnerDraws = false;                           ///< the last drawing was the owner's
     QTimer m_refreshTimer;                                ///< runs: Refresh will be called

@@ -9,6 +9,7 @@
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/Controls.h"
 #include "platform/windows/PaintDC.h"
+#include "platform/windows/qt/FrameWidget.h"
 
 namespace {
 
@@ -17,20 +18,25 @@ QColor ToQColor(COLORREF color) {
             static_cast<int>((color >> 16) & 0xFF)};
 }
 
-}  // namespace
-
-bool DialogWidget::event(QEvent* pEvent) {
-    const bool bTaken = MessageWidget::event(pEvent);
+/// A window keeps its mouse events to itself: a bar's are not its screen's.
+/// @return whether it is one
+bool KeepMouse(QEvent* pEvent) {
     switch (pEvent->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
-        // A window keeps its mouse events to itself: a bar's are not its screen's.
         pEvent->accept();
         return true;
     default:
-        return bTaken;
+        return false;
     }
+}
+
+}  // namespace
+
+bool DialogWidget::event(QEvent* pEvent) {
+    const bool bTaken = MessageWidget::event(pEvent);
+    return KeepMouse(pEvent) || bTaken;
 }
 
 void DialogWidget::paintEvent(QPaintEvent*) {
@@ -43,39 +49,6 @@ void DialogWidget::paintEvent(QPaintEvent*) {
     QPainter(this).drawImage(0, 0, m_native.m_picture);
 }
 
-void DialogWidget::keyPressEvent(QKeyEvent* pEvent) {
-    if (!isWindow()) {
-        pEvent->ignore();  // the dialog that holds this one takes the keys of both
-        return;
-    }
-    switch (pEvent->key()) {
-    case Qt::Key_Escape:
-        m_native.Dispatch(WM_COMMAND, CommandParam(IDCANCEL, BN_CLICKED), 0);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        PressEnter();
-        break;
-    default:
-        MessageWidget::keyPressEvent(pEvent);
-    }
-}
-
-void DialogWidget::PressEnter() {
-    if (auto* pFocused = qobject_cast<QPushButton*>(focusWidget())) {
-        pFocused->click();
-        return;
-    }
-    NativeWindow* pOk = m_native.Child(IDOK);
-    if (pOk && !pOk->m_widget.isEnabled()) return;
-    m_native.Dispatch(WM_COMMAND, CommandParam(IDOK, BN_CLICKED), 0);
-}
-
-void DialogWidget::closeEvent(QCloseEvent* pEvent) {
-    pEvent->ignore();  // the handler decides
-    m_native.Dispatch(WM_CLOSE, 0, 0);
-}
-
 void DialogWidget::dragEnterEvent(QDragEnterEvent* pEvent) {
     if (pEvent->mimeData()->hasUrls()) pEvent->acceptProposedAction();
 }
@@ -86,6 +59,15 @@ void DialogWidget::dropEvent(QDropEvent* pEvent) {
         if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdWString());
     pEvent->acceptProposedAction();
     if (!paths.empty()) m_native.Dispatch(WM_DROPFILES, 0, reinterpret_cast<LPARAM>(&paths));
+}
+
+bool ViewWidget::event(QEvent* pEvent) {
+    const bool bTaken = MessageWidget::event(pEvent);
+    return KeepMouse(pEvent) || bTaken;
+}
+
+void ViewWidget::paintEvent(QPaintEvent* pEvent) {
+    m_native.PaintWidget(pEvent->region(), [] {});
 }
 
 StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent)
@@ -257,7 +239,8 @@ QString GetWidgetText(const QWidget& widget) {
     if (auto* pButton = qobject_cast<const QPushButton*>(&widget)) return pButton->text();
     if (auto* pEdit = qobject_cast<const QLineEdit*>(&widget)) return pEdit->text();
     if (auto* pCombo = qobject_cast<const QComboBox*>(&widget)) return pCombo->currentText();
-    return widget.windowTitle();
+    NativeWindow* pNative = NativeWindow::Of(&widget);
+    return (pNative ? pNative->Outermost() : widget).windowTitle();
 }
 
 void SetWidgetText(QWidget& widget, const QString& text) {
@@ -268,6 +251,8 @@ void SetWidgetText(QWidget& widget, const QString& text) {
         pButton->setText(text);
     } else if (auto* pEdit = qobject_cast<QLineEdit*>(&widget)) {
         pEdit->setText(text);
+    } else if (FrameWidget* pFrame = FrameWidget::Of(NativeWindow::Of(&widget))) {
+        pFrame->SetTitle(text);
     } else {
         widget.setWindowTitle(text);
     }

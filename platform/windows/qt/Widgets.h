@@ -61,11 +61,10 @@ class MessageWidget : public Base {
     }
 };
 
-/// The window of a dialog, of a frame or of a view.
-class DialogWidget : public MessageWidget<QWidget> {
+/// The client area of a dialog.
+class PLATFORM_API DialogWidget : public MessageWidget<QWidget> {
   public:
-    DialogWidget(CWnd* pOwner, QWidget* pParent, Qt::WindowFlags flags)
-        : MessageWidget(0, pOwner, nullptr, pParent, flags) {}
+    DialogWidget(CWnd* pOwner, QWidget* pParent) : MessageWidget(0, pOwner, nullptr, pParent) {}
 
     /// The size of a dialog unit, for the controls inside.
     CSize m_baseUnits{6, 13};
@@ -73,13 +72,19 @@ class DialogWidget : public MessageWidget<QWidget> {
   protected:
     bool event(QEvent* pEvent) override;
     void paintEvent(QPaintEvent*) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
-    void closeEvent(QCloseEvent* pEvent) override;
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
+};
 
-  private:
-    void PressEnter();
+/// The window of a view, or of a main frame. What its owner does not paint shows what is below.
+class ViewWidget : public MessageWidget<QWidget> {
+  public:
+    ViewWidget(CWnd* pOwner, QWidget* pParent, Qt::WindowFlags flags = {})
+        : MessageWidget(0, pOwner, nullptr, pParent, flags) {}
+
+  protected:
+    bool event(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
 };
 
 class PLATFORM_API StaticWidget : public MessageWidget<QWidget> {
