@@ -213,8 +213,17 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(some.m_strOut, "");
     EXPECT_EQ(some.m_strErr, "rt3: a.rt3: Channel 2 has no curves.\n");
     EXPECT_EQ(m_folder.Get("out/two.csv"),
-              "Time, Force, Distance\r\n0.000,1.500,-32.768\r\n0.062,32.767,-0.001");
+              "Time, Force\r\n0.000,1.500\r\n0.031,-32.768\r\n0.062,32.767\r\n0.093,-0.001");
     EXPECT_FALSE(std::filesystem::exists(PathOf("out/a.csv")));
+
+    m_folder.Put("old.rt3", OldCapture());  // which does not say what its values mean
+    EXPECT_EQ(Run("$RT3 csv old.rt3").m_strOut, "Force\r\n0.003\r\n-0.004");
+    EXPECT_EQ(Run("$RT3 csv --pairs old.rt3").m_strOut, "Force, Distance\r\n0.003,-0.004");
+    const std::string strHead = "curve,time_ms,ch1_force,ch1_voltage,line1,line2,line3,line4\r\n";
+    EXPECT_EQ(Run("$RT3 csv --table a.rt3").m_strOut,
+              strHead + "1,0.000,0.100,-0.200,1,0,1,0\r\n1,0.050,0.300,-0.050,1,0,1,0\r\n");
+    EXPECT_EQ(Run("$RT3 csv --table --pairs -o old.csv old.rt3").m_nExitCode, 0);
+    EXPECT_EQ(m_folder.Get("old.csv"), strHead + "1,0.000,0.003,-0.004,,,,\r\n");
 }
 
 TEST_F(Tool, SaysWhenTheDiskIsFull) {
@@ -378,6 +387,8 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         {"info", "info: a file is missing"},
         {"csv --channel 0 a.rt3", "csv: --channel: '0' is not a whole number from 1 to 3"},
         {"csv --curve 0 a.rt3", "csv: --curve: '0' is not a whole number from 1 to 2147483647"},
+        {"csv --table --curve 2 a.rt3",
+         "csv: --curve cannot go with --table, which has all channels, curves and times"},
         {"csv a.rt3 a.rt3", "csv: several files need an existing folder behind -o"},
         {"plot a.rt3", "plot: -o is missing"},
         {"plot a.rt3 -o b.png --size 0x5",
