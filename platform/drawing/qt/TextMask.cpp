@@ -77,7 +77,9 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
     return nMixed;
 }
 
-const CFont& DefaultFont() {
+}  // namespace
+
+const CFont& GetDefaultFont() {
     static const CFont font = [] {
         CFont made;
         made.CreatePixelFont(12, L"MS Shell Dlg", false);
@@ -86,10 +88,8 @@ const CFont& DefaultFont() {
     return font;
 }
 
-}  // namespace
-
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
-    const CFont& font = pFont && *pFont ? *pFont : DefaultFont();
+    const CFont& font = pFont && *pFont ? *pFont : GetDefaultFont();
     if (strText.size() > MAX_KEPT_LENGTH || !qGuiApp) {
         thread_local TextMask single;
         single = Render(font, strText);

@@ -16,9 +16,12 @@ struct TextMask {
     std::vector<std::uint8_t> m_coverage;  ///< row by row; 255: wholly covered
 };
 
+/// What text is drawn in without a font: 12 pixels of "MS Shell Dlg", in which a value of five
+/// digits and a sign is narrower than a plot's label margin.
+const CFont& GetDefaultFont();
+
 /// The mask of one line of text.
-/// @param pFont null: 12 pixels of "MS Shell Dlg", in which a value of five digits and a sign is
-///        narrower than a plot's label margin
+/// @param pFont null: the default font
 /// @return valid until the next call on the same thread
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 
