@@ -26,7 +26,8 @@ void WriteRows(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& op
     range.Include(curve.FindMinMax(1, STEP_VALUES * nRows));
     const CThousandths texts(range);
     CStepTimes times(options.m_nValueRate, STEP_VALUES);
-    if (options.m_bTimeColumn) file.WriteString("Time, ");
+    if (options.m_bTimeColumn)
+        file.WriteString(options.m_nValueRate > 0 ? "Time (ms), " : "Index, ");
     file.WriteString(STEP_VALUES == 2 ? "Force, Distance" : "Force");
 
     std::uint32_t nRow = 0;

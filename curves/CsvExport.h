@@ -11,9 +11,11 @@ class IProgress;
 
 /// What a person may ask for beyond what the screen exports.
 struct RTCsvOptions {
-    bool m_bPairs = true;        ///< false: each value is a step of its own
-    bool m_bTimeColumn = false;  ///< a first column "Time", milliseconds from the curve's beginning
-    std::uint16_t m_nValueRate = 0;  ///< for that column, values per second; 0: it counts values
+    bool m_bPairs = true;  ///< false: each value is a step of its own
+    /// A first column "Time (ms)", milliseconds from the curve's beginning.
+    bool m_bTimeColumn = false;
+    /// For that column, values per second; 0: it is "Index" and counts values.
+    std::uint16_t m_nValueRate = 0;
 };
 
 /// Writes the header "Force, Distance" and a row for each complete pair of values, in thousandths

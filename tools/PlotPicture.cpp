@@ -15,9 +15,8 @@ constexpr CSize DESIGN_SIZE = PlotRequest{}.m_size;
 
 constexpr int TITLE_BAND = 24;
 constexpr int TITLE_HEIGHT = 15;
-constexpr int LABEL_LEFT = 44;  ///< just right of the value labels
-constexpr int LABEL_TOP = 2;
-constexpr int TIME_LABEL_RISE = 16;  ///< of its top above the bottom; the tick labels end there
+constexpr int NAME_BAND = 18;  ///< for an axis's name, of 12 pixels
+constexpr int TEXT_LEFT = 44;  ///< just right of the value labels
 
 std::int32_t ToIndex(double dMilliseconds, std::uint16_t nValueRate) {
     const double dIndex = nValueRate > 0 ? dMilliseconds * nValueRate / 1000 : dMilliseconds;
@@ -35,29 +34,30 @@ std::wstring NameValues(const RTScreenRecord& screen, std::uint8_t nMode, std::u
     return nDisplay == 1 ? strSecond : strForce + L", " + strSecond;
 }
 
-void DrawAxisNames(CPicture& picture, const RTPlot& plot, const RTScreenRecord& screen) {
-    CDC& dc = picture.GetDC();
+/// Draws what stands around the plot, which is not drawn over: markers run through its whole
+/// height.
+void DrawSurroundings(CPicture& sheet, const RTPlot& plot, const PlotRequest& request,
+                      const RTScreenRecord& screen) {
+    const CSize extent = sheet.GetExtent();
+    CDC& dc = sheet.GetDC();
+    dc.FillSolidRect({0, 0, extent.cx, extent.cy}, plot.m_pColours->m_crBackground);
     dc.SetBackgroundMode(BackgroundMode::Transparent);
     dc.SetTextColor(plot.m_pColours->m_crText);
     dc.SetTextAlign(TextAlign::Left);
-    dc.TextOut(Scaled(LABEL_LEFT), Scaled(LABEL_TOP),
-               NameValues(screen, plot.m_nMode, plot.m_nDisplay));
+    int yName = Scaled(2);
+    if (!request.m_strTitle.empty()) {
+        CFont font;
+        font.CreatePixelFont(TITLE_HEIGHT, L"MS Shell Dlg", true);
+        dc.SelectFont(&font);
+        dc.TextOut(Scaled(TEXT_LEFT), Scaled(3), request.m_strTitle);
+        dc.SelectFont(nullptr);
+        yName = Scaled(TITLE_BAND);
+    }
+    if (!request.m_bUnits) return;
+    dc.TextOut(Scaled(TEXT_LEFT), yName, NameValues(screen, plot.m_nMode, plot.m_nDisplay));
     dc.SetTextAlign(TextAlign::Center);
-    dc.TextOut((Scaled(LABEL_LEFT) + plot.m_nWidth) / 2, plot.m_nHeight - Scaled(TIME_LABEL_RISE),
+    dc.TextOut((Scaled(TEXT_LEFT) + extent.cx) / 2, extent.cy - Scaled(NAME_BAND - 2),
                screen.m_nValueRate > 0 ? L"Time [ms]" : L"Value index");
-}
-
-void DrawTitle(CPicture& picture, const std::wstring& strTitle, int nBandHeight, COLORREF ground,
-               COLORREF color) {
-    CDC& dc = picture.GetDC();
-    dc.FillSolidRect({0, 0, picture.GetExtent().cx, nBandHeight}, ground);
-    CFont font;
-    font.CreatePixelFont(TITLE_HEIGHT, L"MS Shell Dlg", true);
-    dc.SelectFont(&font);
-    dc.SetBackgroundMode(BackgroundMode::Transparent);
-    dc.SetTextColor(color);
-    dc.TextOut(Scaled(LABEL_LEFT), (nBandHeight - Scaled(TITLE_HEIGHT)) / 2 - Scaled(1), strTitle);
-    dc.SelectFont(nullptr);
 }
 
 }  // namespace
@@ -68,8 +68,10 @@ std::vector<BYTE> DrawPlotPicture(const std::shared_ptr<RTCaptureFile>& spCaptur
     ScaleToPicture(request.m_format, request.m_size, DESIGN_SIZE);
     const int nUnits = GetUnitsPerPixel(request.m_format);
     CPicture sheet(request.m_format, {request.m_size.cx * nUnits, request.m_size.cy * nUnits});
-    const int nBand = request.m_strTitle.empty() ? 0 : Scaled(TITLE_BAND);
-    const CSize plotSize{sheet.GetExtent().cx, std::max(sheet.GetExtent().cy - nBand, 1)};
+    const int nNameBand = request.m_bUnits ? Scaled(NAME_BAND) : 0;
+    const int nTop = nNameBand + (request.m_strTitle.empty() ? 0 : Scaled(TITLE_BAND));
+    const CSize plotSize{sheet.GetExtent().cx,
+                         std::max(sheet.GetExtent().cy - nTop - nNameBand, 1)};
 
     RTGraphSettings graph;
     graph.m_nGraphRate = screen.m_nValueRate;
@@ -91,10 +93,8 @@ std::vector<BYTE> DrawPlotPicture(const std::shared_ptr<RTCaptureFile>& spCaptur
 
     CPicture part(request.m_format, plotSize);
     plot.Paint(part.GetDC());
-    if (request.m_bUnits) DrawAxisNames(part, plot, screen);
-    if (nBand == 0) return part.Encode();
-    DrawTitle(sheet, request.m_strTitle, nBand, plot.m_pColours->m_crBackground,
-              plot.m_pColours->m_crText);
-    sheet.DrawPart({0, nBand}, part);
+    if (nTop == 0) return part.Encode();
+    DrawSurroundings(sheet, plot, request, screen);
+    sheet.DrawPart({0, nTop}, part);
     return sheet.Encode();
 }

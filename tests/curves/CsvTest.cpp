@@ -36,7 +36,7 @@ TEST(Csv, GivesEachSingleValueARowOfItsOwn) {
     EXPECT_EQ(Export({1500, -250, 7}, {.m_bPairs = false}), "Force\r\n1.500\r\n-0.250\r\n0.007");
     EXPECT_EQ(
         Export({1500, -250, 7}, {.m_bPairs = false, .m_bTimeColumn = true, .m_nValueRate = 44100}),
-        "Time, Force\r\n0.000,1.500\r\n0.022,-0.250\r\n0.045,0.007");
+        "Time (ms), Force\r\n0.000,1.500\r\n0.022,-0.250\r\n0.045,0.007");
 }
 
 TEST(Csv, PrintsEveryValueAsTheStandardLibraryDoes) {
@@ -53,14 +53,14 @@ TEST(Csv, PrintsEveryValueAsTheStandardLibraryDoes) {
 
 TEST(Csv, LeadsRowsWithTheTimeWhenAsked) {
     RTCsvOptions options{.m_bTimeColumn = true, .m_nValueRate = 40000};
-    EXPECT_EQ(
-        Export({1, 2, 3, 4, 5, 6}, options),
-        "Time, Force, Distance\r\n0.000,0.001,0.002\r\n0.050,0.003,0.004\r\n0.100,0.005,0.006");
+    EXPECT_EQ(Export({1, 2, 3, 4, 5, 6}, options),
+              "Time (ms), Force, "
+              "Distance\r\n0.000,0.001,0.002\r\n0.050,0.003,0.004\r\n0.100,0.005,0.006");
     options.m_nValueRate = 0;
     EXPECT_EQ(Export({1, 2, 3, 4}, options),
-              "Time, Force, Distance\r\n0,0.001,0.002\r\n2,0.003,0.004");
+              "Index, Force, Distance\r\n0,0.001,0.002\r\n2,0.003,0.004");
     for (const std::uint16_t nRate : {1, 3, 999, 32000, 44100, 65535}) {
-        std::string strExpected = "Time, Force";
+        std::string strExpected = "Time (ms), Force";
         for (std::uint64_t n = 0; n < 70000; ++n) {
             const auto nMicroseconds = static_cast<unsigned long>(n * 1000000 / nRate);
             char text[48];

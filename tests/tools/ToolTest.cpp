@@ -204,7 +204,7 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(Run("$RT3 csv --channel=1 --curve 1 a.rt3 --output=b.csv").m_strOut, "");
     EXPECT_EQ(m_folder.Get("b.csv"), strRows);
     EXPECT_EQ(Run("$RT3 csv --time-column a.rt3").m_strOut,
-              "Time, Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
+              "Time (ms), Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
 
     m_folder.Put("two.rt3", TwoChannels());
     std::filesystem::create_directory(PathOf("out"));
@@ -213,7 +213,7 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(some.m_strOut, "");
     EXPECT_EQ(some.m_strErr, "rt3: a.rt3: Channel 2 has no curves.\n");
     EXPECT_EQ(m_folder.Get("out/two.csv"),
-              "Time, Force\r\n0.000,1.500\r\n0.031,-32.768\r\n0.062,32.767\r\n0.093,-0.001");
+              "Time (ms), Force\r\n0.000,1.500\r\n0.031,-32.768\r\n0.062,32.767\r\n0.093,-0.001");
     EXPECT_FALSE(std::filesystem::exists(PathOf("out/a.csv")));
 
     m_folder.Put("old.rt3", OldCapture());  // which does not say what its values mean
