@@ -13,12 +13,12 @@
 namespace {
 
 constexpr std::uint32_t ROWS_PER_PART = 512;
-constexpr std::uint64_t ROWS_PER_REPORT = 128 * ROWS_PER_PART;
+constexpr std::uint32_t ROWS_PER_REPORT = 128 * ROWS_PER_PART;
 constexpr unsigned LINE_COUNT = 4;
 
 /// The curve's number and a comma, a time, six values and four lines, each behind a comma, "\r\n",
 /// and some may stand behind the last.
-constexpr std::size_t MAX_ROW_LENGTH = 21 + CStepTimes::MAX_LENGTH + 6 * 8 + LINE_COUNT * 2 + 2 + 8;
+constexpr std::size_t MAX_ROW_LENGTH = 21 + CStepTimes::MAX_LENGTH + 48 + 8 + 2 + 8;
 static_assert(ROWS_PER_PART * MAX_ROW_LENGTH <= CTextFile::MAX_ROOM);
 
 /// One channel's part of the rows of a curve.

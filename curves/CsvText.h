@@ -58,6 +58,6 @@ class CStepTimes {
     std::uint64_t m_nWhole = 0;  ///< milliseconds, or value indices
     std::uint32_t m_nMicroseconds = 0;
     std::uint32_t m_nRest = 0;
-    std::array<char, 20> m_whole;
+    std::array<char, 20> m_whole{};
     std::size_t m_nWholeLength = 0;
 };

@@ -322,6 +322,7 @@ TEST_F(Tool, DrawsLinesAndTextsAsAVectorPicture) {
     expectNames(1, 0, "0", ">Force [1/1000]<");
     expectNames(1, 0, "2", ">Force [1/1000], Voltage [mV]<");
     expectNames(20, 2, "1", ">Position [1/1000]<");
+    expectNames(22, 1, "1", ">Position [1/1000]<");
     expectNames(12, 1, "1", ">Force [1/1000]<");
     put(1, 0, 0);
     EXPECT_TRUE(Contains(draw("--units --range 20:7000"), ">Value index<"));

@@ -77,9 +77,7 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
     return nMixed;
 }
 
-}  // namespace
-
-const CFont& GetDefaultFont() {
+const CFont& DefaultFont() {
     static const CFont font = [] {
         CFont made;
         made.CreatePixelFont(12, L"MS Shell Dlg", false);
@@ -88,8 +86,10 @@ const CFont& GetDefaultFont() {
     return font;
 }
 
+}  // namespace
+
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
-    const CFont& font = pFont && *pFont ? *pFont : GetDefaultFont();
+    const CFont& font = pFont && *pFont ? *pFont : DefaultFont();
     if (strText.size() > MAX_KEPT_LENGTH || !qGuiApp) {
         thread_local TextMask single;
         single = Render(font, strText);
@@ -101,6 +101,8 @@ const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
     if (texts.size() == MAX_KEPT_TEXTS) texts.clear();
     return texts.emplace(strText, Render(font, strText)).first->second;
 }
+
+const CFont& GetDefaultFont() { return DefaultFont(); }
 
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel) {
     CRect ink = mask.m_ink;

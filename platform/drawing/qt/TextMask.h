@@ -16,14 +16,14 @@ struct TextMask {
     std::vector<std::uint8_t> m_coverage;  ///< row by row; 255: wholly covered
 };
 
-/// What text is drawn in without a font: 12 pixels of "MS Shell Dlg", in which a value of five
-/// digits and a sign is narrower than a plot's label margin.
-const CFont& GetDefaultFont();
-
 /// The mask of one line of text.
-/// @param pFont null: the default font
+/// @param pFont null: 12 pixels of "MS Shell Dlg", in which a value of five digits and a sign is
+///        narrower than a plot's label margin
 /// @return valid until the next call on the same thread
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 
 /// Blends a colour through a mask whose cell begins at a point.
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel);
+
+/// What a text without a font is drawn in.
+const CFont& GetDefaultFont();
