@@ -55,7 +55,7 @@ bool ClipSegment(QPointF& from, QPointF& to, const QRectF& area) {
 QByteArray ToText(double d) { return QByteArray::number(std::round(100 * d) / 100, 'g', 10); }
 
 QByteArray NameColor(COLORREF color) {
-    return QColor(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF).name().toLatin1();
+    return QColor(ToPixel(color)).name().toLatin1();
 }
 
 QByteArray MakeAttribute(const char* pName, const QByteArray& value) {
