@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/system/Exceptions.h"
+#include "platform/system/FileEvents.h"
 #include "platform/system/Interrupt.h"
 #include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
@@ -123,13 +124,15 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
 
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options, IProgress* pProgress) {
-    CTextFile file;
-    CUnfinishedFile unfinished;
-    unfinished.Create(file, strPath);
-    try {
-        WriteCurveCsv(file, curve, options, pProgress);
-    } catch (const CUserException&) {
-        unfinished.Remove();
-        throw;
-    }
+    DoFileWork(FileWork::Export, strPath, [&] {
+        CTextFile file;
+        CUnfinishedFile unfinished;
+        unfinished.Create(file, strPath);
+        try {
+            WriteCurveCsv(file, curve, options, pProgress);
+        } catch (const CUserException&) {
+            unfinished.Remove();
+            throw;
+        }
+    });
 }

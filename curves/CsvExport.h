@@ -25,7 +25,7 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
 
 /// As WriteCurveCsv, to a file that is created, or replaces an existing one. At a failure the file
 /// keeps the lines written before it; stopped by the person, it is removed, and of a symbolic link
-/// the file that it leads to.
-/// @throws CFileException, CUserException
+/// the file that it leads to. File listeners hear of it.
+/// @throws CFileException, CMemoryException, CUserException
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options = {}, IProgress* pProgress = nullptr);
