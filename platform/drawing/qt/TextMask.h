@@ -22,5 +22,8 @@ struct TextMask {
 /// @return valid until the next call on the same thread
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 
+/// The cell that RenderText gives the text.
+CSize MeasureText(const CFont* pFont, const std::wstring& strText);
+
 /// Blends a colour through a mask whose cell begins at a point.
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel);
