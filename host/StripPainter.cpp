@@ -7,7 +7,7 @@
 namespace {
 
 // In pixels of the design.
-constexpr int INSTRUMENT_WIDTH = 270;
+constexpr int INSTRUMENT_WIDTH = 256;
 constexpr int MARGIN = 8;
 constexpr int COLUMN_GAP = 12;
 constexpr int TEXT_TOP = 2;  ///< below the area's upper edge, which is a line
@@ -30,14 +30,17 @@ constexpr COLORREF GROUND = RGB(246, 249, 254);
 constexpr FieldLook FILE_ALARM{RGB(255, 221, 221), RGB(140, 0, 0)};
 
 /// The text, or as much of its beginning and its end as has room around a mark for what is missing.
-std::wstring LeaveOutMiddle(const CDC& dc, const std::wstring& strText, int nWidth) {
+/// @param nHead so many characters at the beginning stay in any case
+std::wstring LeaveOutMiddle(const CDC& dc, const std::wstring& strText, std::size_t nHead,
+                            int nWidth) {
     if (dc.GetTextExtent(strText).cx <= nWidth) return strText;
-    const auto keep = [&strText](std::size_t nKept) {
+    const auto keep = [&](std::size_t nKept) {
         const std::size_t nEnd = nKept / 2;
-        return strText.substr(0, nKept - nEnd) + L'\u2026' + strText.substr(strText.size() - nEnd);
+        return strText.substr(0, nHead + nKept - nEnd) + L'\u2026' +
+               strText.substr(strText.size() - nEnd);
     };
     std::size_t nFits = 0;
-    std::size_t nTooMany = strText.size();
+    std::size_t nTooMany = strText.size() - nHead;
     while (nTooMany - nFits > 1) {
         const std::size_t nTried = nFits + (nTooMany - nFits) / 2;
         (dc.GetTextExtent(keep(nTried)).cx <= nWidth ? nFits : nTooMany) = nTried;
@@ -84,15 +87,15 @@ class CStripPainter {
         m_dc.SetTextColor(look.m_crText);
         m_dc.SetTextAlign(TextAlign::Left);
         m_dc.SelectFont(&m_fontBold);
-        PaintLine(room, LineTop(0), field.m_strHead);
+        PaintLine(room, LineTop(0), field.m_strHead, field.m_nHeadKept);
         m_dc.SelectFont(&m_font);
-        PaintLine(room, LineTop(1), field.m_strDetail);
+        PaintLine(room, LineTop(1), field.m_strDetail, 0);
     }
 
-    void PaintLine(const CRect& room, int y, const std::wstring& strText) {
+    void PaintLine(const CRect& room, int y, const std::wstring& strText, std::size_t nHead) {
         const int nMargin = Scaled(MARGIN);
         m_dc.TextOut(room.left + nMargin, y,
-                     LeaveOutMiddle(m_dc, strText, room.Width() - 2 * nMargin));
+                     LeaveOutMiddle(m_dc, strText, nHead, room.Width() - 2 * nMargin));
     }
 
     int MeasureColumn(const std::vector<StripRow>& rows, std::size_t nColumn) const {

@@ -1,5 +1,6 @@
 #include "host/StripTexts.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 #include "platform/system/Paths.h"
@@ -18,13 +19,13 @@ constexpr StripString READY{3200, L"Ready"};
 constexpr StripString WAITING{3201, L"Waiting for trigger %1 %"};
 constexpr StripString CAPTURING{3202, L"Capturing %1 of %2 s"};
 constexpr StripString STOPPED{3203, L"Stopped after %1 s"};
-constexpr StripString CONTINUOUS{3204, L"Stroke %1, %2 s"};
+constexpr StripString CONTINUOUS{3204, L"Capturing stroke %1, %2 s"};
 constexpr StripString CONTINUOUS_STOPPED{3205, L"Stopped: stroke %1, %2 s"};
 constexpr StripString UNREACHABLE{3206, L"No connection"};
 constexpr StripString NO_INSTRUMENT{3207, L"No instrument"};
 constexpr StripString SIMULATED{3210, L"Simulated press"};
 constexpr StripString RECORDING{3211, L"Recording %1"};
-constexpr StripString LOCKED{3212, L"%1, controlled elsewhere"};
+constexpr StripString LOCKED{3212, L"%1 (locked)"};
 
 /// By FileWork.
 constexpr StripString DONE[] = {
@@ -129,10 +130,16 @@ StripField DescribeNoInstrument(const CLanguageTable& texts) {
 StripField DescribeFile(const CLanguageTable& texts, const FileEvent& event) {
     const auto nWork = static_cast<std::size_t>(event.m_work);
     const std::wstring strName = GetNameOfPath(event.m_strPath);
-    if (event.m_pError)
-        return {StripMood::Alarm, Say(texts, FAILED[nWork], {strName}),
-                FindReason(*event.m_pError, event.m_strPath)};
-    return {StripMood::Quiet, Say(texts, DONE[nWork], {strName}), GetFolderOfPath(event.m_strPath)};
+    StripField field;
+    if (event.m_pError) {
+        field = {StripMood::Alarm, Say(texts, FAILED[nWork], {strName}),
+                 FindReason(*event.m_pError, event.m_strPath)};
+    } else {
+        field = {StripMood::Quiet, Say(texts, DONE[nWork], {strName}),
+                 GetFolderOfPath(event.m_strPath)};
+    }
+    field.m_nHeadKept = std::min(field.m_strHead.find(strName), field.m_strHead.size());
+    return field;
 }
 
 std::vector<StripRow> DescribeMarkers(const CLanguageTable& texts,

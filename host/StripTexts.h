@@ -26,6 +26,7 @@ struct StripField {
     StripMood m_mood = StripMood::Quiet;
     std::wstring m_strHead;
     std::wstring m_strDetail;
+    std::size_t m_nHeadKept = 0;  ///< characters at the beginning of the head that always stay
     friend bool operator==(const StripField&, const StripField&) = default;
 };
 

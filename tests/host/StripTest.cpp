@@ -1,6 +1,9 @@
 // The status strip: what it says of the instrument, of files and of the values at the markers.
 #include "host/StatusStrip.h"
 
+#include <set>
+
+#include "host/StripPainter.h"
 #include "platform/system/Paths.h"
 #include "plot/RTPlot.h"
 #include "tests/host/Session.h"
@@ -60,7 +63,7 @@ TEST_F(Strip, FollowsACaptureFromTheWaitForItsTriggerToItsEnd) {
 
 TEST_F(Strip, SpeaksTheLanguageOfThePanel) {
     Speak("German");
-    Run({"--capture-locked"}, [this] { AwaitStatus(L"s\nSimulierte Presse, fremdgesteuert"); });
+    Run({"--capture-locked"}, [this] { AwaitStatus(L"s\nSimulierte Presse (gesperrt)"); });
     Run({"--desktop"}, [this] { EXPECT_EQ(Status(), L"Kein Messger\u00E4t"); });
 }
 
@@ -117,7 +120,7 @@ TEST(StripTexts, AreRightForEveryState) {
         {{Waiting, false, 5, 3000, 0, 0, L""}, L"Waiting for trigger 0.5 %"},
         {{Capturing, false, 0, 3000, 1299, 1, L""}, L"Capturing 1.2 of 3 s"},
         {{Capturing, false, 0, 2500, 99, 1, L""}, L"Capturing 0.0 of 2.5 s"},
-        {{Capturing, true, 0, 0, 61000, 41, L""}, L"Stroke 41, 61.0 s"},
+        {{Capturing, true, 0, 0, 61000, 41, L""}, L"Capturing stroke 41, 61.0 s"},
         {{Stopped, false, 0, 3000, 1299, 1, L""}, L"Stopped after 1.2 s"},
         {{Stopped, true, 0, 0, 61000, 41, L""}, L"Stopped: stroke 41, 61.0 s"},
         {{Unreachable, false, 0, 0, 0, 0, L"silence"}, L"No connection"},
@@ -126,10 +129,50 @@ TEST(StripTexts, AreRightForEveryState) {
     for (const auto& [state, pHead] : states)
         EXPECT_EQ(DescribeInstrument(texts, state, L"press", false).m_strHead, pHead);
     const auto& lost = states[6].first;
-    EXPECT_EQ(DescribeInstrument(texts, lost, L"press", true).m_strDetail,
-              L"silence, controlled elsewhere");
+    EXPECT_EQ(DescribeInstrument(texts, lost, L"press", true).m_strDetail, L"silence (locked)");
     EXPECT_EQ(DescribeInstrument(texts, lost, L"press", false).m_mood, StripMood::Alarm);
     EXPECT_EQ(NameInstrument(texts, L"/some/stroke.csv"), L"Recording stroke.csv");
+}
+
+TEST(StripPainter, KeepsLongTextsWithinTheirField) {
+    static constexpr int WIDTH = 795;
+    const auto paint = [](const StripContents& contents) {
+        CBitmap bitmap;
+        bitmap.CreateBitmap(WIDTH, STRIP_HEIGHT);
+        CDC dc;
+        dc.CreateCompatibleDC(nullptr);
+        dc.SelectBitmap(&bitmap);
+        PaintStrip(dc, {0, 0, WIDTH, STRIP_HEIGHT}, contents);
+        dc.SelectBitmap(nullptr);
+        return bitmap;
+    };
+    /// The columns in which two pictures differ, from the first to behind the last.
+    const auto compare = [](const CBitmap& a, const CBitmap& b) {
+        std::pair<int, int> columns{WIDTH, 0};
+        for (int x = 0; x < WIDTH; ++x)
+            for (int y = 0; y < STRIP_HEIGHT; ++y)
+                if (a.GetPixel(x, y) != b.GetPixel(x, y))
+                    columns = {std::min(columns.first, x), x + 1};
+        return columns;
+    };
+    const std::wstring strLong = std::wstring(5000, L'x') + L".rt3";
+    StripContents empty, filled;
+    filled.m_file = {StripMood::Quiet, L"Saved: " + strLong, strLong, 7};
+    for (const bool bMarkers : {false, true}) {
+        int nRoomEnd = WIDTH;
+        if (bMarkers) {
+            const CBitmap before = paint(empty);
+            empty.m_markers = filled.m_markers = {{L"Force", L"A 1", L"B 2", L"\u0394 1"}};
+            nRoomEnd = compare(before, paint(empty)).first - 8;
+        }
+        const auto [nBegin, nEnd] = compare(paint(empty), paint(filled));
+        EXPECT_TRUE(nBegin >= 264 && nBegin < 270) << nBegin;
+        EXPECT_TRUE(nEnd <= nRoomEnd - 8 && nEnd > nRoomEnd - 30) << nEnd << " of " << nRoomEnd;
+    }
+    std::set<COLORREF> grounds;
+    for (const auto mood : {StripMood::Quiet, StripMood::Busy, StripMood::Waits, StripMood::Alarm})
+        grounds.insert(paint({{mood, L"", L""}, {}, {}}).GetPixel(100, 20));
+    EXPECT_EQ(grounds.size(), 4u);
 }
 
 TEST(MarkerValues, AreThoseOfTheNewestCurveAsFarAsItHasCome) {
