@@ -18,8 +18,6 @@ namespace {
 
 constexpr std::chrono::milliseconds LOOK_EVERY{100};
 
-constexpr int PLOT_CONTROLS[RT_MAX_CHANNELS] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
-
 std::wstring JoinTexts(const StripContents& contents) {
     std::wstring strText;
     const auto add = [&strText](const std::wstring& strPart, wchar_t chBefore) {
@@ -85,7 +83,7 @@ StripContents CStatusStrip::Look() {
 /// Of the plot on show.
 std::vector<StripRow> CStatusStrip::LookAtMarkers() const {
     const SecondInput secondInput{m_session.m_nPositionInput};
-    for (std::size_t k = 0; k < m_session.m_nChannels; ++k) {
+    for (std::size_t k = 0; k < std::size(PLOT_CONTROLS); ++k) {
         const CWnd* const pPlot = m_pScreen->GetControl(PLOT_CONTROLS[k]);
         if (pPlot && pPlot->IsWindowVisible())
             return DescribeMarkers(m_texts,
