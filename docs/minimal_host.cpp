@@ -65,6 +65,7 @@ int main(int argc, char** argv) {
     view.Create(&frame);
     frame.SetActiveView(&view);
     app.m_pMainWnd = &frame;
+    if (GetDisplayKind() == DisplayKind::Panel) frame.FillDisplay();
 
     const CDynamicLibrary library(L"RealTimeMode.dll");
     auto* pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");

@@ -128,6 +128,7 @@ int CPanel::Run() {
     m_view.Create(&m_frame);
     m_frame.SetActiveView(&m_view);
     m_app.m_pMainWnd = &m_frame;
+    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
 
     m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
                                               FromUtf8(m_options.m_strReplay));

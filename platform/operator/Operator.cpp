@@ -389,6 +389,15 @@ CBitmap TakePicture(const CWnd& wnd, double dScale) {
     return picture;
 }
 
+CBitmap TakeWindowPicture(const CWnd& wnd, double dScale) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (pNative) picture = PictureOf(*pNative->m_widget.window(), dScale);
+    });
+    return picture;
+}
+
 CBitmap TakeScreenPicture(const CWnd& wnd) {
     CBitmap picture;
     Ask([&] {

@@ -104,6 +104,9 @@ PLATFORM_API void After(unsigned nMilliseconds, std::function<void()> call);
 /// @param dScale device pixels per pixel
 PLATFORM_API CBitmap TakePicture(const CWnd& wnd, double dScale = 1.0);
 
+/// The same of the whole window that it is or belongs to, with frame and foot.
+PLATFORM_API CBitmap TakeWindowPicture(const CWnd& wnd, double dScale = 1.0);
+
 /// What the window system shows of the window, which is not painted for it.
 PLATFORM_API CBitmap TakeScreenPicture(const CWnd& wnd);
 

@@ -13,10 +13,12 @@
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/FrameWidget.h"
 #include "platform/windows/qt/UiQueue.h"
+#include "platform/windows/qt/WindowManager.h"
 
 namespace {
 
 CApplication* g_pApp = nullptr;
+DisplayKind g_displayKind = DisplayKind::Panel;
 
 const QColor BACKGROUND(52, 64, 80);  ///< of a display that is filled
 
@@ -79,6 +81,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);
+    g_displayKind = HasWindowManager() ? DisplayKind::Desktop : DisplayKind::Panel;
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.
     std::setlocale(LC_NUMERIC, "C");
@@ -98,12 +101,7 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
     return std::make_unique<CWindowSystem>(argc, argv);
 }
 
-DisplayKind GetDisplayKind() {
-    const QString strPlatform = QGuiApplication::platformName();
-    const bool bManaged =
-        strPlatform.startsWith(QLatin1String("wayland")) || strPlatform == QLatin1String("xcb");
-    return bManaged ? DisplayKind::Desktop : DisplayKind::Panel;
-}
+DisplayKind GetDisplayKind() { return g_displayKind; }
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 

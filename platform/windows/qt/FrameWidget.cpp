@@ -120,6 +120,21 @@ void FrameWidget::changeEvent(QEvent* pEvent) {
     QWidget::changeEvent(pEvent);
 }
 
+void FrameWidget::ShowPlace() {
+    // A bare framebuffer clears only the place that a window has had before its last change: one
+    // that is not painted in between would leave a picture of itself behind.
+    if (isVisible()) repaint(CaptionRect());
+}
+
+void FrameWidget::hideEvent(QHideEvent* pEvent) {
+    QWidget::hideEvent(pEvent);
+    if (!m_bDrawn) return;
+    // Without a window manager nobody else hands the keyboard on.
+    QWidget* pModal = QApplication::activeModalWidget();
+    QWidget* pNext = pModal ? pModal : parentWidget();
+    if (pNext && pNext->isVisible()) pNext->activateWindow();
+}
+
 void FrameWidget::keyPressEvent(QKeyEvent* pEvent) {
     switch (pEvent->key()) {
     case Qt::Key_Escape:

@@ -36,6 +36,9 @@ class PLATFORM_API FrameWidget : public QWidget {
     void childEvent(QChildEvent* pEvent) override;
     void paintEvent(QPaintEvent*) override;
     void changeEvent(QEvent* pEvent) override;
+    void moveEvent(QMoveEvent*) override { ShowPlace(); }
+    void resizeEvent(QResizeEvent*) override { ShowPlace(); }
+    void hideEvent(QHideEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
@@ -47,6 +50,7 @@ class PLATFORM_API FrameWidget : public QWidget {
 
     void Arrange();
     QRect CaptionRect() const;
+    void ShowPlace();
     void PressEnter();
 
     const bool m_bDrawn;  ///< border and caption are the frame's own

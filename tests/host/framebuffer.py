@@ -1,0 +1,168 @@
+#!/usr/bin/env python3
+"""Works rtpanel on a bare framebuffer with a finger: framebuffer.py RTPANEL
+
+The framebuffer is the window system's own over RFB, which sends the picture and takes touches and
+keys. What is expected holds at any scale and for a screen of any height.
+"""
+
+import os
+import random
+import socket
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+WIDTH, HEIGHT = 1000, 700
+FRONT = bytes((38, 96, 164))  # border and caption of the window that has the keyboard
+BACKGROUND = bytes((52, 64, 80))
+ENTER, ESCAPE = 0xFF0D, 0xFF1B
+PATIENCE_S = 30
+
+
+class Display:
+    """A connection to the display."""
+
+    def __init__(self, port, panel):
+        end = time.monotonic() + PATIENCE_S
+        while True:
+            try:
+                self.socket = socket.create_connection(("127.0.0.1", port), PATIENCE_S)
+                break
+            except ConnectionRefusedError:
+                if panel.poll() is not None or time.monotonic() > end:
+                    raise
+                time.sleep(0.05)
+        self.read(12)
+        self.socket.sendall(b"RFB 003.003\n")
+        assert struct.unpack(">I", self.read(4)) == (1,), "no password is asked for"
+        self.socket.sendall(b"\1")
+        width, height, _, length = struct.unpack(">HH16sI", self.read(24))
+        assert (width, height) == (WIDTH, HEIGHT)
+        self.read(length)
+        # 32 bits a pixel, least byte first: blue, green, red, nothing; sent as they are.
+        self.socket.sendall(struct.pack(">4x4B3H3B3x", 32, 24, 0, 1, 255, 255, 255, 16, 8, 0))
+        self.socket.sendall(struct.pack(">BxHi", 2, 1, 0))
+
+    def read(self, count):
+        data = bytearray()
+        while len(data) < count:
+            piece = self.socket.recv(count - len(data))
+            assert piece, "the connection has ended"
+            data += piece
+        return data
+
+    def take_rows(self):
+        """The whole picture, as rows of three bytes a pixel."""
+        self.socket.sendall(struct.pack(">BB4H", 3, 0, 0, 0, WIDTH, HEIGHT))
+        rows = [bytearray(3 * WIDTH) for _ in range(HEIGHT)]
+        assert self.read(1) == b"\0", "an update of the picture"
+        for _ in range(struct.unpack(">xH", self.read(3))[0]):
+            x, y, width, height, encoding = struct.unpack(">4Hi", self.read(12))
+            assert encoding == 0
+            for row in range(y, y + height):
+                line = self.read(4 * width)
+                for byte in range(3):
+                    rows[row][3 * x + byte:3 * (x + width):3] = line[2 - byte::4]
+        return rows
+
+    def find_front(self):
+        """Left, top, right and bottom of the front window, or None."""
+        left, top, right, bottom = WIDTH, HEIGHT, 0, 0
+        for y, row in enumerate(self.take_rows()):
+            at = row.find(FRONT)
+            if at < 0:
+                continue
+            left, right = min(left, at // 3), max(right, row.rfind(FRONT) // 3 + 1)
+            top, bottom = min(top, y), y + 1
+        return (left, top, right, bottom) if right else None
+
+    def await_front(self, what, holds):
+        """The front window as soon as a condition of it holds."""
+        end = time.monotonic() + PATIENCE_S
+        while True:
+            front = self.find_front()
+            if front and holds(front):
+                return front
+            assert time.monotonic() < end, f"waited in vain for {what}; in front: {front}"
+            time.sleep(0.05)
+
+    def point(self, x, y, pressed):
+        self.socket.sendall(struct.pack(">BBHH", 5, pressed, round(x), round(y)))
+
+    def drag(self, x, y, dx, dy):
+        self.point(x, y, 0)
+        self.point(x, y, 1)
+        for step in range(1, 6):
+            self.point(x + dx * step / 5, y + dy * step / 5, 1)
+        self.point(x + dx, y + dy, 0)
+
+    def type(self, *keys):
+        for key in keys:
+            for pressed in (1, 0):
+                self.socket.sendall(struct.pack(">BBxxI", 4, pressed, key))
+
+
+def work(display):
+    screen = display.await_front("the screen", lambda front: front[2] - front[0] > 700)
+    rows = display.take_rows()
+    assert rows[0][:3] == BACKGROUND and rows[-1][-3:] == BACKGROUND, "the display is filled"
+    scale = (screen[2] - screen[0]) / 801
+
+    def tap(window, x, y):
+        """Taps a point of a window's client area, given in pixels of the design."""
+        display.drag(window[0] + (3 + x) * scale, window[1] + (33 + y) * scale, 0, 0)
+
+    tap(screen, 40, 422)
+    settings = display.await_front("Settings", lambda front: front[2] < screen[2])
+
+    caption = settings[0] + 60 * scale, settings[1] + 18 * scale
+    moved = tuple(edge + by for edge, by in zip(settings, (-80, 60, -80, 60)))
+    display.drag(*caption, -80, 60)
+    display.await_front("Settings, dragged", lambda front: front == moved)
+    display.drag(caption[0] - 80, caption[1] + 60, WIDTH - caption[0] + 79, HEIGHT - caption[1] - 61)
+    cornered = display.await_front("Settings in the corner", lambda front: front[1] > HEIGHT / 2)
+    assert WIDTH - cornered[0] >= 60 * scale and HEIGHT - cornered[1] >= 30 * scale, cornered
+    display.drag(WIDTH - 20, HEIGHT - 10, settings[0] - cornered[0], settings[1] - cornered[1])
+    display.await_front("Settings, back", lambda front: front == settings)
+
+    tap(settings, 190, 86)
+    display.await_front("the number pad", lambda front: front[3] - front[1] > 400 * scale)
+    display.type(*b"99999", ENTER)
+    display.await_front("the message", lambda front: front[3] - front[1] < 300 * scale)
+    display.type(ENTER)
+    display.await_front("Settings again", lambda front: front == settings)
+    display.type(ESCAPE)
+    display.await_front("the screen again", lambda front: front == screen)
+    display.type(ESCAPE)
+
+
+def find_port():
+    """A free port, of those that the system gives to nobody by itself."""
+    while True:
+        port = random.randrange(10000, 30000)
+        with socket.socket() as free:
+            try:
+                free.bind(("127.0.0.1", port))
+                return port
+            except OSError:
+                continue
+
+
+def main():
+    port = find_port()
+    with tempfile.TemporaryDirectory() as folder:
+        platform = f"vnc:size={WIDTH}x{HEIGHT}:port={port}"
+        panel = subprocess.Popen(
+            [sys.argv[1], "--settings", folder + "/settings.ini"],
+            env={**os.environ, "QT_QPA_PLATFORM": platform})
+        try:
+            work(Display(port, panel))
+            assert panel.wait(PATIENCE_S) == 0
+        finally:
+            panel.kill()
+            panel.wait()
+
+
+main()
