@@ -1,6 +1,7 @@
 #include "curves/CaptureFile.h"
 
 #include "platform/system/Archive.h"
+#include "platform/system/FileEvents.h"
 #include "platform/system/ReplaceFile.h"
 
 void RTCaptureFile::Serialize(CArchive& ar) {
@@ -35,9 +36,16 @@ void WriteCapture(CFile& file, CObject& capture, IProgress* pProgress) {
 }
 
 void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress) {
-    CallWithMemoryException([&] {
+    DoFileWork(FileWork::Save, strPath, [&] {
         CReplaceFile file(strPath);
         WriteCapture(file, capture, pProgress);
         file.Commit(pProgress);
+    });
+}
+
+void LoadCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress) {
+    DoFileWork(FileWork::Load, strPath, [&] {
+        CFile file(strPath, CFile::modeRead);
+        ReadCapture(file, capture, pProgress);
     });
 }

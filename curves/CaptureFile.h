@@ -36,6 +36,12 @@ void ReadCapture(CFile& file, CObject& capture, IProgress* pProgress = nullptr);
 /// @throws CFileException, CMemoryException, CUserException
 void WriteCapture(CFile& file, CObject& capture, IProgress* pProgress = nullptr);
 
+// The work on a whole file; file listeners hear of it.
+
 /// Writes a capture to a path as a whole: at any exception an older file of that path is untouched.
 /// @throws CFileException, CMemoryException, CUserException
 void SaveCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress = nullptr);
+
+/// Loads a capture from a path.
+/// @throws CFileException, CArchiveException, CMemoryException, CUserException
+void LoadCapture(const std::wstring& strPath, CObject& capture, IProgress* pProgress = nullptr);

@@ -27,6 +27,6 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
                    IProgress* pProgress = nullptr);
 
 /// As WriteCurveCsv, to a file that is created or replaced as ExportCsv does it.
-/// @throws CFileException, CUserException
+/// @throws CFileException, CMemoryException, CUserException
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options = {}, IProgress* pProgress = nullptr);

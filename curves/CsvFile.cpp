@@ -1,6 +1,7 @@
 #include "curves/CsvFile.h"
 
 #include "platform/system/Exceptions.h"
+#include "platform/system/FileEvents.h"
 #include "platform/system/Interrupt.h"
 #include "platform/system/TextFile.h"
 
@@ -16,13 +17,15 @@ void WriteCsv(CTextFile& file, const std::function<void()>& writeRows) {
 }
 
 void ExportCsv(const std::wstring& strPath, const std::function<void(CTextFile& file)>& write) {
-    CTextFile file;
-    CUnfinishedFile unfinished;
-    unfinished.Create(file, strPath);
-    try {
-        write(file);
-    } catch (const CUserException&) {
-        unfinished.Remove();
-        throw;
-    }
+    DoFileWork(FileWork::Export, strPath, [&] {
+        CTextFile file;
+        CUnfinishedFile unfinished;
+        unfinished.Create(file, strPath);
+        try {
+            write(file);
+        } catch (const CUserException&) {
+            unfinished.Remove();
+            throw;
+        }
+    });
 }

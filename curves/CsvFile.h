@@ -13,6 +13,6 @@ void WriteCsv(CTextFile& file, const std::function<void()>& writeRows);
 
 /// Has a file written that is created, or replaces an existing one. At a failure it keeps the lines
 /// written before; stopped by the person (CUserException), it is removed, and of a symbolic link
-/// the file that it leads to.
-/// @throws CFileException, and what write throws
+/// the file that it leads to. File listeners hear of it.
+/// @throws CFileException, CMemoryException, and what write throws
 void ExportCsv(const std::wstring& strPath, const std::function<void(CTextFile& file)>& write);

@@ -4,6 +4,7 @@
 
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
+#include "host/StatusStrip.h"
 #include "instrument/PressInstrument.h"
 #include "instrument/SimulatedPress.h"
 #include "platform/operator/Operator.h"
@@ -104,6 +105,10 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
 
 CPanel::~CPanel() = default;
 
+std::wstring CPanel::GetStatusText() const {
+    return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();
+}
+
 int CPanel::Run() {
     const std::wstring strDataFolder = MakeAbsolute(m_options.m_strDataFolder);
     if (!strDataFolder.empty() && !FolderExists(strDataFolder))
@@ -125,6 +130,8 @@ int CPanel::Run() {
     m_app.m_pMainWnd = &m_frame;
     if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
 
+    m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
+                                              FromUtf8(m_options.m_strReplay));
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
     if (m_options.m_strDemo.empty()) {
@@ -163,6 +170,7 @@ void CPanel::FillSession(CRealTimeData& session) {
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {
+    m_pStrip->Attach(screen);
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();
     if (bEnter && !m_options.m_strSampleTime.empty())

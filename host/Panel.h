@@ -13,6 +13,7 @@
 #include "plugin/RealTimeData.h"
 
 class CDlgBase;
+class CStatusStrip;
 
 /// A session that cannot begin: the data folder or the plug-in library is missing, or the library
 /// does not give what it should.
@@ -45,6 +46,9 @@ class CPanel {
     /// What the instrument is, in a line for the person who started the program.
     const std::string& GetInstrumentText() const { return m_strInstrument; }
 
+    /// What the status strip says, line by line; nothing while it is not shown.
+    std::wstring GetStatusText() const;
+
     /// Loads the plug-in, runs its screen, and returns when the screen has closed.
     /// @return the exit code: 0, or 1 when a demonstration did not go through
     /// @throws CPanelError
@@ -63,5 +67,6 @@ class CPanel {
     std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
     CFrameWindow m_frame;
     CPanelView m_view;
+    std::unique_ptr<CStatusStrip> m_pStrip;       ///< of the screen that runs, or ran last
     std::vector<std::wstring> m_arrDroppedFiles;  ///< the capture to open, while it is on its way
 };

@@ -26,7 +26,7 @@ void CCaptureEngine::Execute(const InstrumentCommand& command, Time now) {
         Begin(*pCapture, now);
     } else if (std::holds_alternative<StopRequest>(command)) {
         Advance(now);
-        End();
+        End(m_bRunning ? InstrumentActivity::Stopped : m_idleActivity);
     } else {
         Advance(now);
         m_passOutputEnd = now + PASS_OUTPUT_TIME;
@@ -42,7 +42,9 @@ void CCaptureEngine::Begin(const CaptureRequest& request, Time now) {
     m_request = request;
     m_begin = now;
     m_nSetsTaken = 0;
+    m_nSetsSent = 0;
     m_nStroke = 0;
+    m_nStrokesSent = 0;
     m_bArmed = true;
     m_bSending = false;
     m_bRunning = true;
@@ -51,13 +53,31 @@ void CCaptureEngine::Begin(const CaptureRequest& request, Time now) {
     // Rounded up, so that a curve sized for an odd number of values fills too.
     const std::uint64_t nValues =
         std::uint64_t{request.m_nSampleMilliseconds} * request.m_nValueRate / 1000;
-    m_nSetsLeft = (nValues + m_layout.m_nPerChannel - 1) / m_layout.m_nPerChannel;
-    if (request.m_nValueRate == 0 || (!request.m_bContinuous && m_nSetsLeft == 0)) End();
+    m_nSetsWanted = (nValues + m_layout.m_nPerChannel - 1) / m_layout.m_nPerChannel;
+    if (request.m_nValueRate == 0 || (!request.m_bContinuous && m_nSetsWanted == 0))
+        End(InstrumentActivity::Ready);
 }
 
-void CCaptureEngine::End() {
+void CCaptureEngine::End(InstrumentActivity activity) {
     m_bRunning = false;
+    m_idleActivity = activity;
     m_writer.ReportState(false);
+}
+
+InstrumentState CCaptureEngine::GetState() const {
+    InstrumentState state;
+    const bool bWaiting = !m_bSending && m_request.m_nTriggerTenths > 0;
+    state.m_activity = !m_bRunning ? m_idleActivity
+                       : bWaiting  ? InstrumentActivity::Waiting
+                                   : InstrumentActivity::Capturing;
+    state.m_bContinuous = m_request.m_bContinuous;
+    state.m_nTriggerTenths = m_request.m_nTriggerTenths;
+    state.m_nSampleMilliseconds = m_request.m_bContinuous ? 0 : m_request.m_nSampleMilliseconds;
+    if (m_request.m_nValueRate > 0)
+        state.m_nMilliseconds =
+            m_nSetsSent * m_layout.m_nPerChannel * 1000 / m_request.m_nValueRate;
+    state.m_nStrokes = m_nStrokesSent;
+    return state;
 }
 
 void CCaptureEngine::Advance(Time now) {
@@ -99,10 +119,12 @@ void CCaptureEngine::TakeSet(std::uint8_t byPass) {
         if (m_bSending) m_writer.AnnounceCurve();
         m_bArmed = false;
         m_bSending = true;
+        ++m_nStrokesSent;
     }
     if (!m_bSending) return;
     SendSet(m_pPress->GetPhases().GetLines(dInStroke) | byPass);
-    if (!m_request.m_bContinuous && --m_nSetsLeft == 0) End();
+    ++m_nSetsSent;
+    if (!m_request.m_bContinuous && m_nSetsSent == m_nSetsWanted) End(InstrumentActivity::Ready);
 }
 
 void CCaptureEngine::SendSet(std::uint8_t byLines) {

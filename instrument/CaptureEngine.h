@@ -8,6 +8,7 @@
 
 #include "acquisition/ValueLayout.h"
 #include "instrument/InstrumentCommand.h"
+#include "instrument/InstrumentState.h"
 #include "instrument/PacketWriter.h"
 #include "instrument/PressSignal.h"
 
@@ -44,9 +45,12 @@ class CCaptureEngine {
 
     bool IsRunning() const { return m_bRunning; }
 
+    /// As of the last call.
+    InstrumentState GetState() const;
+
   private:
     void Begin(const CaptureRequest& request, Time now);
-    void End();
+    void End(InstrumentActivity activity);
     void TakeSet(std::uint8_t byPass);
     void SendSet(std::uint8_t byLines);
     std::uint64_t CountSetsDue(Time elapsed) const;
@@ -56,12 +60,15 @@ class CCaptureEngine {
     const std::unique_ptr<IPressSignal> m_pPress;
 
     bool m_bRunning = false;
+    InstrumentActivity m_idleActivity = InstrumentActivity::Ready;  ///< while it is not running
     CaptureRequest m_request;
     Time m_begin{0};
     std::uint64_t m_nSetsTaken = 0;  ///< since the beginning, sent or not
-    std::uint64_t m_nSetsLeft = 0;   ///< to be sent until the sample time is over
+    std::uint64_t m_nSetsSent = 0;
+    std::uint64_t m_nSetsWanted = 0;  ///< to be sent until the sample time is over
     std::uint64_t m_nStroke = 0;
-    bool m_bArmed = false;  ///< waits for the trigger level, of this stroke
+    std::uint64_t m_nStrokesSent = 0;  ///< of which values have been sent
+    bool m_bArmed = false;             ///< waits for the trigger level, of this stroke
     bool m_bSending = false;
     Time m_passOutputEnd{0};
 

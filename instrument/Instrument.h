@@ -3,13 +3,15 @@
 
 #include <string_view>
 
+#include "instrument/InstrumentState.h"
+
 /// An instrument on a link: commands go in as byte images, packets come out through the packet
 /// queue that the concrete instrument was made with.
 ///
 /// Owner: the panel application, which keeps it from before the screen runs until after it closed.
 /// Threads: Send is called on the user-interface thread and must not wait for the link; packets are
-/// pushed by the instrument's own thread. After the destructor has returned nothing is pushed any
-/// more.
+/// pushed by the instrument's own thread; GetState may be called on any and does not wait either.
+/// After the destructor has returned nothing is pushed any more.
 class IInstrument {
   public:
     virtual ~IInstrument() = default;
@@ -21,4 +23,7 @@ class IInstrument {
     /// The session is shown. An instrument whose captures are controlled elsewhere may begin one by
     /// itself from now on.
     virtual void OnScreenShown() {}
+
+    /// What it is doing. Whoever shows it asks several times a second.
+    virtual InstrumentState GetState() const = 0;
 };

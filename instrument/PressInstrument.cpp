@@ -26,6 +26,11 @@ void CPressInstrument::OnScreenShown() {
         Post([this](CCaptureEngine::Time now) { m_engine.BeginBySelf(*m_selfStart, now); });
 }
 
+InstrumentState CPressInstrument::GetState() const {
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
 void CPressInstrument::Post(Order order) {
     {
         const std::lock_guard lock(m_mutex);
@@ -51,8 +56,11 @@ void CPressInstrument::Run(const std::stop_token& stop) {
         }
         const Clock::time_point now = Clock::now();
         for (const Order& order : orders) order(now.time_since_epoch());
-        if (now < nextBlock) continue;
-        m_engine.Advance(now.time_since_epoch());
-        nextBlock = now + BLOCK_TIME;
+        if (now >= nextBlock) {
+            m_engine.Advance(now.time_since_epoch());
+            nextBlock = now + BLOCK_TIME;
+        }
+        const std::lock_guard lock(m_mutex);
+        m_state = m_engine.GetState();
     }
 }

@@ -25,6 +25,7 @@ class CPressInstrument : public IInstrument {
 
     void Send(std::string_view image) override;
     void OnScreenShown() override;
+    InstrumentState GetState() const override;
 
   private:
     using Order = std::function<void(CCaptureEngine::Time)>;  ///< what to do with the engine
@@ -34,8 +35,9 @@ class CPressInstrument : public IInstrument {
 
     CCaptureEngine m_engine;
     const std::optional<CaptureRequest> m_selfStart;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable_any m_wake;
     std::vector<Order> m_orders;  ///< guarded by m_mutex
+    InstrumentState m_state;      ///< of the engine, when it was last used; guarded by m_mutex
     std::jthread m_thread;        ///< last: it ends before what it uses
 };

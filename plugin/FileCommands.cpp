@@ -6,7 +6,6 @@
 #include "curves/CsvExport.h"
 #include "curves/FileStore.h"
 #include "platform/system/Archive.h"
-#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/windows/Controls.h"
 #include "platform/windows/FileDialog.h"
@@ -133,8 +132,7 @@ void CDlgSetupMode::LoadFrom(const std::wstring& strPath, const std::wstring& st
     OnClear();
     {
         CProgressBox progress(GetLangText(1509, L"Load"));
-        CFile file(strPath, CFile::modeRead);
-        ReadCapture(file, *this, &progress);
+        ::LoadCapture(strPath, *this, &progress);
     }
     SelectDisplay();
     for (std::size_t k = 0; k < m_nChannels; ++k) ZoomAllAndRepaint(k);

@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int PLOT_CONTROLS[RT_MAX_CHANNELS] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
-
 /// Where a bar stands in the screen's client area, in pixels.
 constexpr CPoint BAR_POSITION{90, 395};
 

@@ -26,6 +26,9 @@ enum ScreenControl : int {
     IDC_PLOT_3 = 1050,
 };
 
+/// By channel. Only the plot on show is visible.
+inline constexpr int PLOT_CONTROLS[] = {IDC_PLOT_1, IDC_PLOT_2, IDC_PLOT_3};
+
 inline constexpr DialogItem SCREEN_ITEMS[] = {
     {IDC_CHANNEL_LIST, ControlKind::DropDownList, L"", 7, 4, 94, 30, CS_SORT},
     {IDC_SAMPLE_TIME_MODE, ControlKind::StyledButton, L"Sample Time:", 107, 3, 103, 24},

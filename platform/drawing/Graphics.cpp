@@ -138,6 +138,10 @@ void CDC::TextOut(int x, int y, const std::wstring& strText) {
     BlendText(view, origin, mask, ToPixel(m_pSurface->m_textColor));
 }
 
+CSize CDC::GetTextExtent(const std::wstring& strText) const {
+    return MeasureText(m_pSurface->m_pFont, strText);
+}
+
 void CDC::CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource) {
     const PixelView target = m_pSurface->View();
     const QImage* pImage = pSource ? pSource->m_pSurface->m_pImage : nullptr;

@@ -142,6 +142,9 @@ class PLATFORM_API CDC {
     /// the text's cell is filled with white first.
     virtual void TextOut(int x, int y, const std::wstring& strText);
 
+    /// The size of the cell of a line of text, in pixels; also without a surface.
+    CSize GetTextExtent(const std::wstring& strText) const;
+
     /// Copies a rectangle of another surface here.
     virtual void CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);
 

@@ -164,8 +164,7 @@ void CSvgDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
 void CSvgDC::TextOut(int x, int y, const std::wstring& strText) {
     m_pPicture->AppendLines();
     const GraphicsSurface& surface = *Surface();
-    const QFont font =
-        ToQFont(surface.m_pFont && *surface.m_pFont ? *surface.m_pFont : GetDefaultFont());
+    const QFont font = ToQFont(FontOf(surface.m_pFont));
     constexpr std::array<const char*, 3> ANCHORS{"start", "end", "middle"};  // by text alignment
     m_pPicture->m_elements +=
         "<text" + MakeAttribute("x", ToText(x)) +

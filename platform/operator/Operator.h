@@ -107,6 +107,10 @@ PLATFORM_API CBitmap TakePicture(const CWnd& wnd, double dScale = 1.0);
 /// The same of the whole window that it is or belongs to, with frame and foot.
 PLATFORM_API CBitmap TakeWindowPicture(const CWnd& wnd, double dScale = 1.0);
 
+/// The same with the windows that stand above it, such as its dialogs and their keyboards, as large
+/// as all of them together; what none of them covers is white.
+PLATFORM_API CBitmap TakeStackPicture(const CWnd& wnd);
+
 /// What the window system shows of the window, which is not painted for it.
 PLATFORM_API CBitmap TakeScreenPicture(const CWnd& wnd);
 

@@ -1,67 +1,11 @@
-// The panel with its instrument and the real screen, worked as an operator would.
-#include <gtest/gtest.h>
-
+// The panel with its instrument and the real screen.
 #include <algorithm>
-#include <mutex>
 
-#include "host/Panel.h"
-#include "platform/operator/Operator.h"
 #include "platform/windows/Controls.h"
-#include "plugin/DlgBase.h"
-#include "plugin/ScreenTemplate.h"
-#include "tests/support/Controls.h"
+#include "tests/host/Session.h"
 #include "tests/support/FileBytes.h"
-#include "tests/support/TemporaryFolder.h"
 
 namespace {
-
-class Session : public ::testing::Test {
-  protected:
-    /// Runs the panel with options, beside those for its files, until the script has ended. An
-    /// error box that comes up first is to begin with a text.
-    void Run(std::vector<const char*> arguments, const std::function<void()>& script,
-             const wchar_t* pError = nullptr) {
-        const std::string strFolder = m_folder.GetPath().native();
-        const std::string strSettings = strFolder + "/settings.ini";
-        arguments.insert(arguments.begin(), {"--value-rate", "10000", "--data-folder",
-                                             strFolder.c_str(), "--settings", strSettings.c_str()});
-        CPanel panel(ReadOptions(arguments));
-        Operator::CScript running([&] {
-            const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };
-            if (pError) Operator::WaitFor("the error box", isBox);
-            if (pError) Operator::PressModalButton(L"OK");
-            Operator::WaitFor("the screen", [this] {
-                return m_pScreen = dynamic_cast<CDlgBase*>(Operator::ModalWindow());
-            });
-            m_pSession = dynamic_cast<CRealTimeData*>(m_pScreen);
-            script();
-            m_pScreen->PostMessage(WM_CLOSE);
-        });
-        EXPECT_EQ(panel.Run(), 0);
-        running.Join();
-    }
-
-    bool Await(const std::function<bool()>& condition) {
-        return Operator::WaitUntil(condition, 20000);
-    }
-    std::wstring TextOf(int nID) { return ::TextOf(*m_pScreen, nID); }
-    bool IsEnabled(int nID) { return ::IsEnabled(*m_pScreen, nID); }
-    std::shared_ptr<CRTCurves> GetCurves() {
-        const std::lock_guard lock(m_pSession->m_lock);
-        return m_pSession->m_spCurves;
-    }
-    /// The values of a channel's first curve.
-    std::vector<std::int16_t> GetValues(std::size_t nChannel) {
-        const auto spCurve = GetCurves()->FirstCurve(nChannel);
-        if (!spCurve) return {};
-        const std::uint32_t nCount = spCurve->GetCount();
-        return {spCurve->GetValues(), spCurve->GetValues() + nCount};
-    }
-
-    const TemporaryFolder m_folder;
-    CDlgBase* m_pScreen = nullptr;
-    CRealTimeData* m_pSession = nullptr;
-};
 
 TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
     Run({"--mode=2", "--second-input=analogue", "--device-24v=1", "--sample-time=2",

@@ -77,6 +77,47 @@ TEST_F(CaptureEngine, DeliversWhatIsDueAndNoMoreUntilStop) {
     EXPECT_FALSE(engine.IsRunning());
 }
 
+TEST_F(CaptureEngine, SaysWhatItIsDoingAndHowFarItHasCome) {
+    using enum InstrumentActivity;
+    struct Step {
+        std::variant<CCaptureEngine::Time, InstrumentCommand> m_act;  ///< a time, or a command
+        InstrumentActivity m_activity;
+        std::uint64_t m_nMilliseconds, m_nStrokes;
+    };
+    const auto follow = [this](const ValueLayout& layout, const std::vector<Step>& steps) {
+        CCaptureEngine engine = Make(layout);
+        EXPECT_EQ(engine.GetState(), InstrumentState());
+        CCaptureEngine::Time now = 7s;
+        for (std::size_t n = 0; n < steps.size(); ++n) {
+            if (const auto* pCommand = std::get_if<InstrumentCommand>(&steps[n].m_act))
+                engine.Execute(*pCommand, now);
+            else
+                engine.Advance(now = 7s + std::get<0>(steps[n].m_act));
+            const InstrumentState state = engine.GetState();
+            EXPECT_EQ(int(state.m_activity), int(steps[n].m_activity)) << n;
+            EXPECT_EQ(state.m_nMilliseconds, steps[n].m_nMilliseconds) << n;
+            EXPECT_EQ(state.m_nStrokes, steps[n].m_nStrokes) << n;
+        }
+        return engine.GetState();
+    };
+    // The level of half the scale comes at 0.5 s.
+    const CaptureRequest triggered{300, false, 1000, 500};
+    EXPECT_EQ(follow({1, 2}, {{triggered, Waiting, 0, 0},
+                              {400ms, Waiting, 0, 0},
+                              {600ms, Capturing, 100, 1},
+                              {900ms, Ready, 300, 1},
+                              {StopRequest{}, Ready, 300, 1},
+                              {triggered, Waiting, 0, 0}}),
+              (InstrumentState{Waiting, false, 500, 300, 0, 0, L""}));
+    EXPECT_EQ(follow({1, 1}, {{CaptureRequest{65000, true, 1000, 500}, Waiting, 0, 0},
+                              {1400ms, Capturing, 900, 1},
+                              {1600ms, Capturing, 1100, 2},
+                              {StopRequest{}, Stopped, 1100, 2},
+                              {StopRequest{}, Stopped, 1100, 2},
+                              {CaptureRequest{100, false, 1000, 0}, Capturing, 0, 0}}),
+              (InstrumentState{Capturing, false, 0, 100, 0, 0, L""}));
+}
+
 TEST_F(CaptureEngine, SetsCarryEachChannelsQuantitiesInOrder) {
     // Ten value slots per channel: five pairs, 2 ms apart, 10 of force each.
     EXPECT_EQ(

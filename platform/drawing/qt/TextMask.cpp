@@ -36,14 +36,23 @@ std::unordered_map<std::wstring, TextMask>& TextsOf(const CFont& font) {
         .m_texts;
 }
 
+QFont MakeTextFont(const CFont& font) {
+    QFont qtFont = ToQFont(font);
+    if (font.m_nPixelHeight < SMOOTH_FROM_HEIGHT) qtFont.setStyleStrategy(QFont::NoAntialias);
+    return qtFont;
+}
+
+CSize GetCell(const QFontMetrics& metrics, const QString& text) {
+    return {metrics.horizontalAdvance(text), metrics.height()};
+}
+
 TextMask Render(const CFont& font, const std::wstring& strText) {
     TextMask mask;
     if (!qGuiApp) return mask;
-    QFont qtFont = ToQFont(font);
-    if (font.m_nPixelHeight < SMOOTH_FROM_HEIGHT) qtFont.setStyleStrategy(QFont::NoAntialias);
+    const QFont qtFont = MakeTextFont(font);
     const QFontMetrics metrics(qtFont);
     const QString text = QString::fromStdWString(strText);
-    mask.m_cell = {metrics.horizontalAdvance(text), metrics.height()};
+    mask.m_cell = GetCell(metrics, text);
     if (text.isEmpty()) return mask;
 
     // A glyph may lean out of its cell on either side by part of its height.
@@ -77,19 +86,19 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
     return nMixed;
 }
 
-const CFont& DefaultFont() {
-    static const CFont font = [] {
+}  // namespace
+
+const CFont& FontOf(const CFont* pFont) {
+    static const CFont defaultFont = [] {
         CFont made;
         made.CreatePixelFont(12, L"MS Shell Dlg", false);
         return made;
     }();
-    return font;
+    return pFont && *pFont ? *pFont : defaultFont;
 }
 
-}  // namespace
-
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
-    const CFont& font = pFont && *pFont ? *pFont : DefaultFont();
+    const CFont& font = FontOf(pFont);
     if (strText.size() > MAX_KEPT_LENGTH || !qGuiApp) {
         thread_local TextMask single;
         single = Render(font, strText);
@@ -102,7 +111,10 @@ const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
     return texts.emplace(strText, Render(font, strText)).first->second;
 }
 
-const CFont& GetDefaultFont() { return DefaultFont(); }
+CSize MeasureText(const CFont* pFont, const std::wstring& strText) {
+    if (!qGuiApp) return {};
+    return GetCell(QFontMetrics(MakeTextFont(FontOf(pFont))), QString::fromStdWString(strText));
+}
 
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel) {
     CRect ink = mask.m_ink;

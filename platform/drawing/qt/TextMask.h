@@ -22,8 +22,11 @@ struct TextMask {
 /// @return valid until the next call on the same thread
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 
+/// The cell that RenderText gives the text.
+CSize MeasureText(const CFont* pFont, const std::wstring& strText);
+
 /// Blends a colour through a mask whose cell begins at a point.
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel);
 
-/// What a text without a font is drawn in.
-const CFont& GetDefaultFont();
+/// The font, or the default one in place of none.
+const CFont& FontOf(const CFont* pFont);
