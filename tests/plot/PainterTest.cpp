@@ -59,7 +59,10 @@ TEST(Painter, StandsOnThePixelsOfTheDisplay) {
     const ScaledDisplay display(2);
     PlotSheet sheet(2 * 842, 2 * 343);
     sheet.m_graph.m_bAutoZoom = 0;
-    sheet.Add(120000, [](std::uint32_t i) { return i < 60000 ? 0 : 2500; }).AddPulse(90000, 1);
+    sheet.Add(120000, [](std::uint32_t i) { return i < 60000    ? 0
+                                                   : i < 110000 ? 2500
+                                                                : -5000; })
+        .AddPulse(90000, 1);
     sheet.m_plot.m_nMarkerA = 90030;
     sheet.m_plot.m_nTriggerLevel = -2000;
     sheet.Paint();
@@ -76,7 +79,8 @@ TEST(Painter, StandsOnThePixelsOfTheDisplay) {
     };
     constexpr COLORREF BLUE = RGB(0, 0, 255);
     for (const int x : {80, 501, 877}) expectColumn(x, BLUE, {237, 238});
-    for (const int x : {882, 1201, 1676}) expectColumn(x, BLUE, {139, 140});
+    for (const int x : {882, 1201, 1500}) expectColumn(x, BLUE, {139, 140});
+    expectColumn(1676, BLUE, {434, 435});
     for (const auto& [x, y] : {std::pair{880, 141}, {880, 200}, {879, 236}, {878, 236}})
         EXPECT_EQ(sheet.m_dc.GetPixel(x, y), BLUE) << y;
     expectColumn(1400, MAGENTA, {316, 317});
@@ -85,8 +89,8 @@ TEST(Painter, StandsOnThePixelsOfTheDisplay) {
     expectColumn(1501, RGB(0, 51, 153), {});
     expectColumn(1279, BLACK, {0, 1, 684, 685});
     for (const int x : {1280, 1281}) EXPECT_GT(sheet.CountInColumn(x, BLACK), 300);
-    // Six on and six off from 80 to 1684, but for the marker.
-    for (const int y : {434, 435}) EXPECT_EQ(sheet.CountInRow(y, YELLOW), 804 - 2);
+    // Six on and six off from 80 to 1684, but for the marker and the curve.
+    for (const int y : {395, 396}) EXPECT_EQ(sheet.CountInRow(y, YELLOW), 804 - 2 - 2);
     EXPECT_TRUE(sheet.HasText(280, 626, L"375", BLACK, TextAlign::Center));
     for (int y = 607; y <= 626; ++y) EXPECT_EQ(sheet.m_dc.GetPixel(281, y), BLACK) << y;
     EXPECT_EQ(sheet.m_dc.GetPixel(281, 606), GREY);
