@@ -70,7 +70,7 @@ TEST(Painter, StandsOnThePixelsOfTheDisplay) {
     EXPECT_EQ(sheet.m_plot.m_nLeftMargin, 80);
     EXPECT_EQ(sheet.m_plot.m_nZeroY, 237);
     // The last column of 0 stands at 880 - 120 / 75, the first of 2500 at 880.
-    const auto expectColumn = [&](int x, COLORREF color, std::vector<int> rows) {
+    const auto expectColumn = [&](int x, COLORREF color, const std::vector<int>& rows) {
         SCOPED_TRACE(x);
         std::vector<int> found;
         for (int y = 0; y < 686; ++y)
