@@ -3,8 +3,10 @@
 
 #include "host/Options.h"
 #include "host/Panel.h"
+#include "host/ScreenScale.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/windows/Application.h"
+#include "platform/windows/WindowScale.h"
 
 namespace {
 
@@ -13,6 +15,7 @@ int RunPanel(const Options& options, char* pProgram) {
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
     CWindowSystem windowSystem(argc, argv);
+    ScaleWindows(ChooseScale(options));
 
     CPanel panel(options);
     std::printf("instrument   %s\n", panel.GetInstrumentText().c_str());

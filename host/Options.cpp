@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "platform/commandline/CommandLine.h"
+#include "platform/windows/WindowScale.h"
 
 namespace {
 
@@ -88,6 +89,24 @@ void AddPlaces(CCommandLine& line, Options& options) {
                  "capture saved and exported, all into this folder");
 }
 
+void ReadScale(const std::string& strScale, Options& options) {
+    options.m_bFitDisplay = strScale == "fit";
+    options.m_dScale.reset();
+    if (options.m_bFitDisplay) return;
+    try {
+        options.m_dScale = ReadNumber(strScale, false, MIN_WINDOW_SCALE, MAX_WINDOW_SCALE);
+    } catch (const CUsageError& error) {
+        throw CUsageError(DescribeError(error) + ", nor fit");
+    }
+}
+
+void AddDisplay(CCommandLine& line, Options& options) {
+    line.AddOption("--scale", "FACTOR",
+                   "size of all windows: a factor from 0.5 to 4, or fit, as large as the display "
+                   "has room for (fit on a panel; on a desktop as its settings say)",
+                   [&](const std::string& str) { ReadScale(str, options); });
+}
+
 /// Options that mean nothing together are a mistake that the caller wants to hear about.
 void CheckCombinations(const CCommandLine& line, const Options& options) {
     const auto refusePair = [&line](const char* pOption, const char* pOther, const char* pWhy) {
@@ -117,6 +136,7 @@ Options ReadOptions(std::span<const char* const> arguments) {
                       "open).\n");
     AddInstrument(line, options);
     AddReplay(line, options);
+    AddDisplay(line, options);
     AddPlaces(line, options);
     const auto arrFiles = line.Parse(arguments);
     if (arrFiles.size() > 1) throw CUsageError("only one capture file can be opened");

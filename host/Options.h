@@ -28,6 +28,9 @@ struct Options {
     ReplaySettings m_replay;                ///< but for the rate
     std::optional<double> m_rowsPerSecond;  ///< none: the recording's, or 1000
 
+    std::optional<double> m_dScale;  ///< of all windows; none: by the display
+    bool m_bFitDisplay = false;      ///< without a scale: as large as fits, whatever the display
+
     std::string m_strDemo;          ///< folder for what the demonstration makes; empty: no demo
     std::string m_strDataFolder;    ///< with lang and RealTimeFiles; empty: the program's
     std::string m_strSettingsFile;  ///< empty: the current user's

@@ -81,7 +81,7 @@ ChangedSpan CurveLine::Update(const std::shared_ptr<const RTCurveData>& spData,
     if (bGrown) {
         m_mainPoints.resize(m_lastColumn.m_nMainPoints);
         if (!m_columnEnds.empty()) m_columnEnds.pop_back();
-        changed.m_nFrom = m_mainPoints.empty() ? LEFT_MARGIN : m_mainPoints.back().x;
+        changed.m_nFrom = m_mainPoints.empty() ? source.m_time.m_nLeft : m_mainPoints.back().x;
     } else {
         m_mainPoints.clear();
         m_columnEnds.clear();

@@ -61,8 +61,8 @@ ChangedSpan CInputTraces::Update(const std::shared_ptr<const RTCurveData>& spDat
     }
 
     // Records right of the plot are not seen.
-    const auto nVisible =
-        static_cast<std::int64_t>((source.m_nWidth - LEFT_MARGIN) / source.m_time.m_dScale);
+    const auto nVisible = static_cast<std::int64_t>((source.m_nWidth - source.m_time.m_nLeft) /
+                                                    source.m_time.m_dScale);
     const std::int64_t nEnd = std::min(nLast, source.m_nFirst + nVisible + 1);
     const std::size_t nEnded = m_runs.size();
     while (m_reading->m_nNext < nRuns && pulses.GetRun(m_reading->m_nNext).m_nPosition <= nEnd)
@@ -91,7 +91,10 @@ bool CInputTraces::Begin(const RTPulseList& pulses, std::size_t nRuns) {
     const unsigned nLevels = pulses.GetRun(nFirst).m_byState & LINE_BITS;
     m_reading = Reading{.m_nNext = nFirst,
                         .m_nPosition = m_source->m_nFirst,
-                        .m_open = {.m_nBefore = nLevels, .m_nLevels = nLevels}};
+                        .m_open = {.m_nX = m_source->m_time.m_nLeft,
+                                   .m_nEndX = m_source->m_time.m_nLeft,
+                                   .m_nBefore = nLevels,
+                                   .m_nLevels = nLevels}};
     return true;
 }
 

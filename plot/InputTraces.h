@@ -13,8 +13,8 @@
 /// What the four traces do next: some steps at one x, then straight on. Bits stand for lines.
 /// However many changes fall on one pixel, they leave at most the whole height of the step.
 struct TraceRun {
-    int m_nX = LEFT_MARGIN;
-    int m_nEndX = LEFT_MARGIN;
+    int m_nX = 0;
+    int m_nEndX = 0;
     unsigned m_nBefore = 0;    ///< levels in front of the steps
     unsigned m_nLevels = 0;    ///< levels behind them
     unsigned m_nMoved = 0;     ///< lines that change here

@@ -2,11 +2,11 @@
 #include <algorithm>
 
 #include "curves/InstrumentMode.h"
+#include "platform/drawing/DisplayScale.h"
 #include "plot/PlotPainter.h"
 
 bool CPlotPainter::IsInView(const PlotSnapshot::Curve& curve) const {
-    const bool bCurveArea = m_layout.m_nWidth > LEFT_MARGIN + 2;
-    return bCurveArea && curve.HasValues() && !FindIndexRange(curve).IsEmpty();
+    return m_layout.m_nRangeWidth > 0 && curve.HasValues() && !FindIndexRange(curve).IsEmpty();
 }
 
 CPlotPainter::IndexRange CPlotPainter::FindIndexRange(const PlotSnapshot::Curve& curve) const {
@@ -41,11 +41,11 @@ void CPlotPainter::DrawCurve(const CurveLine& line, const PlotSnapshot::Curve& c
     const IndexRange range = FindIndexRange(curve);
     const std::int16_t* pValues = curve.m_spData->GetValues();
     const CPen mainPen(PenStyle::Solid, GetMainColour(nCurve));
-    const CPoint mainStart{LEFT_MARGIN, m_value.YOf(pValues[range.m_nFirst])};
+    const CPoint mainStart{m_time.m_nLeft, m_value.YOf(pValues[range.m_nFirst])};
     if (m_scene.m_nDisplay == 2 && range.m_nFirst + 1 < range.m_nLast) {
         const CPen secondPen(PenStyle::Solid, ColourOf(m_colours.m_acrGraphLine2, nCurve));
         DrawPair(line, mainPen, mainStart, secondPen,
-                 {LEFT_MARGIN, m_value.YOf(pValues[range.m_nFirst + 1])});
+                 {m_time.m_nLeft, m_value.YOf(pValues[range.m_nFirst + 1])});
         return;
     }
     const std::span<const CPoint> points(line.GetMainPoints());
@@ -55,8 +55,8 @@ void CPlotPainter::DrawCurve(const CurveLine& line, const PlotSnapshot::Curve& c
 }
 
 void CPlotPainter::DrawMainLine(const CPen& pen, CPoint start, std::span<const CPoint> points) {
-    const CRgn curveArea(
-        {LEFT_MARGIN, m_layout.m_nTopMargin, m_layout.m_nWidth, m_value.m_nMinY + 1});
+    const CRgn curveArea({m_time.m_nLeft, m_layout.m_nTopMargin, m_layout.m_nWidth,
+                          m_value.m_nMinY + ScaledThickness(1)});
     const CPen* pPrevious = m_dc.SelectPen(&pen);
     m_dc.SelectClipRgn(&curveArea);
     m_dc.MoveTo(start.x, start.y);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/drawing/DisplayScale.h"
 #include "plot/RTPlot.h"
 #include "plot/Truncate.h"
 
@@ -43,7 +44,7 @@ std::int32_t RTPlot::OnPlotClick(CPoint point) {
         SnapMarker(m_nMarkerA);
         break;
     case PLOTACT_MARKER_B: {
-        const int nExtra = m_dXScale > 5.0 ? TruncateToPixel(m_dXScale) : 5;
+        const int nExtra = std::max(TruncateToPixel(m_dXScale), Scaled(5));
         m_nMarkerB = std::max(0, indexAt(point.x - m_nLeftMargin + nExtra));
         SnapMarker(m_nMarkerB);
         break;

@@ -1,6 +1,7 @@
 // The paint as a whole: how much of the picture is to be drawn, and in what order.
 #include <algorithm>
 
+#include "platform/drawing/DisplayScale.h"
 #include "plot/PlotPainter.h"
 
 namespace {
@@ -18,7 +19,7 @@ CRect RTPlot::Paint(CDC& dc, PlotCache* pCache) {
     const PlotSnapshot shown = PlotSnapshot::Take(*this, bKnown ? &*cache.m_scene : nullptr);
     CPlotPainter painter(dc, *this, shown, cache);
     if (shown.m_scene.m_nCurves > 0) {
-        m_nLeftMargin = LEFT_MARGIN;
+        m_nLeftMargin = painter.GetTimeAxis().m_nLeft;
         m_dXScale = painter.GetTimeAxis().m_dScale;
         m_dYScale = painter.GetValueAxis().m_dScale;
         m_nZeroY = painter.GetValueAxis().m_nZeroY;
@@ -63,7 +64,8 @@ CRect CPlotPainter::PaintChange() {
     ground.SelectBitmap(&m_cache.m_ground);
     m_dc.LimitTo(&changed);
     m_dc.CopyRect(0, 0, m_layout.m_nWidth, m_layout.m_nHeight, &ground, 0, 0);
-    m_nFrom = changed.left;
+    // A line reaches to the right of its points by what it is wider than one pixel.
+    m_nFrom = changed.left - (ScaledThickness(1) - 1);
     m_nEnd = changed.right;
     DrawFront();
     m_dc.LimitTo(nullptr);
@@ -77,6 +79,7 @@ ChangedSpan CPlotPainter::FindChange() {
     if (!IsInView(newest)) return changed;
     changed = UpdateLine(m_cache.m_newestLine, newest, m_cache.m_nOlderLevel);
     if (!m_cache.m_bOlderValues) changed.Include(UpdateTraces(newest));
+    changed.m_nEnd += ScaledThickness(1) - 1;
     return changed;
 }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/drawing/DisplayScale.h"
 #include "plot/Truncate.h"
 
 void CPlotPainter::DrawInputBand() {
@@ -61,8 +62,8 @@ void CPlotPainter::DrawValueGrid() {
     m_dc.SetTextAlign(TextAlign::Left);
     for (int nLine = 0; nLine <= m_value.m_nSpan / nStep; ++nLine) {
         const int y = m_value.m_nMinY - TruncateToPixel(nLine * m_value.m_dScale * nStep);
-        m_dc.MoveTo(LEFT_MARGIN, y);
+        m_dc.MoveTo(m_time.m_nLeft, y);
         m_dc.LineTo(m_layout.m_nWidth, y);
-        m_dc.TextOut(0, y - 8, std::to_wstring(m_value.m_nMin + nLine * nStep));
+        m_dc.TextOut(0, y - Scaled(8), std::to_wstring(m_value.m_nMin + nLine * nStep));
     }
 }

@@ -1,4 +1,5 @@
 // The traces of the four digital input lines.
+#include "platform/drawing/DisplayScale.h"
 #include "plot/PlotPainter.h"
 
 namespace {
@@ -27,7 +28,7 @@ void CPlotPainter::DrawInputTraces() {
 void CPlotPainter::DrawTraceRun(const TraceRun& run) {
     const auto yOf = [this](unsigned nLine, bool bSet) {
         const int yBase = m_layout.m_nAxisY - (4 - static_cast<int>(nLine)) * m_layout.m_nRowHeight;
-        return yBase - 2 - (bSet ? 0 : m_layout.m_nTraceHeight);
+        return yBase - Scaled(2) - (bSet ? 0 : m_layout.m_nTraceHeight);
     };
     for (unsigned nLine = 0; nLine < CInputTraces::LINE_COUNT; ++nLine) {
         const CPenScope pen(m_dc, PenStyle::Solid, LINE_COLOURS[nLine]);

@@ -3,13 +3,14 @@
 #include <cstdlib>
 
 #include "curves/InstrumentMode.h"
+#include "platform/drawing/DisplayScale.h"
 #include "plot/PlotSnapshot.h"
 #include "plot/Truncate.h"
 
 namespace {
 
-/// Columns across the width when each takes an even share of the range.
-constexpr std::int64_t TARGET_COLUMNS = 500;
+/// Columns across the width of the design when each takes an even share of the range.
+constexpr int TARGET_COLUMNS = 500;
 
 constexpr int MIN_AUTO_SPAN = 20;
 
@@ -25,27 +26,29 @@ int EnlargeExtreme(int nExtreme) {
 }  // namespace
 
 PlotLayout::PlotLayout(int nNewWidth, int nNewHeight)
-    : m_nWidth(nNewWidth), m_nHeight(nNewHeight), m_nAxisY(m_nHeight - 40),
-      m_nLabelY(m_nHeight - 30), m_nBandHeight(TruncateToPixel(0.2 * m_nHeight)),
+    : m_nWidth(nNewWidth), m_nHeight(nNewHeight), m_nLeftMargin(Scaled(40)),
+      m_nRangeWidth(m_nWidth - m_nLeftMargin - Scaled(2)), m_nAxisY(m_nHeight - Scaled(40)),
+      m_nLabelY(m_nHeight - Scaled(30)), m_nBandHeight(TruncateToPixel(0.2 * m_nHeight)),
       m_nTopMargin(TruncateToPixel(0.05 * m_nHeight)), m_nRowHeight(m_nBandHeight / 5),
       m_nTraceHeight(TruncateToPixel(0.16 * m_nBandHeight)),
-      m_nUsableHeight(m_nHeight - m_nBandHeight - 40 - m_nTopMargin - 20),
-      m_nBaseline(m_nHeight - 40 - m_nTopMargin - m_nBandHeight) {}
+      m_nUsableHeight(m_nAxisY - m_nBandHeight - m_nTopMargin - Scaled(20)),
+      m_nBaseline(m_nAxisY - m_nTopMargin - m_nBandHeight) {}
 
-TimeAxis::TimeAxis(const PlotScene& scene, const PlotLayout& layout) {
+TimeAxis::TimeAxis(const PlotScene& scene, const PlotLayout& layout)
+    : m_nLeft(layout.m_nLeftMargin) {
     const std::int64_t nShown =
         scene.m_bZoomed ? scene.m_nViewEnd - scene.m_nViewStart : scene.m_nSpanValues;
     const std::int64_t nRange = std::max<std::int64_t>(nShown, 1);
-    m_dScale = static_cast<double>(layout.m_nWidth - LEFT_MARGIN - 2) / static_cast<double>(nRange);
+    m_dScale = static_cast<double>(layout.m_nRangeWidth) / static_cast<double>(nRange);
 
-    m_nColumnWidth = std::max<std::int64_t>(nRange / TARGET_COLUMNS, 1);
+    m_nColumnWidth = std::max<std::int64_t>(nRange / ScaledThickness(TARGET_COLUMNS), 1);
     if (m_nColumnWidth % 2 != 0) ++m_nColumnWidth;
     const std::int64_t nGroup = GetColumnGroup(scene.m_nMode);
     m_nColumnWidth = (m_nColumnWidth + nGroup - 1) / nGroup * nGroup;
 }
 
 int TimeAxis::XAt(std::int64_t nDistance) const {
-    return LEFT_MARGIN + TruncateToPixel(static_cast<double>(nDistance) * m_dScale);
+    return m_nLeft + TruncateToPixel(static_cast<double>(nDistance) * m_dScale);
 }
 
 ValueAxis::ValueAxis(const PlotScene& scene, const PlotLayout& layout) {

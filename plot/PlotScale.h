@@ -1,5 +1,7 @@
 // Where things stand in a plot: the division of its area, its time axis and its value axis.
 //
+// All in pixels of the display; what the design states in pixels of its own is scaled.
+//
 // Plain arithmetic, for any input: a range without extent counts as one value, and no position can
 // leave 32 bits. Conversions to pixels truncate toward zero. A value range whose lower end lies
 // above its upper end gives an axis that runs downwards: its span and its scale are negative.
@@ -9,9 +11,6 @@
 
 struct PlotScene;
 
-/// The value-label margin, left of the curve area.
-constexpr int LEFT_MARGIN = 40;
-
 /// The parts of a plot's area, top to bottom: the curves, the band of the four input lines, the
 /// time axis with its labels.
 struct PlotLayout {
@@ -19,6 +18,8 @@ struct PlotLayout {
 
     int m_nWidth;
     int m_nHeight;
+    int m_nLeftMargin;    ///< of the value labels, left of the curve area
+    int m_nRangeWidth;    ///< what the view's range fills
     int m_nAxisY;         ///< the time axis
     int m_nLabelY;        ///< top of the time labels
     int m_nBandHeight;    ///< of the input lines, above the time axis
@@ -34,6 +35,7 @@ struct PlotLayout {
 struct TimeAxis {
     TimeAxis(const PlotScene& scene, const PlotLayout& layout);
 
+    int m_nLeft;                  ///< x of the curve area's left edge
     double m_dScale;              ///< pixels per value index
     std::int64_t m_nColumnWidth;  ///< value indices that share one column of a curve
 

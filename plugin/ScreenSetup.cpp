@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "curves/InstrumentMode.h"
+#include "platform/drawing/DisplayScale.h"
 #include "platform/windows/Controls.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-/// Where a bar stands in the screen's client area, in pixels.
+/// Where a bar stands in the screen's client area, in pixels of the design.
 constexpr CPoint BAR_POSITION{90, 395};
 
 /// The device parameter with the ranges of the position inputs, one bit per channel.
@@ -169,7 +170,7 @@ LRESULT CDlgSetupMode::OnSwitchBar(WPARAM wParam, LPARAM) {
         pBar->m_pLangTable = m_pLangTable;
         pBar->InitLanguage();
         pBar->Create(this);
-        pBar->SetWindowPosition(BAR_POSITION);
+        pBar->SetWindowPosition({Scaled(BAR_POSITION.x), Scaled(BAR_POSITION.y)});
         pBar->ShowWindow(true);
     };
     if (wParam == BAR_MAINMENU) {

@@ -1,5 +1,6 @@
 #include "siblings/EntryWindow.h"
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/windows/DialogLook.h"
 
 namespace {
@@ -110,8 +111,10 @@ bool CEntryWindow::OnEraseBkgnd(CDC* pDC) {
     // A panel has no window frames: the outline sets the window off from the screen behind it.
     const CRect rect = GetClientRect();
     pDC->FillSolidRect(rect, OUTLINE);
-    pDC->FillSolidRect({rect.left + 2, rect.top + 2, rect.right - 2, rect.bottom - 2},
-                       DIALOG_BACKGROUND);
+    const int nOutline = ScaledThickness(2);
+    pDC->FillSolidRect(
+        {rect.left + nOutline, rect.top + nOutline, rect.right - nOutline, rect.bottom - nOutline},
+        DIALOG_BACKGROUND);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/system/Threads.h"
 #include "platform/windows/Application.h"
 #include "platform/windows/DialogLook.h"
@@ -42,8 +43,9 @@ void CProgressBar::OnPaint() {
     const CRect client = GetClientRect();
     const CBrush empty(BAR_EMPTY);
     dc.Rectangle(client, &empty);
-    const int nLength = (client.Width() - 2) * m_nPercent / 100;
-    dc.FillSolidRect({1, 1, 1 + nLength, client.bottom - 1}, BAR_DONE);
+    const int nEdge = ScaledThickness(1);
+    const int nLength = (client.Width() - 2 * nEdge) * m_nPercent / 100;
+    dc.FillSolidRect({nEdge, nEdge, nEdge + nLength, client.bottom - nEdge}, BAR_DONE);
 }
 
 CProgressBox::CProgressBox(std::wstring strTitle)

@@ -14,3 +14,6 @@ PLATFORM_API void SetDisplayScale(double dScale) noexcept;
 
 /// A distance of the design in pixels of the display, rounded to the nearest, halves away from 0.
 PLATFORM_API int Scaled(int nPixels) noexcept;
+
+/// How thick a line of the design is on the display: rounded to the nearest, at least 1.
+PLATFORM_API int ScaledThickness(int nPixels) noexcept;

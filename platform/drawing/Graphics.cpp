@@ -4,30 +4,25 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/qt/Surface.h"
 #include "platform/drawing/qt/TextMask.h"
 
 namespace {
 
-struct DashPattern {
-    std::uint32_t m_nPattern;
-    unsigned m_nLength;
-};
-
-/// By pen style: strokes and gaps of 3-3 and 9-3-3-3-3-3 pixels.
-constexpr std::array<DashPattern, 3> DASH_PATTERNS{{
-    {1, 1},
-    {0b000111, 6},
-    {0b000111000111000111111111, 24},
-}};
+/// By pen style, in pixels of the design.
+constexpr std::array<LineDashes, 3> DASHES{{{}, {3, 3}, {9, 3, 3, 3, 3, 3}}};
 
 constexpr std::uint32_t BACKGROUND_PIXEL = ToPixel(RGB(255, 255, 255));
 
 /// What a line drawn now looks like.
 LineStyle CurrentLineStyle(const GraphicsSurface& surface) {
-    if (!surface.m_pPen) return LineStyle{.m_nPixel = ToPixel(RGB(0, 0, 0)), .m_nGapPixel = {}};
-    const DashPattern& dashes = DASH_PATTERNS[static_cast<std::size_t>(surface.m_pPen->m_style)];
-    LineStyle style{ToPixel(surface.m_pPen->m_color), dashes.m_nPattern, dashes.m_nLength, {}};
+    LineStyle style{.m_nPixel = ToPixel(RGB(0, 0, 0)), .m_nThickness = ScaledThickness(1)};
+    if (!surface.m_pPen) return style;
+    style.m_nPixel = ToPixel(surface.m_pPen->m_color);
+    if (surface.m_pPen->m_style == PenStyle::Solid) return style;
+    for (const int nLength : DASHES[static_cast<std::size_t>(surface.m_pPen->m_style)])
+        if (nLength > 0) style.m_dashes[style.m_nDashes++] = ScaledThickness(nLength);
     if (surface.m_backgroundMode == BackgroundMode::Opaque) style.m_nGapPixel = BACKGROUND_PIXEL;
     return style;
 }
@@ -35,17 +30,14 @@ LineStyle CurrentLineStyle(const GraphicsSurface& surface) {
 }  // namespace
 
 void CFont::CreatePointFont(int nPointSize, const wchar_t* pFace) {
-    constexpr int DOTS_PER_INCH = 96;
-    constexpr int TENTHS_PER_INCH = 720;
-    m_nPixelHeight = (nPointSize * DOTS_PER_INCH + TENTHS_PER_INCH / 2) / TENTHS_PER_INCH;
-    m_strFace = pFace;
-    m_bBold = false;
+    CreatePixelFont(PixelsOfPointSize(nPointSize), pFace, false);
 }
 
 void CFont::CreatePixelFont(int nHeight, const wchar_t* pFace, bool bBold) {
-    m_nPixelHeight = nHeight;
     m_strFace = pFace;
     m_bBold = bBold;
+    m_nPixelHeight = nHeight;
+    if (GetDisplayScale() != 1) m_nPixelHeight = FindScaledHeight(*this, GetDisplayScale());
 }
 
 CDC::CDC() : CDC(std::make_unique<GraphicsSurface>()) {}
@@ -117,12 +109,16 @@ void CDC::Rectangle(const CRect& rect, const CBrush* pBrush) {
     }
     if (pBrush) FillPixels(view, area, ToPixel(pBrush->m_color));
     const LineStyle style = CurrentLineStyle(*m_pSurface);
+    const int nThickness = style.m_nThickness;
+    if (area.Width() <= nThickness || area.Height() <= nThickness) {
+        FillPixels(view, area, style.m_nPixel);
+        return;
+    }
     const CPoint corners[] = {{area.left, area.top},
-                              {area.right - 1, area.top},
-                              {area.right - 1, area.bottom - 1},
-                              {area.left, area.bottom - 1}};
+                              {area.right - nThickness, area.top},
+                              {area.right - nThickness, area.bottom - nThickness},
+                              {area.left, area.bottom - nThickness}};
     for (std::size_t k = 0; k < 4; ++k) DrawLine(view, corners[k], corners[(k + 1) % 4], style);
-    if (area.Width() == 1 && area.Height() == 1) FillPixels(view, area, style.m_nPixel);
 }
 
 void CDC::TextOut(int x, int y, const std::wstring& strText) {

@@ -1,10 +1,15 @@
 // Drawing surfaces over 32-bit images, and the tools to draw on them. User-interface thread only,
 // except that memory surfaces may be used on any one thread at a time.
 //
-// Lines are one pixel wide. A line from P to Q sets P and every pixel up to, but not including, Q;
-// where it passes exactly between two pixels it takes the upper or the left one, so that the line
-// back from Q to P runs over the same pixels. What lies outside the surface or the clipping region
-// costs nothing, and does not change what lies inside.
+// Coordinates are the surface's own pixels. Lines are one pixel of the design wide
+// (platform/drawing/DisplayScale.h); fonts are made in sizes of the design.
+//
+// A line from P to Q sets P and every pixel up to, but not including, Q; where it passes exactly
+// between two pixels it takes the upper or the left one, so that the line back from Q to P runs
+// over the same pixels. A line that is n pixels wide sets n of them in place of each: from that
+// pixel on downwards, or to the right if the line is steep; a solid one also n times n at P, which
+// closes the corners of a polyline. What lies outside the surface or the clipping region costs
+// nothing, and does not change what lies inside.
 // Dotted and dashed lines begin their pattern at P. They leave their gaps untouched in the
 // transparent background mode and fill them with white in the opaque one, which a new context has.
 #pragma once
@@ -43,16 +48,24 @@ class CBrush {
 /// A font. "MS Shell Dlg" and "Microsoft Sans Serif" are drawn with Liberation Sans.
 class PLATFORM_API CFont {
   public:
-    /// @param nPointSize in tenths of a point, at 96 dots per inch
+    /// @param nPointSize in tenths of a point, at 96 dots of the design per inch
     void CreatePointFont(int nPointSize, const wchar_t* pFace);
-    /// @param nHeight character height in pixels
+    /// @param nHeight character height in pixels of the design
     void CreatePixelFont(int nHeight, const wchar_t* pFace, bool bBold);
     explicit operator bool() const { return !m_strFace.empty(); }
 
     std::wstring m_strFace;
-    int m_nPixelHeight = 0;
+    int m_nPixelHeight = 0;  ///< on the display
     bool m_bBold = false;
 };
+
+/// The height of characters in pixels of the design.
+/// @param nPointSize in tenths of a point
+constexpr int PixelsOfPointSize(int nPointSize) {
+    constexpr int DOTS_PER_INCH = 96;
+    constexpr int TENTHS_PER_INCH = 720;
+    return (nPointSize * DOTS_PER_INCH + TENTHS_PER_INCH / 2) / TENTHS_PER_INCH;
+}
 
 /// A rectangle that drawing is limited to.
 class CRgn {
@@ -104,8 +117,8 @@ class PLATFORM_API CBitmap {
 ///
 /// A selected pen, font or bitmap is borrowed: it must live as long as it is selected. With no pen
 /// selected lines are solid black; with no font selected text is drawn in the surface's default
-/// font (12 pixels of "MS Shell Dlg"). Without a surface, drawing does nothing. Text needs the
-/// process's window system (CWindowSystem), though no window.
+/// font (12 pixels of the design of "MS Shell Dlg"). Without a surface, drawing does nothing. Text
+/// needs the process's window system (CWindowSystem), though no window.
 class PLATFORM_API CDC {
   public:
     CDC();

@@ -9,9 +9,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/drawing/qt/Surface.h"
 #include "platform/windows/ErrorBox.h"
+#include "platform/windows/WindowScale.h"
 #include "platform/windows/qt/FrameWidget.h"
+#include "platform/windows/qt/ScaledStyle.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/WindowManager.h"
 
@@ -80,17 +81,16 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
         !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    SwitchOffDesktopScaling();
     m_pState = std::make_unique<State>(argc, argv);
     g_displayKind = HasWindowManager() ? DisplayKind::Desktop : DisplayKind::Panel;
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new CScaledStyle);
     QApplication::setPalette(InstrumentPalette());
-    CFont font;
-    font.CreatePointFont(80, L"MS Shell Dlg");
-    QApplication::setFont(ToQFont(font));
+    ScaleWindows(1);
     QApplication::setCursorFlashTime(0);
     OpenUiQueue();
     KeepMemoryForErrors();

@@ -39,7 +39,9 @@ QWidget* FindOwner() {
 
 CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize) {
     if (nPointSize == 8 && std::wstring_view(pFontFace) == L"MS Shell Dlg") return {6, 13};
-    const QFontMetrics metrics(TemplateFont(pFontFace, nPointSize));
+    QFont font = TemplateFont(pFontFace, nPointSize);
+    font.setPixelSize(PixelsOfPointSize(nPointSize * 10));  // of the design, not of the display
+    const QFontMetrics metrics(font);
     const int nAlphabet = metrics.horizontalAdvance(
         QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
     return {(nAlphabet / 26 + 1) / 2, metrics.height()};

@@ -3,6 +3,7 @@
 
 #include <span>
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/Geometry.h"
 #include "platform/system/Export.h"
 #include "platform/system/Types.h"
@@ -46,14 +47,16 @@ struct DialogTemplate {
     bool m_bChild = false;  ///< a child of its parent window, without frame, hidden until shown
 };
 
-/// Pixels per dialog unit of a font: a horizontal unit is a quarter of cx, a vertical one an eighth
-/// of cy. 8-point "MS Shell Dlg" has 6 x 13; other fonts go by their metrics.
+/// Pixels of the design per dialog unit of a font: a horizontal unit is a quarter of cx, a vertical
+/// one an eighth of cy. 8-point "MS Shell Dlg" has 6 x 13; other fonts go by their metrics.
 PLATFORM_API CSize DialogBaseUnits(const wchar_t* pFontFace, int nPointSize);
 
-/// A rectangle in dialog units as pixels, each coordinate rounded on its own.
-constexpr CRect MapDialogRect(CSize baseUnits, int x, int y, int cx, int cy) {
-    const auto scale = [](int n, int base, int parts) { return (n * base + parts / 2) / parts; };
-    const int left = scale(x, baseUnits.cx, 4);
-    const int top = scale(y, baseUnits.cy, 8);
-    return {left, top, left + scale(cx, baseUnits.cx, 4), top + scale(cy, baseUnits.cy, 8)};
+/// A rectangle in dialog units as pixels of the display. Position and size are rounded to pixels of
+/// the design; then each edge is scaled, so that what touches in the design touches at any scale.
+inline CRect MapDialogRect(CSize baseUnits, int x, int y, int cx, int cy) {
+    const auto toPixels = [](int n, int base, int parts) { return (n * base + parts / 2) / parts; };
+    const int left = toPixels(x, baseUnits.cx, 4);
+    const int top = toPixels(y, baseUnits.cy, 8);
+    return {Scaled(left), Scaled(top), Scaled(left + toPixels(cx, baseUnits.cx, 4)),
+            Scaled(top + toPixels(cy, baseUnits.cy, 8))};
 }

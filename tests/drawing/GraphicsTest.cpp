@@ -6,6 +6,7 @@
 
 #include "platform/drawing/Graphics.h"
 #include "platform/system/Exceptions.h"
+#include "tests/support/ScaledDisplay.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -43,34 +44,51 @@ struct Sheet {
     CPen m_pen{PenStyle::Solid, INK};
 };
 
-/// Every pixel of a sheet that a line sets: at each step along it the nearest one across it, and of
-/// two equally near ones the lower number.
-Pixels TraceLine(CPoint from, CPoint to, int cx, int cy) {
+/// Whether a thin line sets a pixel: at each step along it the nearest one across it, and of two
+/// equally near ones the lower number.
+bool IsOnLine(CPoint from, CPoint to, int x, int y) {
     using Wide = __int128;
     const Wide dx = Wide{to.x} - from.x, dy = Wide{to.y} - from.y;
     const bool bSteep = (dy < 0 ? -dy : dy) > (dx < 0 ? -dx : dx);
     const Wide nLong = bSteep ? dy : dx, nShort = bSteep ? dx : dy;
     const Wide nSteps = nLong < 0 ? -nLong : nLong;
+    const Wide nX = Wide{x} - from.x, nY = Wide{y} - from.y;
+    const Wide nStep = (bSteep ? nY : nX) * (nLong < 0 ? -1 : 1);
+    // How far the pixel is from the line, in 1 / nSteps of a pixel.
+    const Wide nAway = (bSteep ? nX : nY) * nSteps - nShort * nStep;
+    return nStep >= 0 && nStep < nSteps && 2 * nAway >= -nSteps && 2 * nAway < nSteps;
+}
+
+/// Every pixel of a sheet that a line sets: so many across it in place of each, and a square of
+/// them where it begins.
+Pixels TraceLine(CPoint from, CPoint to, int nWide, int cx, int cy) {
+    using std::abs;
+    const bool bSteep = abs(std::int64_t{to.y} - from.y) > abs(std::int64_t{to.x} - from.x);
+    const auto isIn = [nWide](std::int64_t n, int nFirst) {
+        return n >= nFirst && n < std::int64_t{nFirst} + nWide;
+    };
     Pixels pixels;
     for (int x = 0; x < cx; ++x)
         for (int y = 0; y < cy; ++y) {
-            const Wide nX = Wide{x} - from.x, nY = Wide{y} - from.y;
-            const Wide nStep = (bSteep ? nY : nX) * (nLong < 0 ? -1 : 1);
-            // How far the pixel is from the line, in 1 / nSteps of a pixel.
-            const Wide nAway = (bSteep ? nX : nY) * nSteps - nShort * nStep;
-            if (nStep >= 0 && nStep < nSteps && 2 * nAway >= -nSteps && 2 * nAway < nSteps)
-                pixels.insert({x, y});
+            bool bSet = nWide > 1 && !(from == to) && isIn(x, from.x) && isIn(y, from.y);
+            for (int n = 0; n < nWide; ++n)
+                bSet |= IsOnLine(from, to, bSteep ? x - n : x, bSteep ? y : y - n);
+            if (bSet) pixels.insert({x, y});
         }
     return pixels;
 }
 
 TEST(Line, SetsTheNearestPixelsInEveryDirection) {
-    for (int x = 0; x < 15; ++x)
-        for (int y = 0; y < 15; ++y) {
-            Sheet sheet(15, 15);
-            sheet.Line({7, 7}, {x, y});
-            EXPECT_EQ(sheet.Find(INK), TraceLine({7, 7}, {x, y}, 15, 15)) << x << ' ' << y;
-        }
+    for (const int nWide : {1, 2, 3}) {
+        const ScaledDisplay display(nWide + 0.4);
+        for (int x = 0; x < 15; ++x)
+            for (int y = 0; y < 15; ++y) {
+                Sheet sheet(15, 15);
+                sheet.Line({7, 7}, {x, y});
+                EXPECT_EQ(sheet.Find(INK), TraceLine({7, 7}, {x, y}, nWide, 15, 15))
+                    << x << ' ' << y << ' ' << nWide;
+            }
+    }
 }
 
 TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
@@ -86,17 +104,19 @@ TEST(Line, FromFarOutsideOrClippedRunsOverTheSamePixels) {
         {{13, -2}, {4, 19}},
     };
     const CRgn region({5, 4, 12, 11});
-    for (const bool bClip : {false, true})
-        for (const auto& [from, to] : lines) {
-            Sheet sheet(20, 16);
-            if (bClip) sheet.m_dc.SelectClipRgn(&region);
-            sheet.Line(from, to);
-            Pixels expected = TraceLine(from, to, 20, 16);
-            std::erase_if(expected, [&](const auto& pixel) {
-                return bClip && !region.m_rect.PtInRect({pixel.first, pixel.second});
-            });
-            EXPECT_EQ(sheet.Find(INK), expected) << from.x << ' ' << from.y;
-        }
+    for (const int nWide : {1, 3})
+        for (const bool bClip : {false, true})
+            for (const auto& [from, to] : lines) {
+                const ScaledDisplay display(nWide);
+                Sheet sheet(20, 16);
+                if (bClip) sheet.m_dc.SelectClipRgn(&region);
+                sheet.Line(from, to);
+                Pixels expected = TraceLine(from, to, nWide, 20, 16);
+                std::erase_if(expected, [&](const auto& pixel) {
+                    return bClip && !region.m_rect.PtInRect({pixel.first, pixel.second});
+                });
+                EXPECT_EQ(sheet.Find(INK), expected) << from.x << ' ' << from.y;
+            }
 }
 
 /// A row drawn with a pen from an x position on, '#' for the ink, '=' for white.
@@ -123,6 +143,24 @@ TEST(Line, HasItsPensPattern) {
     EXPECT_EQ(DrawRow(PenStyle::Dot, BackgroundMode::Transparent, -4, 8), "..###...");
     EXPECT_EQ(DrawRow(PenStyle::DashDotDot, BackgroundMode::Transparent, -24 * 1000 - 10, 8),
               "..###...");
+    const ScaledDisplay display(2);
+    EXPECT_EQ(DrawRow(PenStyle::Dot, BackgroundMode::Opaque, -8, 16), "====######======");
+    EXPECT_EQ(DrawRow(PenStyle::DashDotDot, BackgroundMode::Transparent, -48 * 1000 - 10, 32),
+              "########......######......######");
+}
+
+TEST(Rectangle, HasItsOutlineInside) {
+    for (const double dScale : {0.6, 1.0, 2.0}) {
+        const ScaledDisplay display(dScale);
+        const int nWide = dScale > 1 ? 2 : 1;
+        Sheet sheet(12, 9);
+        const CBrush brush(RGB(1, 2, 3));
+        sheet.m_dc.Rectangle({1, 1, 11, 8}, &brush);
+        EXPECT_EQ(sheet.Find(INK).size(), 10u * 7u - (10 - 2 * nWide) * (7 - 2 * nWide));
+        EXPECT_EQ(sheet.Find(brush.m_color).size(), (10u - 2 * nWide) * (7 - 2 * nWide));
+        sheet.m_dc.Rectangle({4, 4, 4 + nWide, 7}, &brush);
+        EXPECT_EQ(sheet.m_dc.GetPixel(4, 6), INK);
+    }
 }
 
 /// What a text changes of a sheet.

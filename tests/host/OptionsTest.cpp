@@ -19,10 +19,19 @@ TEST(Options, RefusalsNameTheOptionAndTheRange) {
         {{"--second-input", "2"}, "--second-input: '2' is not one of voltage, position, analogue"},
         {{"--replay-rate", "0"}, "--replay-rate: '0' is not a number from 0.001 to 1000000"},
         {{"--sample-time", "61"}, "--sample-time: '61' is not a whole number from 1 to 60"},
+        {{"--scale", "4.1"}, "--scale: '4.1' is not a number from 0.5 to 4, nor fit"},
+        {{"--scale", "Fit"}, "--scale: 'Fit' is not a number from 0.5 to 4, nor fit"},
         {{"--desktop", ""}, "the name of the capture file is empty"},
     };
     for (const auto& [arguments, pError] : cases)
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
+}
+
+TEST(Options, TheLastScaleCounts) {
+    EXPECT_EQ(Read({"--scale", "fit", "--scale=1.37"}).m_dScale, 1.37);
+    EXPECT_FALSE(Read({"--scale", "fit", "--scale=1.37"}).m_bFitDisplay);
+    EXPECT_TRUE(Read({"--scale=2", "--scale", "fit"}).m_bFitDisplay);
+    EXPECT_FALSE(Read({"--scale=2", "--scale", "fit"}).m_dScale);
 }
 
 TEST(Options, ThatMeanNothingTogetherAreRefused) {

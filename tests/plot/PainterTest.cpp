@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "tests/plot/PlotSheet.h"
+#include "tests/support/ScaledDisplay.h"
 
 namespace {
 
@@ -50,6 +51,49 @@ TEST(Painter, LeavesTheScalesInThePlot) {
     sheet.m_plot.m_nViewEnd = 90000;
     sheet.Paint();
     EXPECT_EQ(sheet.m_plot.m_dXScale, 800.0 / 45000);
+}
+
+/// At twice the size: band 137 pixels, top margin 34, 395 usable ones, baseline 435; 75 values a
+/// pixel, 120 a column.
+TEST(Painter, StandsOnThePixelsOfTheDisplay) {
+    const ScaledDisplay display(2);
+    PlotSheet sheet(2 * 842, 2 * 343);
+    sheet.m_graph.m_bAutoZoom = 0;
+    sheet.Add(120000, [](std::uint32_t i) { return i < 60000    ? 0
+                                                   : i < 110000 ? 2500
+                                                                : -5000; })
+        .AddPulse(90000, 1);
+    sheet.m_plot.m_nMarkerA = 90030;
+    sheet.m_plot.m_nTriggerLevel = -2000;
+    sheet.Paint();
+    EXPECT_EQ(sheet.m_plot.m_dXScale, 1600.0 / 120000);
+    EXPECT_EQ(sheet.m_plot.m_nLeftMargin, 80);
+    EXPECT_EQ(sheet.m_plot.m_nZeroY, 237);
+    // The last column of 0 stands at 880 - 120 / 75, the first of 2500 at 880.
+    const auto expectColumn = [&](int x, COLORREF color, const std::vector<int>& rows) {
+        SCOPED_TRACE(x);
+        std::vector<int> found;
+        for (int y = 0; y < 686; ++y)
+            if (sheet.m_dc.GetPixel(x, y) == color) found.push_back(y);
+        EXPECT_EQ(found, rows);
+    };
+    constexpr COLORREF BLUE = RGB(0, 0, 255);
+    for (const int x : {80, 501, 877}) expectColumn(x, BLUE, {237, 238});
+    for (const int x : {882, 1201, 1500}) expectColumn(x, BLUE, {139, 140});
+    expectColumn(1676, BLUE, {434, 435});
+    for (const auto& [x, y] : {std::pair{880, 141}, {880, 200}, {879, 236}, {878, 236}})
+        EXPECT_EQ(sheet.m_dc.GetPixel(x, y), BLUE) << y;
+    expectColumn(1400, MAGENTA, {316, 317});
+    // Input line 1: row 1 of 27 pixels begins at 606 - 4 * 27; set, it stands 4 above.
+    expectColumn(1001, RGB(0, 51, 153), {494, 495});
+    expectColumn(1501, RGB(0, 51, 153), {});
+    expectColumn(1279, BLACK, {0, 1, 684, 685});
+    for (const int x : {1280, 1281}) EXPECT_GT(sheet.CountInColumn(x, BLACK), 300);
+    // Six on and six off from 80 to 1684, but for the marker and the curve.
+    for (const int y : {395, 396}) EXPECT_EQ(sheet.CountInRow(y, YELLOW), 804 - 2 - 2);
+    EXPECT_TRUE(sheet.HasText(280, 626, L"375", BLACK, TextAlign::Center));
+    for (int y = 607; y <= 626; ++y) EXPECT_EQ(sheet.m_dc.GetPixel(281, y), BLACK) << y;
+    EXPECT_EQ(sheet.m_dc.GetPixel(281, 606), GREY);
 }
 
 TEST(Painter, LabelsTheTimeAxisInMilliseconds) {

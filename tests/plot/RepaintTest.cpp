@@ -4,6 +4,7 @@
 #include <random>
 
 #include "tests/plot/PlotSheet.h"
+#include "tests/support/ScaledDisplay.h"
 
 namespace {
 
@@ -110,7 +111,10 @@ TEST(Repaint, OfAGrowingCurveIsThePictureOfTheWhole) {
         const auto pick = [&](unsigned nBelow) {
             return static_cast<std::uint32_t>(random() % nBelow);
         };
-        PlotSheet sheet(nSeed % 5 == 4 ? 90 : 200, 132);
+        // Lines one, two and three pixels wide.
+        const double dScale = nSeed % 4 == 1 ? 1.37 : nSeed % 4 == 2 ? 2.0 : nSeed / 4 % 3 + 0.8;
+        const ScaledDisplay display(dScale);
+        PlotSheet sheet(Scaled(nSeed % 5 == 4 ? 90 : 200), Scaled(132));
         sheet.m_plot.m_nDisplay = static_cast<std::uint8_t>(nSeed % 3);
         sheet.m_plot.m_nMode = nSeed % 4 == 3 ? 3 : 1;
         for (unsigned k = nSeed / 3 % 3; k > 0; --k) sheet.Add(6000, Wave).AddPulse(4000, 5);

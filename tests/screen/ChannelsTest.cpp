@@ -35,7 +35,7 @@ class Channels : public ::testing::Test {
             Operator::TakePicture(*m_panel.m_pDialog->GetControl(PLOTS[nPlot])).EncodePng();
         Operator::Ask([&] {
             const RTPlot& plot = m_session.m_aPlots[nPlot];
-            PlotSheet sheet(698, 343);
+            PlotSheet sheet(Scaled(698), Scaled(343));
             sheet.m_graph = m_session.m_graph;
             const auto lock = plot.LockSession();
             const auto fields = [](auto& of) {
@@ -133,14 +133,15 @@ TEST_F(Channels, KeepWhatIsTheirsFromCaptureToFile) {
         const std::wstring strPercent = std::to_wstring(first.m_nTriggerLevel / 50);
         ExpectReadOuts(L"0", strPercent.c_str(), "trigger of channel 1");
         // The line stands at the finger, a row lower for the level's cut-off fraction.
+        const int yLine = Scaled(20) + 1;
         const CWnd& plot = *m_panel.m_pDialog->GetControl(IDC_PLOT_1);
-        EXPECT_EQ(Operator::TakePicture(plot).GetPixel(90, 21), RGB(255, 0, 255));
+        EXPECT_EQ(Operator::TakePicture(plot).GetPixel(Scaled(90), yLine), RGB(255, 0, 255));
         m_panel.Select(IDC_CHANNEL_LIST, L"Channel 2");
         ExpectReadOuts(L"300", L"0", "channel 2 again");
         EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), L"Position (0-10V)");
         Operator::Press(*m_panel.m_pDialog, m_panel.AtPlot(100, 100));
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(300, 100));
-        EXPECT_EQ(m_session.m_aPlots[1].m_nDragBandX, 300);
+        EXPECT_EQ(m_session.m_aPlots[1].m_nDragBandX, Scaled(300));
         Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(300, 100));
         ExpectNewPicture(1, 1, "zoomed");
         m_panel.Tap(IDC_ZOOM_ALL);

@@ -1,6 +1,7 @@
 // What an operator does with a finger on the screen: zoom band, markers, trigger level, entries.
 #include <gtest/gtest.h>
 
+#include "platform/drawing/DisplayScale.h"
 #include "tests/support/Panel.h"
 #include "ui/BarMessages.h"
 #include "ui/DlgBarMainMenu.h"
@@ -23,7 +24,7 @@ class FingerTest : public ::testing::Test {
         m_panel.m_queue.push(MakeIdleReport());
         m_panel.Settle();
         Operator::WaitUntil([this] { return Plot().m_dXScale > 0; }, 2000);
-        ASSERT_DOUBLE_EQ(Plot().m_dXScale, 1.0 / 150);
+        ASSERT_DOUBLE_EQ(Plot().m_dXScale, GetDisplayScale() / 150);
     }
 
     void ExpectView(int nStart, int nEnd, bool bZoomed = true) {
@@ -56,20 +57,21 @@ TEST_F(FingerTest, LeavesNoBandBehind) {
         Capture();
         const CWnd& plot = *m_panel.m_pDialog->GetControl(IDC_PLOT_1);
         const CBitmap before = Operator::TakePicture(plot);
-        /// Expects the band between two columns.
+        /// Expects the band from one column up to, not including, another.
         const auto expectBand = [&](int xFrom, int xTo) {
             const CBitmap during = Operator::TakePicture(plot);
-            for (const int x : {xFrom - 1, xFrom, xTo, xTo + 1})
-                EXPECT_EQ(during.GetPixel(x, 60) != before.GetPixel(x, 60), xFrom <= x && x <= xTo)
+            const int xFirst = Scaled(xFrom), xEnd = Scaled(xTo), y = Scaled(60);
+            for (const int x : {xFirst - 1, xFirst, xEnd - 1, xEnd})
+                EXPECT_EQ(during.GetPixel(x, y) != before.GetPixel(x, y), xFirst <= x && x < xEnd)
                     << x;
         };
         Operator::Press(*m_panel.m_pDialog, m_panel.AtPlot(340, 100));
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(500, 100));
-        expectBand(340, 499);
+        expectBand(340, 500);
         m_panel.m_queue.push(MakeSamples(0, {}));  // a packet repaints the plot below the finger
         m_panel.Settle();
         Operator::MoveTo(*m_panel.m_pDialog, m_panel.AtPlot(400, 100));
-        expectBand(340, 399);
+        expectBand(340, 400);
         Operator::Release(*m_panel.m_pDialog, m_panel.AtPlot(340, 350));  // below the plot
         EXPECT_EQ(Plot().m_bZoomDrag, 0);
         m_panel.Tap(IDC_ZOOM_ALL);

@@ -5,6 +5,7 @@
 #include "platform/system/NamedMutex.h"
 #include "platform/windows/DialogLook.h"
 #include "tests/screen/LanguagePanel.h"
+#include "tests/support/ScaledDisplay.h"
 #include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
@@ -152,6 +153,67 @@ void ExpectLook(CWnd& dialog, const Look& look, bool bNumbers) {
     });
 }
 
+/// What is drawn of a text that is black.
+struct TextInk {
+    int m_nPixels = 0;
+    int m_nRows = 0;
+};
+
+TextInk FindInk(const CBitmap& picture) {
+    TextInk ink;
+    int yFirst = -1;
+    for (int y = 0; y < picture.GetSize().cy; ++y)
+        for (int x = 0; x < picture.GetSize().cx; ++x) {
+            const COLORREF color = picture.GetPixel(x, y);
+            if ((color & 0xFF) > 90 || (color >> 8 & 0xFF) > 90 || (color >> 16) > 90) continue;
+            ++ink.m_nPixels;
+            if (yFirst < 0) yFirst = y;
+            ink.m_nRows = y + 1 - yFirst;
+        }
+    return ink;
+}
+
+struct Shown {
+    CRect m_place;
+    TextInk m_ink;
+};
+
+/// The controls of a look that show a text, at a display scale.
+/// @param nRoom how many times as wide and high as they are drawn up
+std::vector<Shown> ShowTexts(const Look& look, double dScale, int nRoom) {
+    const ScaledDisplay display(dScale);
+    std::vector<DialogItem> items;
+    for (const Row& row : look.m_rows) {
+        items.push_back(row.m_item);
+        items.back().cx *= nRoom;
+        items.back().cy *= nRoom;
+    }
+    DialogTemplate model = look.m_dialog;
+    model.m_items = items;
+    CDialog dialog(model);
+    dialog.Create(nullptr);
+    std::vector<Shown> shown;
+    for (const auto& [item, nString, nPoints, nPicture] : look.m_rows) {
+        CWnd* pControl = dialog.GetControl(item.m_nID);
+        CFont font;
+        if (nPoints < 0) font.CreatePixelFont(-nPoints, L"MS Shell Dlg", true);
+        if (nPoints > 0) font.CreatePointFont(10 * nPoints, L"MS Shell Dlg");
+        if (nPoints) pControl->SetFont(&font);
+        std::wstring strText = item.m_pText;
+        std::erase(strText, L'&');  // a letter's underline stands between rows of pixels
+        pControl->SetWindowText(strText);
+        CRect place = pControl->GetWindowRect();
+        dialog.ScreenToClient(place);
+        shown.push_back({place, {}});
+        if (!strText.empty()) shown.back().m_ink = FindInk(Operator::TakePicture(*pControl));
+    }
+    return shown;
+}
+
+bool Overlap(const CRect& a, const CRect& b) {
+    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
 class Language : public ::testing::TestWithParam<bool> {};
 INSTANTIATE_TEST_SUITE_P(Look, Language, ::testing::Bool());
 
@@ -176,7 +238,7 @@ TEST_P(Language, IsThatOfEveryControlAndWindow) {
             ExpectLook(bar, look, GetParam());
             CRect place;
             Operator::Ask([&] { screen.ScreenToClient(place = bar.GetWindowRect()); });
-            EXPECT_EQ(place, (CRect{90, 395, 90 + 705, 395 + 62}));
+            EXPECT_EQ(place, (CRect{Scaled(90), Scaled(395), Scaled(795), Scaled(457)}));
         };
         expectBar(MAIN_MENU);
         panel.TapBar(CDlgBarMainMenu::ID_INFO);
@@ -282,6 +344,35 @@ TEST_P(Language, IsThatOfTheListsOfEveryMode) {
             EXPECT_EQ(language.m_pPanel->m_pSession->m_aPlots[0].m_nDisplay, 2);
         });
         EXPECT_EQ(device.m_nReads > 0, c.m_nPositionInput == 2);
+    }
+}
+
+/// At no size does anything cover, leave out or break what it does not at the size of the design.
+TEST(DisplayScale, KeepsControlsApartAndTextsWhole) {
+    const wchar_t* const MESSAGE = L"Parameter must be within range: -20000 to 70000";
+    for (const Look& look : {SCREEN, MAIN_MENU, INFO, SETTINGS, FILE_LIST,
+                             MessageBox(MESSAGE, CS_CENTER, {1, 2, 7})}) {
+        const std::vector<Shown> design = ShowTexts(look, 1, 1);
+        for (const double dScale : {0.8, 0.94, 1.37, 1.5, 2.0, 3.0}) {
+            const std::vector<Shown> scaled = ShowTexts(look, dScale, 1);
+            const std::vector<Shown> roomy = ShowTexts(look, dScale, 2);
+            for (std::size_t k = 0; k < design.size(); ++k) {
+                SCOPED_TRACE(std::to_string(look.m_rows[k].m_item.m_nID) + " at " +
+                             std::to_string(dScale));
+                const CRect& place = scaled[k].m_place;
+                EXPECT_NEAR(place.right, design[k].m_place.right * dScale, 0.51);
+                EXPECT_NEAR(place.top, design[k].m_place.top * dScale, 0.51);
+                for (std::size_t n = 0; n < k; ++n)
+                    EXPECT_TRUE(!Overlap(place, scaled[n].m_place) ||
+                                Overlap(design[k].m_place, design[n].m_place))
+                        << look.m_rows[n].m_item.m_nID;
+                // A button of another size shades the edges of letters otherwise.
+                const int nWhole = roomy[k].m_ink.m_nPixels;
+                EXPECT_GE(scaled[k].m_ink.m_nPixels + 2 + nWhole / 100, nWhole) << "cut";
+                EXPECT_LE(scaled[k].m_ink.m_nRows, design[k].m_ink.m_nRows * dScale + 3)
+                    << "broken";
+            }
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #include <set>
 
 #include "tests/siblings/EntryWork.h"
+#include "tests/support/ScaledDisplay.h"
 
 namespace {
 
@@ -77,7 +78,7 @@ TEST(Keyboard, KeysStandApartAndFitAThumb) {
         const CWnd& window = FrontWindow();
         Operator::Ask([&] {
             const CRect client = window.GetClientRect();
-            EXPECT_TRUE(client.Width() <= 795 && client.Height() <= 455);
+            EXPECT_TRUE(client.Width() <= Scaled(795) && client.Height() <= Scaled(455));
             std::vector<CRect> placed;
             for (int nID = 1; nID < CEntryWindow::KEY_END; ++nID) {
                 const CWnd* pControl = window.GetControl(nID);
@@ -85,7 +86,8 @@ TEST(Keyboard, KeysStandApartAndFitAThumb) {
                 CRect rect = pControl->GetWindowRect();
                 window.ScreenToClient(rect);
                 const bool bKey = dynamic_cast<const CButton*>(pControl);
-                EXPECT_TRUE(!bKey || (rect.Width() >= 48 && rect.Height() >= 48)) << nID;
+                const int nThumb = Scaled(48);
+                EXPECT_TRUE(!bKey || (rect.Width() >= nThumb && rect.Height() >= nThumb)) << nID;
                 EXPECT_TRUE(rect.left >= 0 && rect.right <= client.right) << nID;
                 EXPECT_TRUE(rect.top >= 0 && rect.bottom <= client.bottom) << nID;
                 for (const CRect& other : placed)
@@ -97,8 +99,11 @@ TEST(Keyboard, KeysStandApartAndFitAThumb) {
             EXPECT_GE(placed.size(), 19u);
         });
     };
-    EnterText(L"", check);
-    EnterNumber(L"", 1, check);
+    for (const double dScale : {0.8, 1.0, 1.37, 3.0}) {
+        const ScaledDisplay display(dScale);
+        EnterText(L"", check);
+        EnterNumber(L"", 1, check);
+    }
 }
 
 /// How many pixels of a part of the entry's window have a colour.

@@ -3,6 +3,8 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "platform/drawing/DisplayScale.h"
+
 std::shared_ptr<RTPacket> MakeSamples(std::uint8_t byState,
                                       const std::vector<std::int16_t>& values) {
     std::vector<std::uint8_t> payload{0, byState, static_cast<std::uint8_t>(values.size() >> 8),
@@ -80,7 +82,7 @@ CPoint TestPanel::AtPlot(int x, int y) {
         area = m_pDialog->GetControl(IDC_PLOT_1)->GetWindowRect();
         m_pDialog->ScreenToClient(area);
     });
-    return {area.left + x, area.top + y};
+    return {area.left + Scaled(x), area.top + Scaled(y)};
 }
 
 void TestPanel::TapPlot(int x, int y) {

@@ -59,7 +59,8 @@ class TestPanel {
     bool Select(int nList, const std::wstring& strText) {
         return Operator::Select(*Control(nList), strText);
     }
-    /// A point of the plots, which all stand at one place, in the screen's client area.
+    /// A point of the plots, in pixels of the design, in the screen's client area; all plots stand
+    /// at one place.
     CPoint AtPlot(int x, int y);
     void TapPlot(int x, int y = 100);
     void Drag(int xFrom, int xTo);

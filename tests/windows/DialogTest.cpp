@@ -3,6 +3,7 @@
 
 #include "platform/windows/Dialog.h"
 #include "platform/windows/PaintDC.h"
+#include "platform/windows/WindowScale.h"
 #include "tests/support/Controls.h"
 #include "tests/support/ErrorOf.h"
 
@@ -43,4 +44,12 @@ TEST(Script, ThatWaitsInVainClosesItsWindowAndSaysForWhat) {
     };
     EXPECT_EQ(ErrorOf<std::runtime_error>([&] { RunModal(dialog, work); }),
               "waited 20 ms in vain for a box; in front: Dialog: ");
+}
+
+/// The offscreen display has 800 x 800 pixels, of which one is kept in each direction.
+TEST(WindowScale, FitsTheTighterDirectionWithinItsLimits) {
+    EXPECT_DOUBLE_EQ(FindFittingScale({500, 340}), 799.0 / 500);
+    EXPECT_DOUBLE_EQ(FindFittingScale({400, 900}), 799.0 / 900);
+    EXPECT_EQ(FindFittingScale({100, 100}), 4);
+    EXPECT_EQ(FindFittingScale({100, 9000}), 0.5);
 }

@@ -1,7 +1,9 @@
 #include "platform/drawing/qt/Raster.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
@@ -37,9 +39,31 @@ struct Interval {
     }
 };
 
-}  // namespace
+/// Where in its dashes a line is.
+class CDashes {
+  public:
+    CDashes(const LineStyle& style, std::int64_t nStep) : m_style(style) {
+        const int nLength =
+            std::accumulate(style.m_dashes.begin(), style.m_dashes.begin() + style.m_nDashes, 0);
+        auto nPhase = static_cast<int>(nStep % nLength);
+        for (; nPhase >= style.m_dashes[m_nDash]; ++m_nDash) nPhase -= style.m_dashes[m_nDash];
+        m_nLeft = style.m_dashes[m_nDash] - nPhase;
+    }
+    bool IsStroke() const { return m_nDash % 2 == 0; }
+    void Advance() {
+        if (--m_nLeft > 0) return;
+        if (++m_nDash == m_style.m_nDashes) m_nDash = 0;
+        m_nLeft = m_style.m_dashes[m_nDash];
+    }
 
-void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& style) {
+  private:
+    const LineStyle& m_style;
+    unsigned m_nDash = 0;
+    int m_nLeft = 0;  ///< pixels of this stroke or gap
+};
+
+/// A line one pixel wide.
+void DrawThinLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& style) {
     if (view.m_clip.IsEmpty()) return;
     const std::int64_t dx = std::int64_t{to.x} - from.x;
     const std::int64_t dy = std::int64_t{to.y} - from.y;
@@ -85,14 +109,14 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
             }
         }
     };
-    if (!style.IsSolid()) {
-        auto nPhase = static_cast<unsigned>(nFirst % style.m_nPatternLength);
+    if (style.m_nDashes > 0) {
+        CDashes dashes(style, nFirst);
         walk([&] {
-            if (style.m_nPattern >> nPhase & 1u)
+            if (dashes.IsStroke())
                 *p = style.m_nPixel;
             else if (style.m_nGapPixel)
                 *p = *style.m_nGapPixel;
-            if (++nPhase == style.m_nPatternLength) nPhase = 0;
+            dashes.Advance();
         });
     } else if (slope.m_nAcross == 0) {
         for (std::int64_t nStep = nFirst; nStep < nEnd; ++nStep, p += nStepAlong)
@@ -100,6 +124,32 @@ void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& st
     } else {
         walk([&] { *p = style.m_nPixel; });
     }
+}
+
+}  // namespace
+
+void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& style) {
+    if (style.m_nThickness == 1) {
+        DrawThinLine(view, from, to, style);
+        return;
+    }
+    if (view.m_clip.IsEmpty() || from == to) return;
+    const int nThickness = style.m_nThickness;
+    const std::int64_t dx = std::int64_t{to.x} - from.x;
+    const std::int64_t dy = std::int64_t{to.y} - from.y;
+    const bool bSteep = std::abs(dy) > std::abs(dx);
+    // The view is moved in place of the points, which may be any.
+    for (int n = 0; n < nThickness; ++n) {
+        PixelView moved = view;
+        moved.m_pPixels += bSteep ? n : n * view.m_nStride;
+        moved.m_clip.OffsetRect(bSteep ? -n : 0, bSteep ? 0 : -n);
+        DrawThinLine(moved, from, to, style);
+    }
+    if (style.m_nDashes > 0) return;
+    const auto behind = [nThickness](int n) {
+        return static_cast<int>(std::min<std::int64_t>(std::int64_t{n} + nThickness, INT_MAX));
+    };
+    FillPixels(view, {from.x, from.y, behind(from.x), behind(from.y)}, style.m_nPixel);
 }
 
 void FillPixels(const PixelView& view, const CRect& rect, std::uint32_t nPixel) {

@@ -1,6 +1,7 @@
 // Drawing directly on the pixels of an image, exactly and fast.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,19 +17,21 @@ struct PixelView {
     std::uint32_t* At(int x, int y) const { return m_pPixels + y * m_nStride + x; }
 };
 
-/// How the pixels along a line are set. Bit i of the pattern, counted from its lowest, stands for
-/// the i-th pixel; the pattern repeats.
+/// The lengths of strokes and gaps in turn, beginning with a stroke, in pixels along the line.
+using LineDashes = std::array<int, 6>;
+
+/// How the pixels along a line are set. Its dashes repeat.
 struct LineStyle {
     std::uint32_t m_nPixel;
-    std::uint32_t m_nPattern = 1;
-    unsigned m_nPatternLength = 1;
-    std::optional<std::uint32_t> m_nGapPixel;  ///< none: gaps are left as they are
-
-    bool IsSolid() const { return m_nPatternLength == 1; }
+    int m_nThickness = 1;  ///< 1 or more
+    LineDashes m_dashes{};
+    unsigned m_nDashes = 0;                         ///< an even number; 0: the line is solid
+    std::optional<std::uint32_t> m_nGapPixel = {};  ///< none: gaps are left as they are
 };
 
-/// Sets the pixels of the line from one point up to, but not including, the other. Any coordinates
-/// will do: only pixels within the clipping rectangle cost time.
+/// Sets the pixels of the line from one point up to, but not including, the other, as
+/// platform/drawing/Graphics.h says. Any coordinates will do: only pixels within the clipping
+/// rectangle cost time.
 void DrawLine(const PixelView& view, CPoint from, CPoint to, const LineStyle& style);
 
 void FillPixels(const PixelView& view, const CRect& rect, std::uint32_t nPixel);

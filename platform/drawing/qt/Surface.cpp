@@ -1,7 +1,11 @@
 #include "platform/drawing/qt/Surface.h"
 
+#include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
+#include <cmath>
 
 PixelView GraphicsSurface::View() const {
     if (!m_pImage || m_pImage->isNull()) return {nullptr, 0, {}};
@@ -22,6 +26,28 @@ QFont ToQFont(const CFont& font) {
     qtFont.setHintingPreference(QFont::PreferFullHinting);
     qtFont.setStyleStrategy(QFont::NoSubpixelAntialias);
     return qtFont;
+}
+
+int FindScaledHeight(const CFont& font, double dScale) {
+    // A product that is whole may come out a little below.
+    constexpr double ROUNDING_ERROR = 1e-6;
+    const auto scale = [dScale](int nPixels) {
+        return static_cast<int>(std::floor(nPixels * dScale + ROUNDING_ERROR));
+    };
+    CFont scaled = font;
+    scaled.m_nPixelHeight = std::max(1, scale(font.m_nPixelHeight));
+    if (!qGuiApp) return scaled.m_nPixelHeight;
+    // Letters of a few pixels are as wide as the pixels make them: a size that is so many times as
+    // large can be wider by more than that.
+    const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    const QFontMetrics design(ToQFont(font));
+    const auto fits = [&] {
+        const QFontMetrics metrics(ToQFont(scaled));
+        return metrics.height() <= scale(design.height()) &&
+               metrics.horizontalAdvance(letters) <= scale(design.horizontalAdvance(letters));
+    };
+    while (scaled.m_nPixelHeight > 1 && !fits()) --scaled.m_nPixelHeight;
+    return scaled.m_nPixelHeight;
 }
 
 CBitmap ToBitmap(const QImage& image) {

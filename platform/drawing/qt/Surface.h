@@ -44,6 +44,10 @@ struct CBitmap::Image {
 /// The font for a description: the face that stands in for it, sized in pixels.
 PLATFORM_API QFont ToQFont(const CFont& font);
 
+/// The largest height at which a font of the design, scaled, is no wider and no higher than its
+/// metrics in the design, scaled: what has room for a text in the design has room on the display.
+PLATFORM_API int FindScaledHeight(const CFont& font, double dScale);
+
 /// A bitmap with an image's pixels.
 PLATFORM_API CBitmap ToBitmap(const QImage& image);
 

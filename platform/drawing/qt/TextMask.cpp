@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <unordered_map>
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/qt/Surface.h"
 
 namespace {
@@ -15,7 +16,7 @@ constexpr std::size_t MAX_KEPT_LENGTH = 64;
 
 /// Smaller glyphs are fitted to the pixel grid, which keeps the thin strokes of labels sharp and in
 /// their full colour; smoothing would turn them into shades.
-constexpr int SMOOTH_FROM_HEIGHT = 18;
+constexpr int SMOOTH_FROM_HEIGHT = 15;
 
 /// The texts of one font. Holds no object of the window system: it may outlive that.
 struct FontTexts {
@@ -89,11 +90,11 @@ std::uint32_t Blend(std::uint32_t nBelow, std::uint32_t nAbove, unsigned nCovera
 }  // namespace
 
 const CFont& FontOf(const CFont* pFont) {
-    static const CFont defaultFont = [] {
-        CFont made;
-        made.CreatePixelFont(12, L"MS Shell Dlg", false);
-        return made;
-    }();
+    constexpr int HEIGHT = 12;
+    thread_local CFont defaultFont;
+    thread_local double dScale = 0;
+    if (dScale != GetDisplayScale()) defaultFont.CreatePixelFont(HEIGHT, L"MS Shell Dlg", false);
+    dScale = GetDisplayScale();
     return pFont && *pFont ? *pFont : defaultFont;
 }
 

@@ -17,8 +17,8 @@ struct TextMask {
 };
 
 /// The mask of one line of text.
-/// @param pFont null: 12 pixels of "MS Shell Dlg", in which a value of five digits and a sign is
-///        narrower than a plot's label margin
+/// @param pFont null: 12 pixels of the design of "MS Shell Dlg", in which a value of five digits
+///        and a sign is narrower than a plot's label margin
 /// @return valid until the next call on the same thread
 const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 

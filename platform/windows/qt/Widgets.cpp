@@ -6,6 +6,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
+#include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/Controls.h"
 #include "platform/windows/PaintDC.h"
@@ -117,8 +118,10 @@ void ButtonWidget::paintEvent(QPaintEvent* pEvent) {
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
 
-    QRect inside = rect().adjusted(3, 2, -3, -2);
-    if (isDown()) inside.translate(1, 1);
+    const int nBeside = Scaled(3);
+    const int nAbove = Scaled(2);
+    QRect inside = rect().adjusted(nBeside, nAbove, -nBeside, -nAbove);
+    if (isDown()) inside.translate(ScaledThickness(1), ScaledThickness(1));
     if (m_picture) {
         if (!isEnabled()) painter.setOpacity(0.35);
         DrawBitmap(painter, m_picture, inside);
@@ -130,7 +133,7 @@ void ButtonWidget::paintEvent(QPaintEvent* pEvent) {
     if (hasFocus() && (option.state & QStyle::State_KeyboardFocusChange)) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
-        focus.rect = rect().adjusted(3, 3, -3, -3);
+        focus.rect = rect().adjusted(nBeside, nBeside, -nBeside, -nBeside);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
     }
 }
@@ -149,9 +152,10 @@ ComboWidget::ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPare
 
 void ComboWidget::changeEvent(QEvent* pEvent) {
     MessageWidget::changeEvent(pEvent);
-    // The template's height is that of the open list; the closed one is as high as its font.
-    if (pEvent->type() == QEvent::FontChange) resize(width(), fontMetrics().height() + 8);
+    if (pEvent->type() == QEvent::FontChange) FitHeight();
 }
+
+void ComboWidget::FitHeight() { resize(width(), fontMetrics().height() + Scaled(8)); }
 
 void ComboWidget::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
@@ -164,9 +168,9 @@ void ComboWidget::paintEvent(QPaintEvent*) {
         style()
             ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this)
             .width() -
-        4;
+        Scaled(4);
     QFont smaller = font();
-    while (smaller.pixelSize() > 8 &&
+    while (smaller.pixelSize() > Scaled(8) &&
            QFontMetrics(smaller).horizontalAdvance(option.currentText) > nRoom)
         smaller.setPixelSize(smaller.pixelSize() - 1);
     painter.setFont(smaller);
@@ -229,8 +233,7 @@ void CreateControl(const DialogItem& item, DialogWidget& dialog) {
     }
     const CRect rect = MapDialogRect(dialog.m_baseUnits, item.x, item.y, item.cx, item.cy);
     pWidget->setGeometry(rect.left, rect.top, rect.Width(), rect.Height());
-    if (item.m_kind == ControlKind::DropDownList)
-        pWidget->resize(rect.Width(), pWidget->fontMetrics().height() + 8);
+    if (auto* pCombo = dynamic_cast<ComboWidget*>(pWidget)) pCombo->FitHeight();
     pWidget->setVisible((item.m_nStyle & CS_HIDDEN) == 0);
 }
 

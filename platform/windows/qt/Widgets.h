@@ -126,6 +126,9 @@ class ComboWidget : public MessageWidget<QComboBox> {
   public:
     ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
+    /// The template's height is that of the open list; the closed one is as high as its font.
+    void FitHeight();
+
     bool m_bSorted = false;
 
   protected:
