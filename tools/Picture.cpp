@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int MAX_EXTENT = 10000;
-constexpr int SVG_UNITS_PER_PIXEL = 1;
+constexpr int SVG_UNITS_PER_PIXEL = 4;
 /// Below it the texts of a plot, 12 pixels high, cannot be read.
 constexpr double MIN_SCALE = 0.85;
 

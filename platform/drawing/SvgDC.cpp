@@ -69,7 +69,7 @@ QByteArray Escape(const std::wstring& strText) {
     return text.toHtmlEscaped().toUtf8();
 }
 
-double GetPenWidth() { return std::max(1, Scaled(1)); }
+double GetPenWidth() { return ScaledThickness(1); }
 
 }  // namespace
 
