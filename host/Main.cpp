@@ -12,7 +12,12 @@ int RunPanel(const Options& options, char* pProgram) {
     // The command line is all this program's; the window system sees only the name.
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
-    CWindowSystem windowSystem(argc, argv);
+    // The demonstration needs nobody to see it.
+    const bool bUnseen = !options.m_strDemo.empty() && !CWindowSystem::HasDisplay();
+    const auto pWindowSystem =
+        bUnseen ? CWindowSystem::MakeOffscreen(argc, argv)
+                : std::make_unique<CWindowSystem>(
+                      argc, argv, "rtpanel --demo DIR works the screen without a display.");
 
     CPanel panel(options);
     std::printf("instrument   %s\n", panel.GetInstrumentText().c_str());

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QScreen>
 #include <QStyleFactory>
 #include <clocale>
 #include <cstdio>
@@ -10,12 +11,14 @@
 
 #include "platform/drawing/qt/Surface.h"
 #include "platform/windows/ErrorBox.h"
+#include "platform/windows/qt/OpenDisplay.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
 namespace {
 
 CApplication* g_pApp = nullptr;
+bool g_bOpening = false;  // the display is being opened
 
 /// The look of the instrument, whatever the desktop's theme is.
 QPalette InstrumentPalette() {
@@ -37,9 +40,11 @@ QPalette InstrumentPalette() {
 }
 
 /// Writes the window system's messages to standard error, apart from what a run without a display
-/// or a run-time folder always says.
+/// or a run-time folder always says. One that it cannot go on after ends the program.
 void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (g_bOpening && type == QtFatalMsg) EndWithoutDisplay(message);
     if (message.startsWith(QLatin1String("This plugin does not support")) ||
+        message.startsWith(QLatin1String("Could not load the Qt platform plugin")) ||
         message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
         return;
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
@@ -69,13 +74,14 @@ struct CWindowSystem::State {
     CGuardedApplication m_application;
 };
 
-CWindowSystem::CWindowSystem(int& argc, char** argv) {
+CWindowSystem::CWindowSystem(int& argc, char** argv, const char* pAdvice) {
     qInstallMessageHandler(WriteMessage);
-    const bool bDisplay =
-        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    ChooseDisplay(pAdvice);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    g_bOpening = true;
     m_pState = std::make_unique<State>(argc, argv);
+    if (QGuiApplication::screens().isEmpty()) EndWithoutDisplay({});
+    g_bOpening = false;
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.
     std::setlocale(LC_NUMERIC, "C");
@@ -94,6 +100,8 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
     qputenv("QT_QPA_PLATFORM", "offscreen");
     return std::make_unique<CWindowSystem>(argc, argv);
 }
+
+bool CWindowSystem::HasDisplay() { return IsDisplayNamed(); }
 
 DisplayKind GetDisplayKind() {
     const QString strPlatform = QGuiApplication::platformName();
