@@ -50,7 +50,7 @@ void ChoosePlaces(const Options& options) {
         throw CPanelError(options.m_strDataFolder + ": there is no such folder");
     SetProgramFolder(strDataFolder.empty() ? MakeDataFolder() : strDataFolder);
 
-    if (options.m_strLanguage.empty() || ChooseLanguage(options.m_strLanguage)) return;
+    if (ChooseLanguage(options.m_strLanguage)) return;
     std::string strThereAre;
     for (const std::wstring& strName : FindLanguages())
         strThereAre += (strThereAre.empty() ? "" : ", ") + ToUtf8(strName);

@@ -86,7 +86,7 @@ bool ChooseLanguage(const std::wstring& strName) {
         std::find_if(arrNames.begin(), arrNames.end(), [&](const std::wstring& strLanguage) {
             return EqualsInAnyCase(strLanguage, strName);
         });
-    if (it == arrNames.end()) return false;
-    g_strLanguage = *it;
+    if (it == arrNames.end() && !strName.empty()) return false;
+    g_strLanguage = strName.empty() ? strName : *it;
     return true;
 }

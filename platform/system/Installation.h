@@ -28,6 +28,6 @@ PLATFORM_API std::vector<std::wstring> FindLanguages();
 
 /// The language that the user has chosen by name; empty: the one that the panel is set to.
 PLATFORM_API std::wstring GetChosenLanguage();
-/// @param strName case does not count
+/// @param strName case does not count; empty: none is chosen
 /// @return false, and nothing is changed, when there is no file of that language
 PLATFORM_API bool ChooseLanguage(const std::wstring& strName);
