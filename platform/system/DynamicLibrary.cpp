@@ -2,7 +2,6 @@
 
 #include <dlfcn.h>
 
-#include "platform/system/Installation.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "platform/system/Threads.h"
@@ -26,11 +25,9 @@ void* Load(const std::wstring& strPath) {
 
 CDynamicLibrary::CDynamicLibrary(const std::wstring& strName) {
     const std::wstring strFile = WithPlatformExtension(strName);
-    if (strFile.find(L'/') == std::wstring::npos)
-        for (const std::wstring& strFolder : {GetExecutableFolder(), GetLibraryFolder()}) {
-            const std::wstring strPath = JoinPath(strFolder, strFile);
-            if (!m_hModule && FileExists(strPath)) m_hModule = Load(strPath);
-        }
+    const std::wstring strBeside = JoinPath(GetExecutableFolder(), strFile);
+    if (strFile.find(L'/') == std::wstring::npos && FileExists(strBeside))
+        m_hModule = Load(strBeside);
     if (!m_hModule) m_hModule = Load(strFile);
 }
 

@@ -50,7 +50,7 @@ std::wstring GetLibraryFolder() {
 }
 
 std::wstring MakeDataFolder() {
-    const std::wstring strBeside = GetExecutableFolder();
+    std::wstring strBeside = GetExecutableFolder();
     if (GetLibraryFolder() == strBeside && IsWritable(strBeside)) return strBeside;
     std::wstring strFolder = GetUserDataFolder();
     std::error_code error;

@@ -24,6 +24,13 @@ TEST(Options, RefusalsNameTheOptionAndTheRange) {
         EXPECT_EQ(ErrorOf<CUsageError>([&] { Read(arguments); }), pError);
 }
 
+TEST(Options, ACaptureFileOpensTheViewer) {
+    const Options options = Read({"run1.rt3", "--language", "German"});
+    EXPECT_TRUE(options.m_bDesktop);
+    EXPECT_EQ(options.m_strCaptureFile, "run1.rt3");
+    EXPECT_EQ(options.m_strLanguage, L"German");
+}
+
 TEST(Options, ThatMeanNothingTogetherAreRefused) {
     const auto refused = [](std::vector<const char*> arguments) {
         return ErrorOf<CUsageError>([&] { Read(arguments); });
