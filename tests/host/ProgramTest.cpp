@@ -131,6 +131,8 @@ TEST_F(Program, SaysHowToGetADisplay) {
             EXPECT_NE(m_strErrors.find(pPart), std::string::npos) << m_strErrors;
         EXPECT_EQ(m_strOutput, "");
     }
+    Run("--desktop", strUnset + "WAYLAND_DISPLAY=none");
+    EXPECT_EQ(m_strErrors.find("xcb"), std::string::npos) << m_strErrors;
 }
 
 }  // namespace
