@@ -12,8 +12,8 @@ int RunPanel(const Options& options, char* pProgram) {
     // The command line is all this program's; the window system sees only the name.
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
-    // The demonstration needs nobody to see it.
-    const bool bUnseen = !options.m_strDemo.empty() && !CWindowSystem::HasDisplay();
+    // Nobody need see the demonstration, and not every display takes its input for a person's.
+    const bool bUnseen = !options.m_strDemo.empty() && !CWindowSystem::IsPlatformChosen();
     const auto pWindowSystem =
         bUnseen ? CWindowSystem::MakeOffscreen(argc, argv)
                 : std::make_unique<CWindowSystem>(

@@ -87,9 +87,10 @@ void AddPlaces(CCommandLine& line, Options& options) {
                  "settings file (the current user's)");
     line.AddText("--language", "NAME", options.m_strLanguage,
                  "the language file to use, such as German (the one that lang/default.txt names)");
-    line.AddText("--demo", "DIR", options.m_strDemo,
-                 "operate the screen without anybody there: one capture, a picture of it, the "
-                 "capture saved and exported, all into this folder");
+    line.AddText(
+        "--demo", "DIR", options.m_strDemo,
+        "operate the screen, unseen, without anybody there: one capture, a picture of it, the "
+        "capture saved and exported, all into this folder");
 }
 
 /// Options that mean nothing together are a mistake that the caller wants to hear about.

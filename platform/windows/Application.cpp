@@ -101,7 +101,7 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
     return std::make_unique<CWindowSystem>(argc, argv);
 }
 
-bool CWindowSystem::HasDisplay() { return IsDisplayNamed(); }
+bool CWindowSystem::IsPlatformChosen() { return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"); }
 
 DisplayKind GetDisplayKind() {
     const QString strPlatform = QGuiApplication::platformName();

@@ -15,9 +15,8 @@ class PLATFORM_API CWindowSystem {
     /// one, and ends the program with code 1.
     /// @param pAdvice a line for that message: what else this program can do; must live on
     CWindowSystem(int& argc, char** argv, const char* pAdvice = "");
-    /// Whether the environment names a display ($DISPLAY, $WAYLAND_DISPLAY) or chooses a platform
-    /// of Qt's ($QT_QPA_PLATFORM; offscreen counts).
-    static bool HasDisplay();
+    /// Whether the environment itself chooses what windows are shown on ($QT_QPA_PLATFORM).
+    static bool IsPlatformChosen();
     /// For programs that only draw into memory: never asks for a display.
     static std::unique_ptr<CWindowSystem> MakeOffscreen(int& argc, char** argv);
     ~CWindowSystem();

@@ -35,8 +35,6 @@ const char* FindNamed() {
 
 }  // namespace
 
-bool IsDisplayNamed() { return FindNamed() != nullptr; }
-
 void ChooseDisplay(const char* pAdvice) {
     g_pAdvice = pAdvice;
     const char* const pNamed = FindNamed();

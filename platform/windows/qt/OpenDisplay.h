@@ -4,9 +4,6 @@
 
 class QString;
 
-/// Whether the environment names a display, or one of Qt's platforms.
-bool IsDisplayNamed();
-
 /// To be called before the window system begins. With a Wayland display alone, it chooses that; all
 /// else is Qt's choice. Without a display the program ends as EndWithoutDisplay says.
 /// @param pAdvice what the program can do without one, as a clause, or empty; must live on
