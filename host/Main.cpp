@@ -14,7 +14,12 @@ int RunPanel(const Options& options, char* pProgram) {
     // The command line is all this program's; the window system sees only the name.
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
-    CWindowSystem windowSystem(argc, argv);
+    // Nobody need see the demonstration, and not every display takes its input for a person's.
+    const bool bUnseen = !options.m_strDemo.empty() && !CWindowSystem::IsPlatformChosen();
+    const auto pWindowSystem =
+        bUnseen ? CWindowSystem::MakeOffscreen(argc, argv)
+                : std::make_unique<CWindowSystem>(
+                      argc, argv, "rtpanel --demo DIR works the screen without a display.");
     ScaleWindows(ChooseScale(options));
 
     CPanel panel(options);

@@ -52,7 +52,8 @@ void AddInstrument(CCommandLine& line, Options& options) {
                  "capture is controlled elsewhere: the screen's capture controls stay disabled and "
                  "the instrument begins a continuous capture by itself");
     line.AddFlag("--desktop", options.m_bDesktop,
-                 "a desktop computer without an instrument: look at capture files");
+                 "a desktop computer without an instrument, to look at capture files; a FILE.rt3 "
+                 "alone does the same");
     line.AddNumber("--seed", "N", options.m_nSeed, 0, 4294967295.0,
                    "seed of the simulated press's noise (1)");
 }
@@ -81,12 +82,16 @@ void AddReplay(CCommandLine& line, Options& options) {
 void AddPlaces(CCommandLine& line, Options& options) {
     line.AddText("--data-folder", "DIR", options.m_strDataFolder,
                  "folder with the language files (in lang) and the captures (in RealTimeFiles) "
-                 "(the program's)");
+                 "(the program's; of an installed one, or where that cannot be written, "
+                 "realtime-mode in the user's data folder)");
     line.AddText("--settings", "FILE", options.m_strSettingsFile,
                  "settings file (the current user's)");
-    line.AddText("--demo", "DIR", options.m_strDemo,
-                 "operate the screen without anybody there: one capture, a picture of it, the "
-                 "capture saved and exported, all into this folder");
+    line.AddText("--language", "NAME", options.m_strLanguage,
+                 "the language file to use, such as German (the one that lang/default.txt names)");
+    line.AddText(
+        "--demo", "DIR", options.m_strDemo,
+        "operate the screen, unseen, without anybody there: one capture, a picture of it, the "
+        "capture saved and exported, all into this folder");
 }
 
 void ReadScale(const std::string& strScale, Options& options) {
@@ -118,8 +123,12 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
             refusePair(pLock, pOther, "the screen's capture controls are disabled");
     refusePair("--desktop", "--replay", "there is no instrument");
     refusePair("--desktop", "--capture-locked", "there is no instrument");
-    if (!options.m_strCaptureFile.empty() && !options.m_bDesktop)
-        throw CUsageError("a capture file can be opened with --desktop only");
+    if (!options.m_strCaptureFile.empty())
+        for (const char* pOther :
+             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked"})
+            if (line.Has(pOther))
+                throw CUsageError(std::string("a capture file cannot go with ") + pOther +
+                                  ": there is no instrument");
     for (const char* pName : {"--replay-first", "--replay-first-scale", "--replay-rate",
                               "--replay-second", "--replay-second-scale"})
         if (line.Has(pName) && !line.Has("--replay"))
@@ -131,9 +140,8 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
 Options ReadOptions(std::span<const char* const> arguments) {
     Options options;
     CCommandLine line("rtpanel [OPTION]... [FILE.rt3]",
-                      "Shows the Real Time Mode screen on a simulated press, on a recorded one "
-                      "(--replay),\nor without an instrument (--desktop, with a capture file to "
-                      "open).\n");
+                      "Shows the Real Time Mode screen on a simulated press or on a recorded one "
+                      "(--replay).\nWith a capture file it is a viewer, without an instrument.\n");
     AddInstrument(line, options);
     AddReplay(line, options);
     AddDisplay(line, options);
@@ -144,6 +152,7 @@ Options ReadOptions(std::span<const char* const> arguments) {
         options.m_strCaptureFile = ToUtf8(arrFiles[0]);
         if (options.m_strCaptureFile.empty())
             throw CUsageError("the name of the capture file is empty");
+        options.m_bDesktop = true;
     }
     CheckCombinations(line, options);
     return options;

@@ -32,9 +32,10 @@ struct Options {
     bool m_bFitDisplay = false;      ///< without a scale: as large as fits, whatever the display
 
     std::string m_strDemo;          ///< folder for what the demonstration makes; empty: no demo
-    std::string m_strDataFolder;    ///< with lang and RealTimeFiles; empty: the program's
+    std::string m_strDataFolder;    ///< with lang and RealTimeFiles; empty: MakeDataFolder's
     std::string m_strSettingsFile;  ///< empty: the current user's
-    std::string m_strCaptureFile;   ///< capture to open at once; empty: none
+    std::wstring m_strLanguage;     ///< empty: the one that the panel is set to
+    std::string m_strCaptureFile;   ///< capture to open at once, in the viewer; empty: none
 };
 
 /// Reads the arguments behind the program's name.

@@ -11,6 +11,7 @@
 #include "platform/system/Archive.h"
 #include "platform/system/DynamicLibrary.h"
 #include "platform/system/File.h"
+#include "platform/system/Installation.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
@@ -41,6 +42,22 @@ RTScreenRecord ReadScreenRecordOf(const std::wstring& strPath) {
         // What was read before the fault stands.
     }
     return record;
+}
+
+/// @throws CPanelError
+void ChoosePlaces(const Options& options) {
+    const std::wstring strDataFolder = MakeAbsolute(options.m_strDataFolder);
+    if (!strDataFolder.empty() && !FolderExists(strDataFolder))
+        throw CPanelError(options.m_strDataFolder + ": there is no such folder");
+    SetProgramFolder(strDataFolder.empty() ? MakeDataFolder() : strDataFolder);
+
+    if (ChooseLanguage(options.m_strLanguage)) return;
+    std::string strThereAre;
+    for (const std::wstring& strName : FindLanguages())
+        strThereAre += (strThereAre.empty() ? "" : ", ") + ToUtf8(strName);
+    throw CPanelError("there is no language '" + ToUtf8(options.m_strLanguage) + "' in " +
+                      ToUtf8(JoinPath(FindLanguageHome(), L"lang")) + ": it has " +
+                      (strThereAre.empty() ? "no language files" : strThereAre));
 }
 
 /// What has been understood of a recording.
@@ -110,10 +127,7 @@ std::wstring CPanel::GetStatusText() const {
 }
 
 int CPanel::Run() {
-    const std::wstring strDataFolder = MakeAbsolute(m_options.m_strDataFolder);
-    if (!strDataFolder.empty() && !FolderExists(strDataFolder))
-        throw CPanelError(m_options.m_strDataFolder + ": there is no such folder");
-    SetProgramFolder(strDataFolder);
+    ChoosePlaces(m_options);
     const CDynamicLibrary library(L"RealTimeMode.dll");
     if (!library) throw CPanelError("RealTimeMode.so cannot be loaded");
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");

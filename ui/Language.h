@@ -34,7 +34,8 @@ struct LanguageSurroundings {
 /// Finds the language by the rule alone.
 LanguageInfo FindLanguage(const LanguageSurroundings& surroundings);
 
-/// Finds the language of this panel; may create the folders that are looked into.
+/// The language that was chosen, else that of this panel; may create the folders that are looked
+/// into.
 LanguageInfo FindLanguage();
 
 /// Empties the table and fills it from the language's file.

@@ -2,6 +2,7 @@
 
 #include "platform/system/Exceptions.h"
 #include "platform/system/File.h"
+#include "platform/system/Installation.h"
 #include "platform/system/Paths.h"
 #include "ui/Language.h"
 #include "ui/LanguageLine.h"
@@ -35,8 +36,8 @@ bool IsFile(const std::wstring& strPath) { return FileExists(FindFileOfAnyCase(s
 }  // namespace
 
 LanguageInfo FindLanguage() {
-    return FindLanguage({
-        .m_strExecutable = JoinPath(GetProgramFolder(), GetNameOfPath(GetExecutablePath())),
+    LanguageInfo info = FindLanguage({
+        .m_strExecutable = JoinPath(FindLanguageHome(), GetNameOfPath(GetExecutablePath())),
         .m_chSeparator = L'/',
         .m_findDocumentsFolder = []() -> std::optional<std::wstring> {
             std::wstring strFolder = GetDocumentsFolder();
@@ -49,6 +50,9 @@ LanguageInfo FindLanguage() {
         .m_readFile =
             [](const std::wstring& strPath) { return ReadBeginning(strPath, MAX_NAME_BYTES); },
     });
+    if (const std::wstring strChosen = GetChosenLanguage(); !strChosen.empty())
+        info.m_strLanguage = strChosen;
+    return info;
 }
 
 bool LoadLanguage(const LanguageInfo& info, CLanguageTable* pTable) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 
 #include "platform/system/Exceptions.h"
 
@@ -55,7 +56,8 @@ void CheckAssignment(const CLI::App& app, const std::string& strArgument) {
 }  // namespace
 
 CCommandLine::CCommandLine(const char* pUsage, const char* pAbout)
-    : m_strIntroduction(std::string("usage: ") + pUsage + "\n\n" + pAbout),
+    : m_strProgram(pUsage, std::strcspn(pUsage, " ")),
+      m_strIntroduction(std::string("usage: ") + pUsage + "\n\n" + pAbout),
       m_pApp(std::make_unique<CLI::App>()) {
     m_pApp->set_help_flag();
     m_pApp->allow_extras();
@@ -94,6 +96,11 @@ std::vector<std::wstring> CCommandLine::Parse(Arguments arguments) {
     m_pApp
         ->add_flag_callback(
             "-h,--help", [this] { throw CHelpRequest(MakeHelp()); }, "this text")
+        ->trigger_on_parse();
+    m_pApp
+        ->add_flag_callback(
+            "--version", [this] { throw CHelpRequest(m_strProgram + " " RT_VERSION "\n"); },
+            "the program's version")
         ->trigger_on_parse();
     const std::vector<std::string> arrArguments(arguments.begin(), arguments.end());
     for (const std::string& strArgument : arrArguments) {

@@ -24,7 +24,7 @@ class CUsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Thrown where --help is asked for. The text is the help.
+/// Thrown where --help or --version is asked for. The text is the answer.
 class CHelpRequest : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -35,7 +35,7 @@ class CHelpRequest : public std::runtime_error {
 /// options; a "-" is a file.
 class CCommandLine {
   public:
-    /// @param pUsage what stands behind "usage: "
+    /// @param pUsage what stands behind "usage: "; its first word is the program's name
     /// @param pAbout what the program does, in whole lines
     CCommandLine(const char* pUsage, const char* pAbout);
     ~CCommandLine();
@@ -79,6 +79,7 @@ class CCommandLine {
   private:
     std::string MakeHelp() const;
 
+    std::string m_strProgram;
     std::string m_strIntroduction;
     std::unique_ptr<CLI::App> m_pApp;
 };
@@ -98,8 +99,9 @@ std::string MakePrintable(const std::string& strText);
 /// "NAME: TEXT" on standard error, made printable.
 void PrintError(const char* pName, const std::string& strText);
 
-/// What main of a program does: prints the help that is asked for, or the error that ends it.
-/// @return the exit code: what run returns, 0 after help, 1 after an error (also of standard
-/// output), 2 after a CUsageError
+/// What main of a program does: prints the help or version that is asked for, or the error that
+/// ends it.
+/// @return the exit code: what run returns, 0 after such an answer, 1 after an error (also of
+/// standard output), 2 after a CUsageError
 int RunProgram(const char* pName, int argc, char** argv,
                const std::function<int(Arguments arguments)>& run);

@@ -9,9 +9,10 @@
 /// A loaded library; released with the object.
 class PLATFORM_API CDynamicLibrary {
   public:
-    /// Loads a library: the executable's folder first, then the system's search. The platform's
-    /// file name extension takes the place of the one in `strName` (OnscreenKeyboard.dll finds
-    /// OnscreenKeyboard.so). A library that cannot be loaded gives an empty object.
+    /// Loads a library: the executable's folder first, then the system's search, which knows the
+    /// folder of the platform's own libraries. The platform's file name extension takes the place
+    /// of the one in `strName` (OnscreenKeyboard.dll finds OnscreenKeyboard.so). A library that
+    /// cannot be loaded gives an empty object.
     explicit CDynamicLibrary(const std::wstring& strName);
     ~CDynamicLibrary();
     CDynamicLibrary(const CDynamicLibrary&) = delete;

@@ -24,11 +24,6 @@ fs::path ToSystemPath(const std::wstring& strPath) { return fs::path(ToUtf8(strP
 
 char32_t FoldCase(wchar_t c) { return QChar::toCaseFolded(static_cast<char32_t>(c)); }
 
-bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB) {
-    return std::equal(strA.begin(), strA.end(), strB.begin(), strB.end(),
-                      [](wchar_t a, wchar_t b) { return FoldCase(a) == FoldCase(b); });
-}
-
 template <class Visit>
 void VisitFolder(const std::wstring& strFolder, Visit visit) {
     std::error_code error;
@@ -71,6 +66,11 @@ std::wstring GetFolderOfPath(std::wstring_view strPath) {
 std::wstring GetNameOfPath(std::wstring_view strPath) {
     const std::size_t nSeparator = strPath.rfind(SEPARATOR);
     return std::wstring(strPath.substr(nSeparator + 1));
+}
+
+bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB) {
+    return std::equal(strA.begin(), strA.end(), strB.begin(), strB.end(),
+                      [](wchar_t a, wchar_t b) { return FoldCase(a) == FoldCase(b); });
 }
 
 bool FileExists(const std::wstring& strPath) {

@@ -14,8 +14,8 @@
 PLATFORM_API std::wstring GetExecutablePath();
 /// Its folder, without a separator at the end.
 PLATFORM_API std::wstring GetExecutableFolder();
-/// The folder with the panel's own files, language files and captures: the executable's, unless
-/// SetProgramFolder has named another.
+/// The folder with the panel's own files, captures and (see Installation.h) language files: the
+/// executable's, unless SetProgramFolder has named another.
 PLATFORM_API std::wstring GetProgramFolder();
 /// To be called before the first screen is made, by the host. Libraries are loaded from the
 /// executable's folder all the same.
@@ -28,6 +28,9 @@ PLATFORM_API std::wstring JoinPath(std::wstring_view strFolder, std::wstring_vie
 PLATFORM_API std::wstring GetFolderOfPath(std::wstring_view strPath);
 /// What follows the last separator.
 PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
+
+/// Whether two names differ at most in case.
+PLATFORM_API bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB);
 
 /// Whether there is a regular file at a path, or a link to one.
 PLATFORM_API bool FileExists(const std::wstring& strPath);

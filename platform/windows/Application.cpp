@@ -12,6 +12,7 @@
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/WindowScale.h"
 #include "platform/windows/qt/FrameWidget.h"
+#include "platform/windows/qt/OpenDisplay.h"
 #include "platform/windows/qt/ScaledStyle.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/WindowManager.h"
@@ -20,6 +21,7 @@ namespace {
 
 CApplication* g_pApp = nullptr;
 DisplayKind g_displayKind = DisplayKind::Panel;
+bool g_bOpening = false;  // the display is being opened
 
 const QColor BACKGROUND(52, 64, 80);  ///< of a display that is filled
 
@@ -43,9 +45,11 @@ QPalette InstrumentPalette() {
 }
 
 /// Writes the window system's messages to standard error, apart from what a run without a display
-/// or a run-time folder always says.
+/// or a run-time folder always says. One that it cannot go on after ends the program.
 void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (g_bOpening && type == QtFatalMsg) EndWithoutDisplay(message);
     if (message.startsWith(QLatin1String("This plugin does not support")) ||
+        message.startsWith(QLatin1String("Could not load the Qt platform plugin")) ||
         message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
         return;
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
@@ -75,14 +79,15 @@ struct CWindowSystem::State {
     CGuardedApplication m_application;
 };
 
-CWindowSystem::CWindowSystem(int& argc, char** argv) {
+CWindowSystem::CWindowSystem(int& argc, char** argv, const char* pAdvice) {
     qInstallMessageHandler(WriteMessage);
-    const bool bDisplay =
-        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    ChooseDisplay(pAdvice);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     SwitchOffDesktopScaling();
+    g_bOpening = true;
     m_pState = std::make_unique<State>(argc, argv);
+    if (QGuiApplication::screens().isEmpty()) EndWithoutDisplay({});
+    g_bOpening = false;
     g_displayKind = HasWindowManager() ? DisplayKind::Desktop : DisplayKind::Panel;
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.
@@ -102,6 +107,8 @@ std::unique_ptr<CWindowSystem> CWindowSystem::MakeOffscreen(int& argc, char** ar
 }
 
 DisplayKind GetDisplayKind() { return g_displayKind; }
+
+bool CWindowSystem::IsPlatformChosen() { return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"); }
 
 CWindowSystem::~CWindowSystem() { CloseUiQueue(); }
 

@@ -9,12 +9,14 @@
 #include "platform/windows/Wnd.h"
 
 /// The window system of this process. Make one, first thing in main, and keep it to the end.
-///
-/// Without a display ($DISPLAY and $WAYLAND_DISPLAY unset) and without a platform chosen by
-/// $QT_QPA_PLATFORM it runs on the offscreen platform.
 class PLATFORM_API CWindowSystem {
   public:
-    CWindowSystem(int& argc, char** argv);
+    /// Without a display, or with one that cannot be opened, it says on standard error how to get
+    /// one, and ends the program with code 1.
+    /// @param pAdvice a line for that message: what else this program can do; must live on
+    CWindowSystem(int& argc, char** argv, const char* pAdvice = "");
+    /// Whether the environment itself chooses what windows are shown on ($QT_QPA_PLATFORM).
+    static bool IsPlatformChosen();
     /// For programs that only draw into memory: never asks for a display.
     static std::unique_ptr<CWindowSystem> MakeOffscreen(int& argc, char** argv);
     ~CWindowSystem();

@@ -11,7 +11,6 @@ Options Read(std::vector<const char*> arguments) { return ReadOptions(arguments)
 
 TEST(Options, RefusalsNameTheOptionAndTheRange) {
     const std::pair<std::vector<const char*>, const char*> cases[] = {
-        {{"run1.rt3"}, "a capture file can be opened with --desktop only"},
         {{"--desktop", "a.rt3", "b.rt3"}, "only one capture file can be opened"},
         {{"--mode", "256"}, "--mode: '256' is not a whole number from 0 to 255"},
         {{"--value-rate", "0"}, "--value-rate: '0' is not a whole number from 1 to 65535"},
@@ -34,6 +33,13 @@ TEST(Options, TheLastScaleCounts) {
     EXPECT_FALSE(Read({"--scale=2", "--scale", "fit"}).m_dScale);
 }
 
+TEST(Options, ACaptureFileOpensTheViewer) {
+    const Options options = Read({"run1.rt3", "--language", "German"});
+    EXPECT_TRUE(options.m_bDesktop);
+    EXPECT_EQ(options.m_strCaptureFile, "run1.rt3");
+    EXPECT_EQ(options.m_strLanguage, L"German");
+}
+
 TEST(Options, ThatMeanNothingTogetherAreRefused) {
     const auto refused = [](std::vector<const char*> arguments) {
         return ErrorOf<CUsageError>([&] { Read(arguments); });
@@ -43,6 +49,9 @@ TEST(Options, ThatMeanNothingTogetherAreRefused) {
             EXPECT_EQ(refused({strLock.c_str(), pOther, "5"}),
                       strLock + " cannot go with " + pOther +
                           ": the screen's capture controls are disabled");
+    for (const std::string strOther : {"--replay", "--trigger", "--demo"})
+        EXPECT_EQ(refused({"run1.rt3", strOther.c_str(), "5"}),
+                  "a capture file cannot go with " + strOther + ": there is no instrument");
     for (const std::string strOther : {"--replay=a.csv", "--capture-locked"})
         EXPECT_EQ(refused({"--desktop", strOther.c_str()}),
                   "--desktop cannot go with " + strOther.substr(0, strOther.find('=')) +

@@ -14,11 +14,11 @@ namespace {
 
 class Program : public ::testing::Test {
   protected:
-    /// Runs rtpanel in the test's folder. @return the exit code
-    int Run(const std::string& strArguments) {
-        const std::string strCommand = "cd '" + m_folder.GetPath().native() + "' && '" +
-                                       ToUtf8(GetExecutableFolder()) + "/rtpanel' " + strArguments +
-                                       " >output 2>errors";
+    /// Runs rtpanel in the test's folder. @param strBefore arguments of env @return the exit code
+    int Run(const std::string& strArguments, const std::string& strBefore = "") {
+        const std::string strCommand = "cd '" + m_folder.GetPath().native() + "' && env " +
+                                       strBefore + " '" + ToUtf8(GetExecutableFolder()) +
+                                       "/rtpanel' " + strArguments + " >output 2>errors";
         const int nStatus = std::system(strCommand.c_str());
         m_strOutput = m_folder.Get("output");
         m_strErrors = m_folder.Get("errors");
@@ -102,6 +102,7 @@ TEST_F(Program, SaysOnStandardErrorWhyItCannotGoOn) {
         {"--mode 256", 2, "", "rtpanel: --mode: '256' is not"},
         {"--data-folder nowhere", 1, strInstrument, "rtpanel: nowhere: there is no such folder\n"},
         {"--replay nowhere.csv", 1, "", "rtpanel: nowhere.csv: "},
+        {"--language Qr", 1, strInstrument, "rtpanel: there is no language 'Qr' in "},
         {"--demo errors/out", 1, strInstrument, "rtpanel: "},  // a file is no folder
     };
     for (const auto& [pArguments, nExitCode, strOutput, strErrors] : cases) {
@@ -109,6 +110,29 @@ TEST_F(Program, SaysOnStandardErrorWhyItCannotGoOn) {
         EXPECT_EQ(m_strOutput, strOutput) << pArguments;
         EXPECT_TRUE(m_strErrors.starts_with(strErrors)) << m_strErrors;
     }
+    EXPECT_EQ(Run("--language Qr"), 1);
+    EXPECT_TRUE(m_strErrors.ends_with("/lang: it has English, German\n")) << m_strErrors;
+}
+
+TEST_F(Program, SaysHowToGetADisplay) {
+    const std::string strUnset = "-u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM ";
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "rtpanel: there is no display\n"},
+        {"QT_QPA_PLATFORM=", "rtpanel: there is no display\n"},
+        {"DISPLAY=:9999", "rtpanel: the display cannot be opened (DISPLAY=:9999)\n"},
+        {"WAYLAND_DISPLAY=none", "rtpanel: the display cannot be opened (WAYLAND_DISPLAY=none)"},
+        {"WAYLAND_DISPLAY=none DISPLAY=:9999", "cannot be opened (DISPLAY=:9999)\n"},
+        {"QT_QPA_PLATFORM=linuxfb:fb=errors", "cannot be opened (QT_QPA_PLATFORM=linuxfb:fb="},
+        {"QT_QPA_PLATFORM=none DISPLAY=:9999", "cannot be opened (QT_QPA_PLATFORM=none)\n"},
+    };
+    for (const auto& [pNamed, pError] : cases) {
+        EXPECT_EQ(Run("--desktop", strUnset + pNamed), 1) << pNamed;
+        for (const char* pPart : {pError, "QT_QPA_PLATFORM=vnc", "rtpanel --demo DIR works"})
+            EXPECT_NE(m_strErrors.find(pPart), std::string::npos) << m_strErrors;
+        EXPECT_EQ(m_strOutput, "");
+    }
+    Run("--desktop", strUnset + "WAYLAND_DISPLAY=none");
+    EXPECT_EQ(m_strErrors.find("xcb"), std::string::npos) << m_strErrors;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/system/Installation.h"
 #include "platform/system/Paths.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/Language.h"
@@ -36,6 +37,14 @@ TEST(LanguageFiles, TheShippedOnesAreComplete) {
     EXPECT_EQ(FindLanguage().m_strLangFolder, GetExecutableFolder() + L"/lang/");
 }
 
+TEST(LanguageFiles, AChosenOneTakesThePlaceOfThePanels) {
+    EXPECT_FALSE(ChooseLanguage(L"Klingon"));
+    EXPECT_TRUE(ChooseLanguage(L"gERMAN"));
+    EXPECT_EQ(FindLanguage().m_strLanguage, L"German");
+    EXPECT_TRUE(ChooseLanguage(L""));
+    EXPECT_EQ(FindLanguage().m_strLanguage, L"English");
+}
+
 TEST(LanguageFiles, AreFoundInAnotherProgramFolderInAnyCase) {
     TemporaryFolder folder;
     std::filesystem::create_directory(folder.GetPath() / "lang");
@@ -45,6 +54,8 @@ TEST(LanguageFiles, AreFoundInAnotherProgramFolderInAnyCase) {
                                           14));
     SetProgramFolder(FromUtf8(folder.GetPath().native()));
     LanguageInfo info = FindLanguage();
+    EXPECT_EQ(FindLanguages(), std::vector<std::wstring>{L"qR"});
+    EXPECT_FALSE(ChooseLanguage(L"default"));
     SetProgramFolder(L"");
     EXPECT_EQ(info.m_strLanguage, L"Qr");
     CLanguageTable table;
