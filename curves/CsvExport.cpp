@@ -8,6 +8,7 @@
 
 #include "platform/system/Exceptions.h"
 #include "platform/system/Interrupt.h"
+#include "platform/system/NumberedText.h"
 #include "platform/system/Progress.h"
 #include "platform/system/TextFile.h"
 
@@ -116,7 +117,8 @@ void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions
         WriteRows(file, curve, options, pProgress);
         file.Close();
     } catch (CFileException& error) {
-        if (bKept) error.m_strDetail = L"The lines written before the failure are kept.";
+        if (bKept)
+            error.m_strDetail = GetText({3149, L"The lines written before the failure are kept."});
         throw;
     }
 }

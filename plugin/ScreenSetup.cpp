@@ -89,6 +89,7 @@ void CDlgSetupMode::MakeFonts() {
 void CDlgSetupMode::LoadLanguageTable() {
     m_pLangTable = &m_langTable;
     LoadLanguage(FindLanguage(), m_pLangTable);
+    m_layerTexts.emplace([this](std::int32_t nString) { return m_langTable.Find(nString); });
 }
 
 void CDlgSetupMode::PrepareTouchEntry() {

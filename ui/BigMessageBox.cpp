@@ -17,8 +17,6 @@ constexpr DialogItem ITEMS[] = {
 
 constexpr DialogTemplate TEMPLATE{705, L"Strovane", 241, 139, L"MS Shell Dlg", 8, ITEMS};
 
-constexpr int MESSAGE_HEIGHT = 20;  ///< of a character, pixels
-
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CBigMessageBox, CDialog)
@@ -35,7 +33,7 @@ bool CBigMessageBox::OnInitDialog() {
 
     auto* pMessage = dynamic_cast<CStatic*>(GetControl(ID_MESSAGE));
     if (!pMessage) return false;
-    m_fontMessage.CreatePixelFont(MESSAGE_HEIGHT, L"MS Shell Dlg", true);
+    m_fontMessage.CreatePixelFont(MESSAGE_FONT_HEIGHT, L"MS Shell Dlg", true);
     pMessage->SetFont(&m_fontMessage);
     if (m_strMessage.find(L'\n') != std::wstring::npos) pMessage->SetCentered(false);
     pMessage->SetWindowText(m_strMessage);

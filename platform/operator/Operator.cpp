@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QThreadPool>
@@ -330,9 +329,7 @@ std::wstring ModalText() {
     std::wstring strText;
     Ask([&] {
         QWidget* pModal = QApplication::activeModalWidget();
-        if (auto* pBox = qobject_cast<QMessageBox*>(pModal)) {
-            strText = pBox->text().toStdWString();
-        } else if (pModal) {
+        if (pModal) {
             for (QWidget* pChild : pModal->findChildren<QWidget*>()) {
                 auto* pStatic = dynamic_cast<StaticWidget*>(pChild);
                 if (!pStatic || pStatic->m_text.isEmpty() || !pStatic->isVisible()) continue;

@@ -94,7 +94,7 @@ void RequireFileOrNothing(const std::wstring& strPath) {
     std::error_code error;
     const fs::file_status status = fs::status(ToSystemPath(strPath), error);
     if (fs::exists(status) && !fs::is_regular_file(status))
-        throw CFileException(strPath, 0, NOT_A_REGULAR_FILE);
+        throw CFileException(CFileException::cannotWrite, strPath, 0, GetText(NOT_A_REGULAR_FILE));
 }
 
 bool CreateFolder(const std::wstring& strPath) {

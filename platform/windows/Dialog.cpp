@@ -8,6 +8,7 @@
 #include "platform/drawing/qt/Surface.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemoryReserve.h"
+#include "platform/system/NumberedText.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/Widgets.h"
@@ -187,9 +188,9 @@ void ExchangeNumber(CDataExchange* pExchange, int nID, Number& nValue) {
         QString::fromStdWString(pControl->GetWindowText()).trimmed().toLongLong(&bConverts);
     if (!bConverts || nEntered < std::numeric_limits<Number>::min() ||
         nEntered > std::numeric_limits<Number>::max()) {
-        ShowErrorBox(L"Please enter an integer between " +
-                     std::to_wstring(std::numeric_limits<Number>::min()) + L" and " +
-                     std::to_wstring(std::numeric_limits<Number>::max()) + L".");
+        ShowErrorBox(GetText({3109, L"Please enter a whole number between %1 and %2."},
+                             {std::to_wstring(std::numeric_limits<Number>::min()),
+                              std::to_wstring(std::numeric_limits<Number>::max())}));
         pControl->SetFocus();
         throw CUserException();
     }

@@ -8,6 +8,9 @@
 
 constexpr COLORREF DIALOG_BACKGROUND = RGB(211, 228, 250);
 
+/// Height of the letters in a message to the operator, in pixels.
+constexpr int MESSAGE_FONT_HEIGHT = 20;
+
 /// The numbers of the pictures.
 constexpr UINT PICTURE_CLOSE = 154;  ///< also: back
 constexpr UINT PICTURE_CHECKED = 366;

@@ -18,7 +18,7 @@ namespace {
 class Session : public ::testing::Test {
   protected:
     /// Runs the panel with options, beside those for its files, until the script has ended. An
-    /// error box that comes up first is to begin with a text.
+    /// error box that comes up first is to name a file.
     void Run(std::vector<const char*> arguments, const std::function<void()>& script,
              const wchar_t* pError = nullptr) {
         const std::string strFolder = m_folder.GetPath().native();
@@ -27,7 +27,9 @@ class Session : public ::testing::Test {
                                              strFolder.c_str(), "--settings", strSettings.c_str()});
         CPanel panel(ReadOptions(arguments));
         Operator::CScript running([&] {
-            const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };
+            const auto isBox = [&] {
+                return Operator::ModalText().find(pError) != std::wstring::npos;
+            };
             if (pError) Operator::WaitFor("the error box", isBox);
             if (pError) Operator::PressModalButton(L"OK");
             Operator::WaitFor("the screen", [this] {

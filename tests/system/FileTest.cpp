@@ -41,7 +41,7 @@ TEST(File, TellsPathAndReason) {
     CTextFile text(L"/dev/full", CFile::modeWrite);
     text.WriteString("row");
     EXPECT_EQ(FindError([&] { text.Close(); }).first, ENOSPC);
-    const std::wstring strText = CFileException(L"a.rt3", ENOSPC).GetErrorMessage();
+    const std::wstring strText = CFileException(CFileException::cannotWrite, L"a.rt3", ENOSPC).GetErrorMessage();
     EXPECT_EQ(strText.find(L"a.rt3"), 0u);
     EXPECT_NE(strText.find(L"No space left"), std::wstring::npos);
 }
