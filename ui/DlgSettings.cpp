@@ -1,9 +1,9 @@
 #include "ui/DlgSettings.h"
 
 #include "platform/windows/DialogLook.h"
+#include "platform/windows/KeyboardCalls.h"
 #include "plot/RTGraphSettings.h"
 #include "ui/BigMessageBox.h"
-#include "ui/KeyboardCalls.h"
 
 namespace {
 

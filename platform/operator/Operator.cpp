@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QFileDialog>
 #include <QListWidget>
 #include <QMimeData>
 #include <QScreen>
@@ -17,6 +16,9 @@
 #include <stdexcept>
 
 #include "platform/drawing/qt/Surface.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
+#include "platform/windows/FingerFileDialog.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
@@ -202,6 +204,30 @@ bool ShowsRow(const std::function<QWidget*()>& findList, const QString& text) {
     return bShown;
 }
 
+/// Taps through folders until a file dialog shows one.
+void GoToFolder(const CFingerFileDialog& dialog, const std::wstring& strTarget) {
+    const CWnd* pRows = nullptr;
+    std::wstring strFolder;
+    const auto look = [&] {
+        pRows = dialog.GetControl(CFingerFileDialog::ID_ROWS);
+        strFolder = dialog.GetFolder();
+    };
+    for (Operator::Ask(look); strFolder != strTarget; Operator::Ask(look)) {
+        const std::wstring strBefore = strFolder;
+        const std::wstring strInside = JoinPath(strFolder, L"");
+        if (strTarget.starts_with(strInside)) {
+            std::wstring strNext = strTarget.substr(strInside.size());
+            Operator::Select(*pRows, strNext.substr(0, strNext.find(L'/')));
+        } else {
+            Operator::Tap(dialog, CFingerFileDialog::ID_FOLDER_UP);
+        }
+        Operator::WaitFor("a folder on the way to " + ToUtf8(strTarget), [&] {
+            look();
+            return strFolder != strBefore;
+        });
+    }
+}
+
 }  // namespace
 
 namespace Operator {
@@ -286,16 +312,14 @@ void PressKey(Key key) {
 }
 
 void AnswerFileDialog(const std::wstring& strPath) {
-    const auto isOpen = [] {
-        return qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    };
-    WaitFor("a file dialog", isOpen);
-    Type(strPath);
-    // The list of proposals may come up just then and take the first Enter for itself.
-    for (int nTries = 3; nTries > 0; --nTries) {
-        PressKey(Key::Enter);
-        if (WaitUntil([&] { return !isOpen(); }, 1000)) return;
-    }
+    const CFingerFileDialog* pDialog = nullptr;
+    WaitFor("a file dialog", [&pDialog] {
+        pDialog = dynamic_cast<const CFingerFileDialog*>(ModalWindow());
+        return pDialog != nullptr;
+    });
+    GoToFolder(*pDialog, GetFolderOfPath(strPath));
+    Type(GetNameOfPath(strPath));
+    PressKey(Key::Enter);
 }
 
 void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {

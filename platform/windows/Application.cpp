@@ -74,7 +74,6 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     const bool bDisplay =
         !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if (!bDisplay && !std::getenv("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_pState = std::make_unique<State>(argc, argv);
     // The window system takes over the user's locale, and with it a comma in what is printed and
     // read by the standard library.

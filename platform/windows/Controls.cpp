@@ -1,9 +1,13 @@
 #include "platform/windows/Controls.h"
 
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QScroller>
 #include <algorithm>
 #include <cwctype>
 
-#include "platform/drawing/Graphics.h"
+#include "platform/drawing/qt/Surface.h"
 #include "platform/windows/qt/Widgets.h"
 
 namespace {
@@ -37,6 +41,20 @@ int FindSortedPlace(int nCount, const std::wstring& strText, TextAt textAt) {
     int nPlace = 0;
     while (nPlace < nCount && !ComesBefore(strText, textAt(nPlace))) ++nPlace;
     return nPlace;
+}
+
+/// A finger, or the mouse in its place, moves what it drags. A tap reaches the row when the finger
+/// is lifted; it never selects on the way.
+void ScrollByFinger(QWidget& viewport) {
+    QScroller::grabGesture(&viewport, QScroller::LeftMouseButtonGesture);
+    QScroller* const pScroller = QScroller::scroller(&viewport);
+    QScrollerProperties properties = pScroller->scrollerProperties();
+    properties.setScrollMetric(QScrollerProperties::MousePressEventDelay, 1.0);
+    properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
+                               QScrollerProperties::OvershootAlwaysOff);
+    properties.setScrollMetric(QScrollerProperties::HorizontalOvershootPolicy,
+                               QScrollerProperties::OvershootAlwaysOff);
+    pScroller->setScrollerProperties(properties);
 }
 
 }  // namespace
@@ -99,6 +117,7 @@ int CListBox::AddString(const std::wstring& strText) {
             : pWidget->count();
     const QSignalBlocker quiet(pWidget);
     pWidget->insertItem(nPlace, QString::fromStdWString(strText));
+    if (pWidget->m_nRowHeight) pWidget->item(nPlace)->setSizeHint({0, pWidget->m_nRowHeight});
     return nPlace;
 }
 
@@ -156,6 +175,28 @@ void CListBox::SetTopIndex(int nRow) {
     auto* pWidget = WidgetOf<ListWidget>(*this);
     if (auto* pItem = pWidget ? pWidget->item(nRow) : nullptr)
         pWidget->scrollToItem(pItem, QAbstractItemView::PositionAtTop);
+}
+
+void CListBox::SetFingerRows(int nHeight) {
+    auto* pWidget = WidgetOf<ListWidget>(*this);
+    if (!pWidget) return;
+    pWidget->m_nRowHeight = nHeight;
+    pWidget->setIconSize({nHeight * 2 / 3, nHeight * 2 / 3});
+    pWidget->setTextElideMode(Qt::ElideMiddle);
+    pWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    ScrollByFinger(*pWidget->viewport());
+}
+
+void CListBox::SetItemPicture(int nRow, const CBitmap& picture) {
+    auto* pWidget = WidgetOf<ListWidget>(*this);
+    auto* pItem = pWidget ? pWidget->item(nRow) : nullptr;
+    if (!pItem || !picture) return;
+    QPixmap pixels(pWidget->iconSize());
+    pixels.fill(Qt::transparent);
+    QPainter painter(&pixels);
+    DrawBitmap(painter, picture, pixels.rect());
+    painter.end();
+    pItem->setIcon(QIcon(pixels));
 }
 
 int CComboBox::AddString(const std::wstring& strText) {

@@ -23,6 +23,8 @@ constexpr UINT PICTURE_ERASE_BACKWARDS = 6001;
 constexpr UINT PICTURE_SHIFT = 6002;
 constexpr UINT PICTURE_SHIFT_LOCKED = 6003;
 constexpr UINT PICTURE_ERASE_ALL = 6004;
+constexpr UINT PICTURE_FOLDER = 6005;
+constexpr UINT PICTURE_FOLDER_UP = 6006;
 
 /// The resource library, loaded as long as this object lives. Make one for the moment in which the
 /// buttons of a dialog get their pictures.

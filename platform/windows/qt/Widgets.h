@@ -133,6 +133,7 @@ class ListWidget : public MessageWidget<QListWidget> {
     ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
     bool m_bSorted = false;
+    int m_nRowHeight = 0;  ///< in pixels; 0: as high as the text
 };
 
 /// Makes the child widget for one line of a dialog template.
