@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QListWidget>
 #include <QMimeData>
@@ -228,6 +229,41 @@ void GoToFolder(const CFingerFileDialog& dialog, const std::wstring& strTarget) 
     }
 }
 
+const char* KindOf(QAccessible::Role role) {
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+        return "button";
+    case QAccessible::EditableText:
+        return "edit";
+    case QAccessible::List:
+    case QAccessible::ComboBox:
+        return "list";
+    case QAccessible::ListItem:
+        return "row";
+    case QAccessible::Graphic:
+        return "picture";
+    case QAccessible::StaticText:
+        return "text";
+    default:
+        return "other";
+    }
+}
+
+void CollectAccessible(QAccessibleInterface& parent,
+                       std::vector<Operator::AccessibleControl>& controls) {
+    for (int n = 0; n < parent.childCount(); ++n) {
+        QAccessibleInterface* pChild = parent.child(n);
+        if (!pChild || pChild->state().invisible) continue;
+        const std::wstring strName = pChild->text(QAccessible::Name).toStdWString();
+        const QAccessible::Role role = pChild->role();
+        const bool bHolder = role == QAccessible::Client || role == QAccessible::Window;
+        if (!bHolder && !(role == QAccessible::StaticText && strName.empty()))
+            controls.push_back({KindOf(role), strName});
+        CollectAccessible(*pChild, controls);
+    }
+}
+
 }  // namespace
 
 namespace Operator {
@@ -386,6 +422,17 @@ bool PressModalButton(const std::wstring& strText) {
 }
 
 void EndIdleThreads() { QThreadPool::globalInstance()->waitForDone(); }
+
+std::vector<AccessibleControl> ListAccessible(const CWnd& wnd) {
+    std::vector<AccessibleControl> controls;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (!pNative) return;
+        if (auto* pWindow = QAccessible::queryAccessibleInterface(&pNative->m_widget))
+            CollectAccessible(*pWindow, controls);
+    });
+    return controls;
+}
 
 std::vector<std::string> ListWidgets() {
     std::vector<std::string> kinds;

@@ -82,6 +82,15 @@ PLATFORM_API CWnd* ModalWindow();
 /// Presses the button with a text in the front standard box or file dialog.
 PLATFORM_API bool PressModalButton(const std::wstring& strText);
 
+/// A control as assistive technology is told of it.
+struct AccessibleControl {
+    std::string m_strKind;  ///< "button", "edit", "list", "row", "picture", "text", "other"
+    std::wstring m_strName;
+};
+
+/// What is shown in a window, without what only holds others and without texts that are empty.
+PLATFORM_API std::vector<AccessibleControl> ListAccessible(const CWnd& wnd);
+
 /// What windows and controls there are in the process, seen or not: the kind of each, sorted.
 PLATFORM_API std::vector<std::string> ListWidgets();
 

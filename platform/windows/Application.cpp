@@ -85,6 +85,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv) {
     font.CreatePointFont(80, L"MS Shell Dlg");
     QApplication::setFont(ToQFont(font));
     QApplication::setCursorFlashTime(0);
+    QAccessible::installFactory(DescribeStatic);
     OpenUiQueue();
     KeepMemoryForErrors();
 }

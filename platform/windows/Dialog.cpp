@@ -76,6 +76,12 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
     return true;
 }
 
+void CDialog::NameControls() {
+    for (const DialogItem& item : m_template.m_items)
+        if (CWnd* pControl = item.m_name ? GetControl(item.m_nID) : nullptr)
+            pControl->SetAccessibleName(GetText(item.m_name));
+}
+
 int CDialog::DoModal() {
     /// Whatever happens, the window goes and nothing refers to the loop any more.
     struct Ending {
@@ -101,6 +107,7 @@ int CDialog::DoModal() {
     bool bDefaultFocus = false;
     try {
         bDefaultFocus = OnInitDialog();
+        NameControls();
     } catch (...) {
         ReportCurrentException();
         EndDialog(-1);
@@ -120,6 +127,7 @@ int CDialog::DoModal() {
 bool CDialog::Create(CWnd* pParent) {
     if (!CreateFromTemplate(pParent)) return false;
     OnInitDialog();
+    NameControls();
     return true;
 }
 

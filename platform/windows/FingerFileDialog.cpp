@@ -20,15 +20,15 @@ using enum CFingerFileDialog::Control;
 using enum ControlKind;
 
 constexpr DialogItem ITEMS[] = {
-    {ID_FOLDER_UP, StyledButton, L"", 6, 5, 48, 29},
+    {ID_FOLDER_UP, StyledButton, L"", 6, 5, 48, 29, CS_NONE, {3167, L"Folder above"}},
     {ID_FOLDER, Static, L"", 60, 7, 414, 27},
-    {ID_ROWS, ListBox, L"", 6, 38, 414, 164},
-    {ID_PAGE_UP, StyledButton, L"", 426, 38, 48, 79},
-    {ID_PAGE_DOWN, StyledButton, L"", 426, 123, 48, 79},
+    {ID_ROWS, ListBox, L"", 6, 38, 414, 164, CS_NONE, {3197, L"Files"}},
+    {ID_PAGE_UP, StyledButton, L"", 426, 38, 48, 79, CS_NONE, {3168, L"Page up"}},
+    {ID_PAGE_DOWN, StyledButton, L"", 426, 123, 48, 79, CS_NONE, {3169, L"Page down"}},
     {ID_NAME_LABEL, Static, L"", 8, 216, 52, 16},
-    {ID_NAME, Edit, L"", 60, 208, 274, 30, CS_BORDER},
-    {IDOK, StyledButton, L"OK", 340, 208, 64, 30},
-    {IDCANCEL, StyledButton, L"Cancel", 410, 208, 64, 30},
+    {ID_NAME, Edit, L"", 60, 208, 274, 30, CS_BORDER, {3160, L"File name"}},
+    {IDOK, StyledButton, L"OK", 340, 208, 64, 30, CS_NONE, NAME_OK},
+    {IDCANCEL, StyledButton, L"Cancel", 410, 208, 64, 30, CS_NONE, NAME_CANCEL},
 };
 
 constexpr DialogTemplate TEMPLATE{708, L"", 480, 244, L"MS Shell Dlg", 8, ITEMS};

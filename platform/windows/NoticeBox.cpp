@@ -13,9 +13,9 @@ using enum CNoticeBox::Control;
 constexpr DialogItem ITEMS[] = {
     {ID_SUMMARY, ControlKind::Static, L"", 9, 9, 332, 30},
     {ID_DETAILS, ControlKind::Static, L"", 9, 42, 332, 88},
-    {IDOK, ControlKind::StyledButton, L"OK", 75, 135, 50, 42, CS_HIDDEN},
-    {IDCANCEL, ControlKind::StyledButton, L"Cancel", 225, 135, 50, 42, CS_HIDDEN},
-    {ID_OK_CENTRE, ControlKind::StyledButton, L"OK", 150, 135, 50, 42, CS_HIDDEN},
+    {IDOK, ControlKind::StyledButton, L"OK", 75, 135, 50, 42, CS_HIDDEN, NAME_OK},
+    {IDCANCEL, ControlKind::StyledButton, L"Cancel", 225, 135, 50, 42, CS_HIDDEN, NAME_CANCEL},
+    {ID_OK_CENTRE, ControlKind::StyledButton, L"OK", 150, 135, 50, 42, CS_HIDDEN, NAME_OK},
 };
 
 constexpr DialogTemplate TEMPLATE{707, L"", 350, 184, L"MS Shell Dlg", 8, ITEMS};

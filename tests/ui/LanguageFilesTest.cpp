@@ -1,6 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
+#include "platform/system/Text.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/Language.h"
 #include "ui/LanguageTable.h"
@@ -21,7 +29,52 @@ constexpr int STRINGS[] = {0,    1,    101,  120,  121,  122,  144,  145,  154, 
                            1094, 1507, 1508, 1509, 1510, 1511, 1512, 1514, 1515, 1516, 1518,
                            1519, 1520, 1521, 1522, 1523, 1524, 1532, 1533, 1534, 2004};
 
+/// The panel's own texts as the sources state them, a number beside its English words.
+std::map<int, std::set<std::wstring>> FindTextsInSources() {
+    std::map<int, std::set<std::wstring>> texts;
+    const std::wregex pattern(L"\\b(3[12][0-9]{2}),\\s*((?:L\"(?:[^\"\\\\]|\\\\.)*\"\\s*)+)");
+    const std::wregex seam(L"\"\\s*L\"|^L\"|\"\\s*$");
+    for (const char* pFolder :
+         {"platform", "curves", "plot", "acquisition", "ui", "plugin", "siblings", "host"})
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(RT_SOURCES "/" + std::string(pFolder))) {
+            if (!entry.is_regular_file()) continue;
+            CFile file(FromUtf8(entry.path().native()), CFile::modeRead);
+            std::string strBytes(file.GetLength(), ' ');
+            file.Read(strBytes.data(), strBytes.size());
+            const std::wstring strSource = FromUtf8(strBytes);
+            for (std::wsregex_iterator found(strSource.begin(), strSource.end(), pattern), end;
+                 found != end; ++found)
+                texts[std::stoi((*found)[1].str())].insert(
+                    std::regex_replace((*found)[2].str(), seam, L""));
+        }
+    return texts;
+}
+
 }  // namespace
+
+TEST(LanguageFiles, HaveWhatTheSourcesAskForAndNothingElse) {
+    const auto texts = FindTextsInSources();
+    EXPECT_GT(texts.size(), 60u);
+    const CLanguageTable english = Load(L"English");
+    const CLanguageTable german = Load(L"German");
+    std::size_t nOwn = 0;
+    for (int nString = 3100; nString < 3300; ++nString) {
+        SCOPED_TRACE(nString);
+        const auto found = texts.find(nString);
+        ASSERT_EQ(english.Find(nString) != nullptr, found != texts.end());
+        ASSERT_EQ(german.Find(nString) != nullptr, found != texts.end());
+        if (found == texts.end()) continue;
+        ++nOwn;
+        EXPECT_EQ(found->second, std::set{*english.Find(nString)});
+        // What is put into one is put into the other.
+        for (const wchar_t* pArgument : {L"%1", L"%2", L"%3"})
+            EXPECT_EQ(english.Find(nString)->find(pArgument) == std::wstring::npos,
+                      german.Find(nString)->find(pArgument) == std::wstring::npos);
+    }
+    for (const CLanguageTable* pTable : {&english, &german})
+        EXPECT_EQ(pTable->GetCount(), std::size(STRINGS) + nOwn) << "no number besides";
+}
 
 TEST(LanguageFiles, TheShippedOnesAreComplete) {
     for (const wchar_t* pLanguage : {L"English", L"German"}) {
