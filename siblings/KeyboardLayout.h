@@ -18,6 +18,7 @@ class CKeyboardLayout {
     /// @param nKey from 0 up to, but not including, CHARACTER_KEYS
     wchar_t GetCharacter(int nKey) const;
 
+    KeyboardLanguage GetLanguage() const { return m_language; }
     Shift GetShift() const { return m_shift; }
     bool IsSigns() const { return m_bSigns; }
 

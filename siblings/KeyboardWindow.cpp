@@ -123,5 +123,9 @@ void CKeyboardWindow::ShowFaces() {
     for (const auto& [nID, bOn] : {std::pair{ID_SHIFT, shift != CKeyboardLayout::Shift::Off},
                                    std::pair{ID_SIGNS, m_layout.IsSigns()}})
         if (auto* pKey = dynamic_cast<CButton*>(GetControl(nID))) pKey->SetCheck(bOn);
-    SetControlText(ID_SIGNS, m_layout.IsSigns() ? L"abc" : L"#\u00E4\u00E9");
+    // What a German keyboard has among its letters is no sign there.
+    const bool bGerman = m_layout.GetLanguage() == KeyboardLanguage::German;
+    SetControlText(ID_SIGNS, m_layout.IsSigns() ? L"abc"
+                             : bGerman          ? L"#.\u00E9"
+                                                : L"#\u00E4\u00E9");
 }

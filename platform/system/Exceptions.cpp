@@ -52,7 +52,7 @@ std::wstring CFileException::GetSummary() const {
 }
 
 std::wstring CFileException::GetErrorMessage() const {
-    const std::wstring strMessage = m_strFileName + L"\n" + m_strDetail;
+    std::wstring strMessage = m_strFileName + L"\n" + m_strDetail;
     if (m_lOsError == 0) return strMessage;
     return strMessage + (m_strDetail.empty() ? L"" : L" ") + DescribeSystemError(m_lOsError);
 }

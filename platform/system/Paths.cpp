@@ -3,6 +3,7 @@
 #include <QChar>
 #include <QStandardPaths>
 #include <algorithm>
+#include <compare>
 #include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
@@ -39,7 +40,7 @@ void SortInAnyCase(std::vector<std::wstring>& names) {
         const auto order = std::lexicographical_compare_three_way(
             a.begin(), a.end(), b.begin(), b.end(),
             [](wchar_t x, wchar_t y) { return FoldCase(x) <=> FoldCase(y); });
-        return order == 0 ? a < b : order < 0;
+        return std::is_eq(order) ? a < b : std::is_lt(order);
     });
 }
 

@@ -183,7 +183,7 @@ void CFingerFileDialog::MovePages(int nPages) {
 
 /// The file in the folder that a name stands for; it need not exist.
 std::wstring CFingerFileDialog::FindEnteredFile(const std::wstring& strName) const {
-    const std::wstring strPath = FindFileOfAnyCase(JoinPath(m_strFolder, strName));
+    std::wstring strPath = FindFileOfAnyCase(JoinPath(m_strFolder, strName));
     const std::wstring& strExtension = m_bOpen ? m_strExtension : m_strDefaultExtension;
     if (EndsIn(strName, strExtension) || (m_bOpen && FileExists(strPath))) return strPath;
     return FindFileOfAnyCase(JoinPath(m_strFolder, strName + strExtension));

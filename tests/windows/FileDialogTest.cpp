@@ -86,7 +86,7 @@ struct FingerDialog : ::testing::Test {
         Operator::Type(pName);
         PressKey(Key::Enter);
         if (!Operator::ModalWindow() || IsOpen()) return {};
-        const std::wstring strText = Operator::ModalText();
+        std::wstring strText = Operator::ModalText();
         EXPECT_TRUE(Operator::Tap(*Operator::ModalWindow(), nAnswer));
         return strText;
     }
