@@ -3,11 +3,11 @@
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
-#include <QScroller>
 #include <algorithm>
 #include <cwctype>
 
 #include "platform/drawing/qt/Surface.h"
+#include "platform/windows/qt/FingerScroll.h"
 #include "platform/windows/qt/Widgets.h"
 
 namespace {
@@ -41,20 +41,6 @@ int FindSortedPlace(int nCount, const std::wstring& strText, TextAt textAt) {
     int nPlace = 0;
     while (nPlace < nCount && !ComesBefore(strText, textAt(nPlace))) ++nPlace;
     return nPlace;
-}
-
-/// A finger, or the mouse in its place, moves what it drags. A tap reaches the row when the finger
-/// is lifted; it never selects on the way.
-void ScrollByFinger(QWidget& viewport) {
-    QScroller::grabGesture(&viewport, QScroller::LeftMouseButtonGesture);
-    QScroller* const pScroller = QScroller::scroller(&viewport);
-    QScrollerProperties properties = pScroller->scrollerProperties();
-    properties.setScrollMetric(QScrollerProperties::MousePressEventDelay, 1.0);
-    properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy,
-                               QScrollerProperties::OvershootAlwaysOff);
-    properties.setScrollMetric(QScrollerProperties::HorizontalOvershootPolicy,
-                               QScrollerProperties::OvershootAlwaysOff);
-    pScroller->setScrollerProperties(properties);
 }
 
 }  // namespace
@@ -184,7 +170,7 @@ void CListBox::SetFingerRows(int nHeight) {
     pWidget->setIconSize({nHeight * 2 / 3, nHeight * 2 / 3});
     pWidget->setTextElideMode(Qt::ElideMiddle);
     pWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    ScrollByFinger(*pWidget->viewport());
+    new FingerScroll(*pWidget);  // the list's own
 }
 
 void CListBox::SetItemPicture(int nRow, const CBitmap& picture) {

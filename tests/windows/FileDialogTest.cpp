@@ -125,6 +125,11 @@ TEST_F(FingerDialog, ShowsWhatAFolderHoldsAndGoesToOthers) {
         EXPECT_EQ(Listed(), L"bear.csv|");
         EXPECT_TRUE(Operator::Tap(Front(), ID_FOLDER_UP));
         EXPECT_EQ(Listed(), L"ape.csv|Zoo|A.CSV|b.csv|");
+        for (int n = 0; n < 2; ++n) {  // a row can be picked again
+            Operator::Select(Rows(), L"b.csv");
+            EXPECT_EQ(TextOf(Front(), ID_NAME), L"b.csv");
+            Operator::Type(L"x");
+        }
 
         // One that has gone is told, and the other one stays.
         std::filesystem::remove(m_folder.GetPath() / "store/ape.csv");
