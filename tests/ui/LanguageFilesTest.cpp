@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 
 #include "platform/system/File.h"
@@ -29,11 +28,22 @@ constexpr int STRINGS[] = {0,    1,    101,  120,  121,  122,  144,  145,  154, 
                            1094, 1507, 1508, 1509, 1510, 1511, 1512, 1514, 1515, 1516, 1518,
                            1519, 1520, 1521, 1522, 1523, 1524, 1532, 1533, 1534, 2004};
 
+/// The words of string literals, as `L"of" L" these"`, that a text begins with.
+std::wstring ReadLiterals(std::wstring_view strText) {
+    std::wstring strWords;
+    while (strText.starts_with(L"L\"")) {
+        strText.remove_prefix(2);
+        const std::size_t nEnd = strText.find(L'"');
+        strWords += strText.substr(0, nEnd);
+        strText.remove_prefix(std::min(nEnd + 1, strText.size()));
+        strText.remove_prefix(std::min(strText.find_first_not_of(L" \n"), strText.size()));
+    }
+    return strWords;
+}
+
 /// The panel's own texts as the sources state them, a number beside its English words.
 std::map<int, std::set<std::wstring>> FindTextsInSources() {
     std::map<int, std::set<std::wstring>> texts;
-    const std::wregex pattern(L"\\b(3[12][0-9]{2}),\\s*((?:L\"(?:[^\"\\\\]|\\\\.)*\"\\s*)+)");
-    const std::wregex seam(L"\"\\s*L\"|^L\"|\"\\s*$");
     for (const char* pFolder :
          {"platform", "curves", "plot", "acquisition", "ui", "plugin", "siblings", "host"})
         for (const auto& entry :
@@ -43,10 +53,16 @@ std::map<int, std::set<std::wstring>> FindTextsInSources() {
             std::string strBytes(file.GetLength(), ' ');
             file.Read(strBytes.data(), strBytes.size());
             const std::wstring strSource = FromUtf8(strBytes);
-            for (std::wsregex_iterator found(strSource.begin(), strSource.end(), pattern), end;
-                 found != end; ++found)
-                texts[std::stoi((*found)[1].str())].insert(
-                    std::regex_replace((*found)[2].str(), seam, L""));
+            for (std::size_t n = 4; (n = strSource.find(L',', n)) != std::wstring::npos; ++n) {
+                const std::wstring strNumber = strSource.substr(n - 4, 4);
+                const std::size_t nWords = strSource.find_first_not_of(L" \n", n + 1);
+                if (strNumber < L"3100" || strNumber > L"3299" || nWords == std::wstring::npos ||
+                    strNumber.find_first_not_of(L"0123456789") != std::wstring::npos)
+                    continue;
+                const std::wstring strWords = ReadLiterals(
+                    {strSource.begin() + static_cast<std::ptrdiff_t>(nWords), strSource.end()});
+                if (!strWords.empty()) texts[std::stoi(strNumber)].insert(strWords);
+            }
         }
     return texts;
 }
