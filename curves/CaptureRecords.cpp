@@ -1,6 +1,7 @@
 #include "curves/CaptureRecords.h"
 
 #include "platform/system/Archive.h"
+#include "platform/system/NumberedText.h"
 
 namespace {
 
@@ -45,8 +46,8 @@ void ReadPlotRecord(CArchive& ar, RTPlotRecord& record) {
     record.m_nPlots = 0;
     const std::uint8_t nPlots = ReadByte(ar);
     if (nPlots > record.m_anSpans.size())
-        ar.RefuseContents(L"The file lists " + std::to_wstring(nPlots) +
-                          L" plots; a capture has at most 3.");
+        ar.RefuseContents(GetText({3146, L"The file lists %1 plots; a capture has at most 3."},
+                                  {std::to_wstring(nPlots)}));
     while (record.m_nPlots < nPlots) {
         ar >> record.m_anSpans[record.m_nPlots];
         ++record.m_nPlots;

@@ -3,6 +3,7 @@
 #include "platform/system/Exceptions.h"
 #include "platform/system/FileEvents.h"
 #include "platform/system/Interrupt.h"
+#include "platform/system/NumberedText.h"
 #include "platform/system/TextFile.h"
 
 void WriteCsv(CTextFile& file, const std::function<void()>& writeRows) {
@@ -11,7 +12,8 @@ void WriteCsv(CTextFile& file, const std::function<void()>& writeRows) {
         writeRows();
         file.Close();
     } catch (CFileException& error) {
-        if (bKept) error.m_strDetail = L"The lines written before the failure are kept.";
+        if (bKept)
+            error.m_strDetail = GetText({3149, L"The lines written before the failure are kept."});
         throw;
     }
 }

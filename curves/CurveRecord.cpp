@@ -6,6 +6,7 @@
 #include "curves/RTCurves.h"
 #include "platform/system/Archive.h"
 #include "platform/system/MemoryReserve.h"
+#include "platform/system/NumberedText.h"
 
 namespace {
 
@@ -15,13 +16,13 @@ constexpr BYTE FIRST_WITH_MARKERS = 11;
 constexpr BYTE FIRST_WITH_MARKERS_AS_STORED = 13;
 constexpr BYTE FIRST_WITH_EXTREMES = 14;
 
-/// @param pWhat what the nCount things of nLength bytes are, for the operator
+/// @param sentence says of a count, and of how many bytes follow, that they disagree
 /// @throws CArchiveException when so many bytes cannot follow
 void EnsureFits(const CArchive& ar, std::uint64_t nLength, std::uint32_t nCount,
-                const wchar_t* pWhat) {
+                const NumberedText& sentence) {
     if (!ar.CanFollow(nLength))
-        ar.ReportEarlyEnd(L"A curve is said to have " + std::to_wstring(nCount) + pWhat +
-                          L", but only " + std::to_wstring(ar.GetBytesLeft()) + L" bytes follow.");
+        ar.ReportEarlyEnd(
+            GetText(sentence, {std::to_wstring(nCount), std::to_wstring(ar.GetBytesLeft())}));
 }
 
 /// Until version 12 a pair of markers that was not set could be stored as two zeros.
@@ -43,8 +44,8 @@ void ReadCurveLists(CArchive& ar, std::uint8_t& byVersion,
         ar >> nChannels;
     }
     if (nChannels > CRTCurves::CHANNEL_COUNT)
-        ar.RefuseContents(L"The file lists " + std::to_wstring(nChannels) +
-                          L" channels; a capture has at most 3.");
+        ar.RefuseContents(GetText({3145, L"The file lists %1 channels; a capture has at most 3."},
+                                  {std::to_wstring(nChannels)}));
     std::uint64_t nLongestList = 0;
     for (std::size_t nChannel = 0; nChannel < nChannels; ++nChannel) {
         std::int32_t nCurves = 0;
@@ -63,7 +64,8 @@ RTCurveHead ReadCurveBegin(CArchive& ar) {
     RTCurveHead head;
     ar >> head.m_wReserved >> head.m_nCount >> head.m_nCapacity;
     if (head.m_nCount > RTCurveData::MAX_VALUES) throw CMemoryException();
-    EnsureFits(ar, sizeof(std::int16_t) * std::uint64_t{head.m_nCount}, head.m_nCount, L" values");
+    EnsureFits(ar, sizeof(std::int16_t) * std::uint64_t{head.m_nCount}, head.m_nCount,
+               {3147, L"A curve is said to have %1 values, but only %2 bytes follow."});
     return head;
 }
 
@@ -71,7 +73,8 @@ std::uint32_t ReadPulseCount(CArchive& ar) {
     std::int32_t nStored = 0;
     ar >> nStored;
     const auto nCount = static_cast<std::uint32_t>(std::max(nStored, 0));
-    EnsureFits(ar, PULSE_LENGTH * nCount, nCount, L" pulse records");
+    EnsureFits(ar, PULSE_LENGTH * nCount, nCount,
+               {3148, L"A curve is said to have %1 pulse records, but only %2 bytes follow."});
     return nCount;
 }
 

@@ -12,11 +12,6 @@ std::wstring GetStoreFolder();
 /// created in it.
 void CreateStoreFolder();
 
-/// Whether a name typed by the operator names a file in the store folder itself: not empty, not
-/// only dots, no folder separator of either kind, no control character. What else the file system
-/// does not take shows when the file is created.
-bool IsStoreName(std::wstring_view strName);
-
 /// Where a capture of a name is saved: name.rt3 in the store folder, or the file there whose name
 /// differs from it only in case.
 /// @throws CFileException when what has that name is no regular file

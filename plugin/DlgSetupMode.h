@@ -3,10 +3,12 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "acquisition/Capture.h"
 #include "acquisition/PacketReader.h"
 #include "acquisition/ReaderScreen.h"
+#include "platform/system/NumberedText.h"
 #include "plot/DialogDraw.h"
 #include "plugin/DlgBase.h"
 #include "plugin/RealTimeData.h"
@@ -107,7 +109,8 @@ class CDlgSetupMode : public CDlgBase, public CRealTimeData, private IReaderScre
     CFont m_fontSmall;
     int m_nPlotLeft = 0;  ///< pixels from the window's left edge to the plots' left edge
     std::array<std::uint8_t, RT_MAX_CHANNELS> m_abyDisplay{};
-    CLanguageTable m_langTable;  ///< lent to the bars and dialogs
+    CLanguageTable m_langTable;               ///< lent to the bars and dialogs
+    std::optional<CTextSource> m_layerTexts;  ///< lends the table to the layer below
     std::unique_ptr<CDlgBarMainMenu> m_pMainMenuBar;
     std::unique_ptr<CDlgBarInfo> m_pInfoBar;
     CEditClick m_editSampleTime;

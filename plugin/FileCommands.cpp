@@ -9,13 +9,13 @@
 #include "platform/system/Paths.h"
 #include "platform/windows/Controls.h"
 #include "platform/windows/FileDialog.h"
+#include "platform/windows/KeyboardCalls.h"
 #include "plugin/DlgSetupMode.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/BigMessageBox.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 #include "ui/DlgListFiles.h"
-#include "ui/KeyboardCalls.h"
 #include "ui/ProgressBox.h"
 
 namespace {
@@ -83,6 +83,7 @@ void CDlgSetupMode::LoadCapture(CArchive& ar) {
 void CDlgSetupMode::OnSave() {
     if (m_bDesktopMode) {
         CFileDialog dialog(false, CAPTURE_EXTENSION, CAPTURE_FILTER);
+        dialog.SetFolder(GetStoreFolder());
         if (dialog.DoModal() == IDOK) SaveTo(dialog.GetPathName());
         return;
     }
@@ -90,9 +91,10 @@ void CDlgSetupMode::OnSave() {
     if (!CallKeyboard(GetLangText(154, L"Error: Blank value not supported."),
                       GetLangText(1522, L"Real Time file name"), &strName))
         return;
-    if (!IsStoreName(strName)) {
+    if (!IsPlainFileName(strName)) {
         ShowBigMessageBox(GetLangText(1094, L"Data Error"),
-                          strName + L"\ncannot be used as a file name.", BIGBTN_OK_CENTRE);
+                          strName + L"\n" + GetLangText(3166, L"cannot be used as a file name."),
+                          BIGBTN_OK_CENTRE);
         return;
     }
     CreateStoreFolder();
@@ -107,6 +109,7 @@ void CDlgSetupMode::SaveTo(const std::wstring& strPath) {
 void CDlgSetupMode::OnLoad() {
     if (m_bDesktopMode) {
         CFileDialog dialog(true, L"", CAPTURE_FILTER);
+        dialog.SetFolder(GetStoreFolder());
         if (dialog.DoModal() == IDOK) LoadFrom(dialog.GetPathName(), dialog.GetFileName());
         return;
     }
@@ -142,6 +145,7 @@ LRESULT CDlgSetupMode::OnExportCsv(WPARAM, LPARAM) {
     const std::shared_ptr<RTCurveData> spCurve = m_capture.CopyCurves()->FirstCurve(CurrentIndex());
     if (!spCurve) return -1;
     CFileDialog dialog(false, L".csv", L"Text File (*.csv)|*.csv||");
+    dialog.SetFolder(GetStoreFolder());
     if (dialog.DoModal() != IDOK) return 0;
     CProgressBox progress(GetLangText(1533, L"Export to csv..."));
     ExportCurveCsv(dialog.GetPathName(), *spCurve, {}, &progress);

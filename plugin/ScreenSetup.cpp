@@ -88,6 +88,7 @@ void CDlgSetupMode::MakeFonts() {
 void CDlgSetupMode::LoadLanguageTable() {
     m_pLangTable = &m_langTable;
     LoadLanguage(FindLanguage(), m_pLangTable);
+    m_layerTexts.emplace([this](std::int32_t nString) { return m_langTable.Find(nString); });
 }
 
 void CDlgSetupMode::PrepareTouchEntry() {
@@ -109,9 +110,12 @@ void CDlgSetupMode::FillChannelList() {
     if (!pList) return;
     static constexpr const wchar_t* BUILT_IN[] = {L"Channel 1", L"Channel 2", L"Channel 3"};
     const int nChannels = std::min<int>(m_nChannels, std::size(BUILT_IN));
-    for (int k = 0; k < nChannels; ++k)
-        pList->SetItemData(pList->AddString(GetLangText(120 + k, BUILT_IN[k])),
-                           static_cast<DWORD>(k));
+    for (int k = 0; k < nChannels; ++k) {
+        const std::wstring strChannel = GetLangText(120 + k, BUILT_IN[k]);
+        pList->SetItemData(pList->AddString(strChannel), static_cast<DWORD>(k));
+        m_aPlotCtrl[static_cast<std::size_t>(k)].SetAccessibleName(
+            GetText({3189, L"Plot of %1"}, {strChannel}));
+    }
     pList->SetCurSel(0);
 }
 

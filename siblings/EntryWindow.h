@@ -21,6 +21,10 @@ class CEntryWindow : public CDialog {
     static constexpr int KEY_FIRST = 1100;
     static constexpr int KEY_END = 1200;
 
+    static constexpr NumberedText NAME_ENTRY{3171, L"Entry"};
+    static constexpr NumberedText NAME_BACKSPACE{3172, L"Delete the last character"};
+    static constexpr NumberedText NAME_CLEAR{3173, L"Clear the entry"};
+
   protected:
     CEntryWindow(const DialogTemplate& dialogTemplate, std::wstring strTitle)
         : CDialog(dialogTemplate), m_strTitle(std::move(strTitle)) {}

@@ -2,6 +2,8 @@
 // window is involved.
 #pragma once
 
+enum class KeyboardLanguage { English, German };
+
 /// The character keys, row by row from the top left. The space key is not one of them.
 constexpr int KEY_COUNTS[] = {10, 10, 11, 9, 2};
 constexpr int CHARACTER_KEYS = 42;
@@ -11,9 +13,12 @@ class CKeyboardLayout {
     /// Off, for the next letter only, or until it is pressed again.
     enum class Shift { Off, Once, Locked };
 
+    explicit CKeyboardLayout(KeyboardLanguage language) : m_language(language) {}
+
     /// @param nKey from 0 up to, but not including, CHARACTER_KEYS
     wchar_t GetCharacter(int nKey) const;
 
+    KeyboardLanguage GetLanguage() const { return m_language; }
     Shift GetShift() const { return m_shift; }
     bool IsSigns() const { return m_bSigns; }
 
@@ -25,6 +30,7 @@ class CKeyboardLayout {
     void UseShift();
 
   private:
+    KeyboardLanguage m_language;
     Shift m_shift = Shift::Off;
     bool m_bSigns = false;
 };

@@ -10,21 +10,22 @@ using enum ControlKind;
 
 /// Keys stand in columns of 46 and rows of 38 dialog units; a key may take several columns.
 constexpr DialogItem Key(int nID, ControlKind kind, const wchar_t* pText, int nColumn, int nRow,
-                         int nColumns = 1) {
-    return {nID, kind, pText, 9 + 46 * nColumn, 68 + 38 * nRow, 46 * nColumns - 4, 34};
+                         int nColumns = 1, NumberedText name = NO_TEXT) {
+    return {nID, kind,    pText, 9 + 46 * nColumn, 68 + 38 * nRow, 46 * nColumns - 4,
+            34,  CS_NONE, name};
 }
 
 constexpr DialogItem OTHER_ITEMS[] = {
     {CEntryWindow::ID_TITLE, Static, L"", 9, 6, 502, 16},
-    {CEntryWindow::ID_ENTRY, Edit, L"", 9, 23, 502, 28},
+    {CEntryWindow::ID_ENTRY, Edit, L"", 9, 23, 502, 28, CS_NONE, CEntryWindow::NAME_ENTRY},
     {CEntryWindow::ID_HINT, Static, L"", 9, 53, 502, 14, CS_CENTER},
-    Key(CEntryWindow::ID_BACKSPACE, StyledButton, L"", 10, 0),
-    Key(CEntryWindow::ID_CLEAR, StyledButton, L"", 10, 1),
-    Key(CKeyboardWindow::ID_SHIFT, StyledButton, L"", 0, 3),
-    Key(CKeyboardWindow::ID_SIGNS, PushButton, L"", 10, 3),
-    Key(IDCANCEL, StyledButton, L"", 0, 4, 2),
-    Key(CKeyboardWindow::ID_SPACE, PushButton, L"", 3, 4, 5),
-    Key(IDOK, StyledButton, L"", 9, 4, 2),
+    Key(CEntryWindow::ID_BACKSPACE, StyledButton, L"", 10, 0, 1, CEntryWindow::NAME_BACKSPACE),
+    Key(CEntryWindow::ID_CLEAR, StyledButton, L"", 10, 1, 1, CEntryWindow::NAME_CLEAR),
+    Key(CKeyboardWindow::ID_SHIFT, StyledButton, L"", 0, 3, 1, {3174, L"Capital letters"}),
+    Key(CKeyboardWindow::ID_SIGNS, PushButton, L"", 10, 3, 1, {3175, L"Signs"}),
+    Key(IDCANCEL, StyledButton, L"", 0, 4, 2, NAME_CANCEL),
+    Key(CKeyboardWindow::ID_SPACE, PushButton, L"", 3, 4, 5, {3176, L"Space"}),
+    Key(IDOK, StyledButton, L"", 9, 4, 2, NAME_OK),
 };
 
 constexpr auto MakeItems() {
@@ -42,6 +43,12 @@ constexpr auto MakeItems() {
     return items;
 }
 
+/// The language file names the layout that its language is typed on.
+KeyboardLanguage FindLanguage() {
+    return GetText({3170, L"QWERTY"}) == L"QWERTZ" ? KeyboardLanguage::German
+                                                   : KeyboardLanguage::English;
+}
+
 constexpr auto ITEMS = MakeItems();
 constexpr DialogTemplate TEMPLATE{0, L"", 520, 260, L"MS Shell Dlg", 8, ITEMS};
 
@@ -55,8 +62,9 @@ END_MESSAGE_MAP()
 CKeyboardWindow::CKeyboardWindow(const std::wstring& strTitle, const std::wstring& strError,
                                  const std::wstring& strInitial)
     : CEntryWindow(TEMPLATE, strTitle),
-      m_strError(strError.empty() ? L"Error: Blank value not supported." : strError),
-      m_entry(strInitial) {}
+      m_strError(strError.empty() ? ::GetText({154, L"Error: Blank value not supported."})
+                                  : strError),
+      m_entry(strInitial), m_layout(FindLanguage()) {}
 
 bool CKeyboardWindow::OnInitDialog() {
     const CButtonPictures pictures;
@@ -115,5 +123,9 @@ void CKeyboardWindow::ShowFaces() {
     for (const auto& [nID, bOn] : {std::pair{ID_SHIFT, shift != CKeyboardLayout::Shift::Off},
                                    std::pair{ID_SIGNS, m_layout.IsSigns()}})
         if (auto* pKey = dynamic_cast<CButton*>(GetControl(nID))) pKey->SetCheck(bOn);
-    SetControlText(ID_SIGNS, m_layout.IsSigns() ? L"abc" : L"#\u00E4\u00E9");
+    // What a German keyboard has among its letters is no sign there.
+    const bool bGerman = m_layout.GetLanguage() == KeyboardLanguage::German;
+    SetControlText(ID_SIGNS, m_layout.IsSigns() ? L"abc"
+                             : bGerman          ? L"#.\u00E9"
+                                                : L"#\u00E4\u00E9");
 }

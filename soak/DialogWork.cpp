@@ -1,5 +1,6 @@
 // What the random operator does in the windows in front of the screen.
 #include "platform/system/Paths.h"
+#include "platform/windows/FingerFileDialog.h"
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
 #include "soak/RandomOperator.h"
@@ -77,14 +78,27 @@ std::wstring CRandomOperator::PickPath() {
     return JoinPath(JoinPath(m_strFolder, L"RealTimeFiles"), NAMES[Pick(std::size(NAMES))]);
 }
 
-void CRandomOperator::WorkFileDialog(const CWnd&) {
+void CRandomOperator::WorkFileDialog(const CWnd& dialog) {
     m_record.Count("file dialog");
-    if (OneIn(4)) {
-        PressKey(Operator::Key::Escape);
-        return;
+    using enum CFingerFileDialog::Control;
+    constexpr int BUTTONS[] = {ID_FOLDER_UP, ID_PAGE_UP, ID_PAGE_DOWN, ID_NAME};
+    bool bInStore = false;
+    Operator::Ask([&] {
+        const auto* pDialog = dynamic_cast<const CFingerFileDialog*>(&dialog);
+        bInStore = pDialog && pDialog->GetFolder() == JoinPath(m_strFolder, L"RealTimeFiles");
+    });
+    if (!bInStore && OneIn(2)) {
+        PressKey(Operator::Key::Escape);  // nothing is written elsewhere
+    } else if (!bInStore || OneIn(3)) {
+        Operator::Tap(dialog, BUTTONS[Pick(std::size(BUTTONS))]);
+    } else if (OneIn(3)) {
+        SelectAny(dialog, ID_ROWS);
+    } else if (OneIn(3)) {
+        EndDialog(dialog);
+    } else {
+        Operator::Type(OneIn(4) ? PickPath() : GetNameOfPath(PickPath()));
+        PressKey(Operator::Key::Enter);
     }
-    Operator::Type(PickPath());
-    PressKey(Operator::Key::Enter);
 }
 
 void CRandomOperator::WorkProgress(const CWnd&) {

@@ -4,6 +4,7 @@
 
 #include "platform/system/Paths.h"
 #include "platform/windows/Controls.h"
+#include "platform/windows/FingerFileDialog.h"
 #include "plugin/ScreenTemplate.h"
 #include "siblings/KeyboardWindow.h"
 #include "siblings/NumberPadWindow.h"
@@ -85,14 +86,12 @@ CRandomOperator::FrontWork CRandomOperator::FindWork() const {
         {CKeyboardWindow::ID_SIGNS, &Self::WorkKeyboard},
         {CProgressBox::ID_PERCENT, &Self::WorkProgress},
         {CDlgSettings::ID_AUTO_ZOOM, &Self::WorkSettings},
+        {CFingerFileDialog::ID_ROWS, &Self::WorkFileDialog},
         {CDlgListFiles::ID_FILES, &Self::WorkFileList}};
     FrontWork work = &Self::WorkBox;
     Operator::Ask([&] {
         const CWnd* const pFront = Operator::ModalWindow();
-        if (pFront == m_panel.m_pDialog.get())
-            work = &Self::WorkScreen;
-        else if (!pFront && Operator::ModalText().empty())
-            work = &Self::WorkFileDialog;
+        if (pFront == m_panel.m_pDialog.get()) work = &Self::WorkScreen;
         for (const auto& [nID, workThere] : WINDOWS)
             if (pFront && work != &Self::WorkScreen && pFront->GetControl(nID)) work = workThere;
     });

@@ -9,15 +9,13 @@ using enum CBigMessageBox::Control;
 
 constexpr DialogItem ITEMS[] = {
     {ID_MESSAGE, ControlKind::Static, L"Static", 7, 8, 222, 78, CS_CENTER},
-    {IDOK, ControlKind::StyledButton, L"", 24, 93, 50, 42},
-    {IDNO, ControlKind::StyledButton, L"", 94, 93, 50, 42},
-    {IDCANCEL, ControlKind::StyledButton, L"Cancel", 164, 93, 50, 42},
-    {ID_OK_CENTRE, ControlKind::StyledButton, L"", 93, 93, 50, 42},
+    {IDOK, ControlKind::StyledButton, L"", 24, 93, 50, 42, CS_NONE, NAME_OK},
+    {IDNO, ControlKind::StyledButton, L"", 94, 93, 50, 42, CS_NONE, NAME_NO},
+    {IDCANCEL, ControlKind::StyledButton, L"Cancel", 164, 93, 50, 42, CS_NONE, NAME_CANCEL},
+    {ID_OK_CENTRE, ControlKind::StyledButton, L"", 93, 93, 50, 42, CS_NONE, NAME_OK},
 };
 
 constexpr DialogTemplate TEMPLATE{705, L"Strovane", 241, 139, L"MS Shell Dlg", 8, ITEMS};
-
-constexpr int MESSAGE_HEIGHT = 20;  ///< of a character, pixels
 
 }  // namespace
 
@@ -35,7 +33,7 @@ bool CBigMessageBox::OnInitDialog() {
 
     auto* pMessage = dynamic_cast<CStatic*>(GetControl(ID_MESSAGE));
     if (!pMessage) return false;
-    m_fontMessage.CreatePixelFont(MESSAGE_HEIGHT, L"MS Shell Dlg", true);
+    m_fontMessage.CreatePixelFont(MESSAGE_FONT_HEIGHT, L"MS Shell Dlg", true);
     pMessage->SetFont(&m_fontMessage);
     if (m_strMessage.find(L'\n') != std::wstring::npos) pMessage->SetCentered(false);
     pMessage->SetWindowText(m_strMessage);

@@ -12,7 +12,7 @@ constexpr DialogItem ITEMS[] = {
     {ID_TOOLS, ControlKind::PushButton, L"&Tools", 129, 4, 44, 29, CS_HIDDEN},
     {ID_EXPORT_CSV, ControlKind::PushButton, L"Export to csv...", 194, 4, 83, 29},
     {ID_PASS_OUTPUT, ControlKind::PushButton, L"Send pass output (CH 1)", 291, 4, 107, 29},
-    {ID_CLOSE_SCREEN, ControlKind::StyledButton, L"", 419, 4, 44, 29},
+    {ID_CLOSE_SCREEN, ControlKind::StyledButton, L"", 419, 4, 44, 29, CS_NONE, NAME_CLOSE},
 };
 
 constexpr DialogTemplate TEMPLATE{108, L"", 470, 38, L"MS Shell Dlg", 8, ITEMS, true};

@@ -9,11 +9,11 @@ using enum CDlgListFiles::Control;
 
 constexpr DialogItem ITEMS[] = {
     {ID_CAPTION, ControlKind::Static, L"Caption", 6, 6, 150, 8},
-    {ID_FILES, ControlKind::ListBox, L"", 6, 17, 150, 102, CS_SORT},
-    {ID_UP, ControlKind::StyledButton, L"", 162, 18, 21, 21},
-    {ID_DOWN, ControlKind::StyledButton, L"", 162, 96, 21, 21},
-    {IDOK, ControlKind::StyledButton, L"", 27, 121, 25, 22},
-    {IDCANCEL, ControlKind::StyledButton, L"", 72, 121, 25, 22},
+    {ID_FILES, ControlKind::ListBox, L"", 6, 17, 150, 102, CS_SORT, {3197, L"Files"}},
+    {ID_UP, ControlKind::StyledButton, L"", 162, 18, 21, 21, CS_NONE, NAME_UP},
+    {ID_DOWN, ControlKind::StyledButton, L"", 162, 96, 21, 21, CS_NONE, NAME_DOWN},
+    {IDOK, ControlKind::StyledButton, L"", 27, 121, 25, 22, CS_NONE, NAME_OK},
+    {IDCANCEL, ControlKind::StyledButton, L"", 72, 121, 25, 22, CS_NONE, NAME_CANCEL},
     {ID_UNUSED, ControlKind::PushButton, L"", 131, 121, 25, 22, CS_HIDDEN},
 };
 

@@ -1,9 +1,9 @@
 #include "ui/DlgSettings.h"
 
 #include "platform/windows/DialogLook.h"
+#include "platform/windows/KeyboardCalls.h"
 #include "plot/RTGraphSettings.h"
 #include "ui/BigMessageBox.h"
-#include "ui/KeyboardCalls.h"
 
 namespace {
 
@@ -11,12 +11,12 @@ using enum CDlgSettings::Control;
 
 constexpr DialogItem ITEMS[] = {
     {ID_AUTO_ZOOM_LABEL, ControlKind::Static, L"Auto zoom", 7, 16, 35, 8},
-    {ID_AUTO_ZOOM, ControlKind::StyledButton, L"", 45, 10, 15, 14},
+    {ID_AUTO_ZOOM, ControlKind::StyledButton, L"", 45, 10, 15, 14, CS_NONE, {3194, L"Auto zoom"}},
     {ID_RANGE_LABEL, ControlKind::Static, L"Graph range (mv)", 7, 39, 57, 8},
     {ID_RANGE_MIN, ControlKind::PushButton, L"", 65, 33, 41, 14},
     {ID_RANGE_DASH, ControlKind::Static, L"-", 109, 36, 8, 8},
     {ID_RANGE_MAX, ControlKind::PushButton, L"", 116, 33, 41, 14},
-    {IDOK, ControlKind::StyledButton, L"", 153, 75, 28, 19},
+    {IDOK, ControlKind::StyledButton, L"", 153, 75, 28, 19, CS_NONE, NAME_CLOSE},
 };
 
 constexpr DialogTemplate TEMPLATE{107, L"Settings", 188, 101, L"Microsoft Sans Serif", 12, ITEMS};
@@ -39,8 +39,8 @@ bool CDlgSettings::OnInitDialog() {
     CDlgLangBase::OnInitDialog();
     m_btnAutoZoom.AttachControl(ID_AUTO_ZOOM, this);
     if (m_pGraph) {
-        SetControlText(ID_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
-        SetControlText(ID_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
+        ShowRangeValue(ID_RANGE_MIN, std::to_wstring(m_pGraph->m_nRangeMin));
+        ShowRangeValue(ID_RANGE_MAX, std::to_wstring(m_pGraph->m_nRangeMax));
         ShowAutoZoom();
     }
     CButtonPictures().SetOn(*this, IDOK, PICTURE_CLOSE);
@@ -77,6 +77,16 @@ void CDlgSettings::OnRangeMax() {
     if (const auto nEntered = EnterRangeValue(ID_RANGE_MAX)) m_pGraph->m_nRangeMax = *nEntered;
 }
 
+void CDlgSettings::ShowRangeValue(int nButton, const std::wstring& strValue) {
+    CWnd* const pButton = GetControl(nButton);
+    if (!pButton) return;
+    const NumberedText name = nButton == ID_RANGE_MIN
+                                  ? NumberedText{3195, L"Lower end of the graph range: %1"}
+                                  : NumberedText{3196, L"Upper end of the graph range: %1"};
+    pButton->SetWindowText(strValue);
+    pButton->SetAccessibleName(GetText(name, {strValue}));
+}
+
 /// Lets the operator enter a number, and shows it on the button as it was typed.
 /// @return nothing when the entry was cancelled, or refused and reported
 std::optional<std::int32_t> CDlgSettings::EnterRangeValue(int nButton) {
@@ -95,6 +105,6 @@ std::optional<std::int32_t> CDlgSettings::EnterRangeValue(int nButton) {
                           BIGBTN_OK_CENTRE);
         return std::nullopt;
     }
-    SetControlText(nButton, strResult);
+    ShowRangeValue(nButton, strResult);
     return static_cast<std::int32_t>(dNumber);
 }

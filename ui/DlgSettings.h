@@ -33,6 +33,7 @@ class CDlgSettings : public CDlgLangBase {
     void ShowAutoZoom();
     void OnRangeMin();
     void OnRangeMax();
+    void ShowRangeValue(int nButton, const std::wstring& strValue);
     std::optional<std::int32_t> EnterRangeValue(int nButton);
     DECLARE_MESSAGE_MAP()
 

@@ -1,7 +1,7 @@
 #include "ui/EditClick.h"
 
+#include "platform/windows/KeyboardCalls.h"
 #include "ui/ClampedNumber.h"
-#include "ui/KeyboardCalls.h"
 
 IMPLEMENT_DYNAMIC(CEditClick)
 

@@ -17,9 +17,9 @@ using enum CProgressBox::Control;
 
 constexpr DialogItem ITEMS[] = {
     {ID_TITLE, ControlKind::Static, L"", 7, 8, 222, 30, CS_CENTER},
-    {ID_BAR, ControlKind::StaticFrame, L"", 24, 46, 190, 14},
+    {ID_BAR, ControlKind::StaticFrame, L"", 24, 46, 190, 14, CS_NONE, {3198, L"Progress"}},
     {ID_PERCENT, ControlKind::Static, L"", 24, 65, 190, 14, CS_CENTER},
-    {IDCANCEL, ControlKind::StyledButton, L"", 94, 93, 50, 42},
+    {IDCANCEL, ControlKind::StyledButton, L"", 94, 93, 50, 42, CS_NONE, NAME_CANCEL},
 };
 
 constexpr DialogTemplate TEMPLATE{706, L"", 241, 139, L"MS Shell Dlg", 8, ITEMS};

@@ -2,10 +2,9 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
-#include <QFileDialog>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QThreadPool>
@@ -18,6 +17,9 @@
 #include <stdexcept>
 
 #include "platform/drawing/qt/Surface.h"
+#include "platform/system/Paths.h"
+#include "platform/system/Text.h"
+#include "platform/windows/FingerFileDialog.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
@@ -203,6 +205,65 @@ bool ShowsRow(const std::function<QWidget*()>& findList, const QString& text) {
     return bShown;
 }
 
+/// Taps through folders until a file dialog shows one.
+void GoToFolder(const CFingerFileDialog& dialog, const std::wstring& strTarget) {
+    const CWnd* pRows = nullptr;
+    std::wstring strFolder;
+    const auto look = [&] {
+        pRows = dialog.GetControl(CFingerFileDialog::ID_ROWS);
+        strFolder = dialog.GetFolder();
+    };
+    for (Operator::Ask(look); strFolder != strTarget; Operator::Ask(look)) {
+        const std::wstring strBefore = strFolder;
+        const std::wstring strInside = JoinPath(strFolder, L"");
+        if (strTarget.starts_with(strInside)) {
+            std::wstring strNext = strTarget.substr(strInside.size());
+            Operator::Select(*pRows, strNext.substr(0, strNext.find(L'/')));
+        } else {
+            Operator::Tap(dialog, CFingerFileDialog::ID_FOLDER_UP);
+        }
+        Operator::WaitFor("a folder on the way to " + ToUtf8(strTarget), [&] {
+            look();
+            return strFolder != strBefore;
+        });
+    }
+}
+
+const char* KindOf(QAccessible::Role role) {
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+        return "button";
+    case QAccessible::EditableText:
+        return "edit";
+    case QAccessible::List:
+    case QAccessible::ComboBox:
+        return "list";
+    case QAccessible::ListItem:
+        return "row";
+    case QAccessible::Graphic:
+        return "picture";
+    case QAccessible::StaticText:
+        return "text";
+    default:
+        return "other";
+    }
+}
+
+void CollectAccessible(QAccessibleInterface& parent,
+                       std::vector<Operator::AccessibleControl>& controls) {
+    for (int n = 0; n < parent.childCount(); ++n) {
+        QAccessibleInterface* pChild = parent.child(n);
+        if (!pChild || pChild->state().invisible) continue;
+        const std::wstring strName = pChild->text(QAccessible::Name).toStdWString();
+        const QAccessible::Role role = pChild->role();
+        const bool bHolder = role == QAccessible::Client || role == QAccessible::Window;
+        if (!bHolder && !(role == QAccessible::StaticText && strName.empty()))
+            controls.push_back({KindOf(role), strName});
+        CollectAccessible(*pChild, controls);
+    }
+}
+
 }  // namespace
 
 namespace Operator {
@@ -287,16 +348,14 @@ void PressKey(Key key) {
 }
 
 void AnswerFileDialog(const std::wstring& strPath) {
-    const auto isOpen = [] {
-        return qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    };
-    WaitFor("a file dialog", isOpen);
-    Type(strPath);
-    // The list of proposals may come up just then and take the first Enter for itself.
-    for (int nTries = 3; nTries > 0; --nTries) {
-        PressKey(Key::Enter);
-        if (WaitUntil([&] { return !isOpen(); }, 1000)) return;
-    }
+    const CFingerFileDialog* pDialog = nullptr;
+    WaitFor("a file dialog", [&pDialog] {
+        pDialog = dynamic_cast<const CFingerFileDialog*>(ModalWindow());
+        return pDialog != nullptr;
+    });
+    GoToFolder(*pDialog, GetFolderOfPath(strPath));
+    Type(GetNameOfPath(strPath));
+    PressKey(Key::Enter);
 }
 
 void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {
@@ -330,9 +389,7 @@ std::wstring ModalText() {
     std::wstring strText;
     Ask([&] {
         QWidget* pModal = QApplication::activeModalWidget();
-        if (auto* pBox = qobject_cast<QMessageBox*>(pModal)) {
-            strText = pBox->text().toStdWString();
-        } else if (pModal) {
+        if (pModal) {
             for (QWidget* pChild : pModal->findChildren<QWidget*>()) {
                 auto* pStatic = dynamic_cast<StaticWidget*>(pChild);
                 if (!pStatic || pStatic->m_text.isEmpty() || !pStatic->isVisible()) continue;
@@ -365,6 +422,17 @@ bool PressModalButton(const std::wstring& strText) {
 }
 
 void EndIdleThreads() { QThreadPool::globalInstance()->waitForDone(); }
+
+std::vector<AccessibleControl> ListAccessible(const CWnd& wnd) {
+    std::vector<AccessibleControl> controls;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (!pNative) return;
+        if (auto* pWindow = QAccessible::queryAccessibleInterface(&pNative->m_widget))
+            CollectAccessible(*pWindow, controls);
+    });
+    return controls;
+}
 
 std::vector<std::string> ListWidgets() {
     std::vector<std::string> kinds;

@@ -21,6 +21,8 @@ namespace Operator {
 /// loop first runs.
 class PLATFORM_API CScript {
   public:
+    ///
+    /// Meanwhile file dialogs are those of a panel: nobody but an operator works the platform's.
     explicit CScript(std::function<void()> script);
     /// Handles events until the script has ended.
     ~CScript();
@@ -63,9 +65,9 @@ PLATFORM_API void Type(const std::wstring& strText);
 enum class Key { Enter, Escape, Tab, Backspace, Space, Up, Down };
 PLATFORM_API void PressKey(Key key);
 
-/// Types a path into the file dialog, which is waited for, and confirms it. Returns when something
-/// else is in front, be it a question or an error.
-/// @throws std::runtime_error when there is no file dialog
+/// Goes to a path's folder in a panel's file dialog, which is waited for, types the name and
+/// confirms it.
+/// @throws std::runtime_error when there is no such dialog, or no such folder
 PLATFORM_API void AnswerFileDialog(const std::wstring& strPath);
 
 /// Drops files on a window.
@@ -79,6 +81,15 @@ PLATFORM_API std::wstring ModalText();
 PLATFORM_API CWnd* ModalWindow();
 /// Presses the button with a text in the front standard box or file dialog.
 PLATFORM_API bool PressModalButton(const std::wstring& strText);
+
+/// A control as assistive technology is told of it.
+struct AccessibleControl {
+    std::string m_strKind;  ///< "button", "edit", "list", "row", "picture", "text", "other"
+    std::wstring m_strName;
+};
+
+/// What is shown in a window, without what only holds others and without texts that are empty.
+PLATFORM_API std::vector<AccessibleControl> ListAccessible(const CWnd& wnd);
 
 /// What windows and controls there are in the process, seen or not: the kind of each, sorted.
 PLATFORM_API std::vector<std::string> ListWidgets();

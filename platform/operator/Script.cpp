@@ -12,6 +12,7 @@
 #include "platform/system/Threads.h"
 #include "platform/windows/Dialog.h"
 #include "platform/windows/ErrorBox.h"
+#include "platform/windows/FileDialog.h"
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
@@ -56,6 +57,7 @@ struct CScript::State {
 };
 
 CScript::CScript(std::function<void()> script) : m_pState(std::make_unique<State>()) {
+    CFileDialog::SetKind(DisplayKind::Panel);
     m_pState->m_thread = std::thread([pState = m_pState.get(), script = std::move(script)] {
         try {
             script();
@@ -73,6 +75,7 @@ CScript::CScript(std::function<void()> script) : m_pState(std::make_unique<State
 CScript::~CScript() {
     if (!m_pState->m_bEnded) m_pState->m_loop.exec();
     m_pState->m_thread.join();
+    CFileDialog::SetKind(std::nullopt);
     // The call that ends the loop may still be queued, and refers to the state.
     QCoreApplication::processEvents();
 }

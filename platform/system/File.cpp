@@ -25,8 +25,12 @@ CFile::~CFile() {
     if (m_hFile != INVALID) ::close(m_hFile);
 }
 
-void CFile::ThrowError(int nSystemError, const wchar_t* pDetail) const {
-    throw CFileException(m_strFilePath, nSystemError, pDetail);
+void CFile::ThrowError(int nSystemError, const NumberedText& detail) const {
+    const auto cause = m_bWriting  ? CFileException::cannotWrite
+                       : !IsOpen() ? CFileException::cannotOpen
+                                   : CFileException::cannotRead;
+    throw CFileException(cause, m_strFilePath, nSystemError,
+                         detail ? GetText(detail) : std::wstring());
 }
 
 void CFile::Open(const std::wstring& strPath, UINT nOpenFlags) {
@@ -36,27 +40,30 @@ void CFile::Open(const std::wstring& strPath, UINT nOpenFlags) {
 bool CFile::TryOpen(const std::wstring& strPath, UINT nOpenFlags) {
     Close();
     m_strFilePath = strPath;
-    const bool bReading = (nOpenFlags & modeWrite) == 0;
+    m_bWriting = (nOpenFlags & modeWrite) != 0;
     const int nFlags = ToSystemFlags(nOpenFlags);
     int hFile = OpenWithoutWaiting(ToUtf8(strPath), nFlags);
     if (hFile < 0 && errno == ENOENT && nOpenFlags == modeRead)
         hFile = OpenWithoutWaiting(ToUtf8(FindFileOfAnyCase(strPath)), nFlags);
     if (hFile < 0) {
         if (errno == ENOENT) return false;
-        ThrowError(errno, errno == ENXIO && !bReading ? L"Nothing reads from it." : L"");
+        ThrowError(errno, errno == ENXIO && m_bWriting
+                              ? NumberedText{3150, L"Nothing reads from it."}
+                              : NO_TEXT);
     }
 
     // Opening a directory for reading succeeds, and only the first read would fail.
     CDescriptor file(hFile);
     struct stat status;
     if (::fstat(hFile, &status) != 0 || S_ISDIR(status.st_mode)) ThrowError(EISDIR);
-    if (bReading && !S_ISREG(status.st_mode)) ThrowError(0, NOT_A_REGULAR_FILE);
+    if (!m_bWriting && !S_ISREG(status.st_mode)) ThrowError(0, NOT_A_REGULAR_FILE);
     m_hFile = file.Release();
     return true;
 }
 
 void CFile::OpenStandardOutput() {
     Close();
+    m_bWriting = true;
     m_strFilePath = L"standard output";
     m_hFile = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     if (m_hFile < 0) ThrowError(errno);
@@ -64,6 +71,7 @@ void CFile::OpenStandardOutput() {
 
 void CFile::OpenStandardInput() {
     Close();
+    m_bWriting = false;
     m_strFilePath = L"standard input";
     m_hFile = ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
     if (m_hFile < 0) ThrowError(errno);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/system/Export.h"
+#include "platform/system/NumberedText.h"
 #include "platform/system/Types.h"
 
 /// An open file, or a closed one. Each operation goes straight to the system.
@@ -70,8 +71,9 @@ class PLATFORM_API CFile {
     bool TryOpen(const std::wstring& strPath, UINT nOpenFlags);
 
     /// @throws CFileException with the file's path
-    [[noreturn]] void ThrowError(int nSystemError, const wchar_t* pDetail = L"") const;
+    [[noreturn]] void ThrowError(int nSystemError, const NumberedText& detail = NO_TEXT) const;
 
     int m_hFile = INVALID;
     std::wstring m_strFilePath;
+    bool m_bWriting = false;  ///< what has been opened, or could not be, was for writing
 };

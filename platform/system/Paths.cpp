@@ -3,6 +3,7 @@
 #include <QChar>
 #include <QStandardPaths>
 #include <algorithm>
+#include <compare>
 #include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
@@ -24,13 +25,32 @@ fs::path ToSystemPath(const std::wstring& strPath) { return fs::path(ToUtf8(strP
 
 char32_t FoldCase(wchar_t c) { return QChar::toCaseFolded(static_cast<char32_t>(c)); }
 
+bool EndsInAnyCase(std::wstring_view strName, std::wstring_view strExtension) {
+    const std::size_t nStem = strName.size() - std::min(strName.size(), strExtension.size());
+    return EqualsInAnyCase(strName.substr(nStem), strExtension);
+}
+
+void SortInAnyCase(std::vector<std::wstring>& names) {
+    std::sort(names.begin(), names.end(), [](const std::wstring& a, const std::wstring& b) {
+        const auto order = std::lexicographical_compare_three_way(
+            a.begin(), a.end(), b.begin(), b.end(),
+            [](wchar_t x, wchar_t y) { return FoldCase(x) <=> FoldCase(y); });
+        return std::is_eq(order) ? a < b : std::is_lt(order);
+    });
+}
+
+/// @return the error that has kept it from going on, if any
 template <class Visit>
-void VisitFolder(const std::wstring& strFolder, Visit visit) {
+std::error_code VisitFolder(const std::wstring& strFolder, Visit visit) {
     std::error_code error;
     for (fs::directory_iterator entry(ToSystemPath(strFolder), error), end; !error && entry != end;
          entry.increment(error))
         visit(*entry);
+    return error;
 }
+
+bool IsControl(wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
+bool IsSeparator(wchar_t c) { return c == L'/' || c == L'\\'; }
 
 }  // namespace
 
@@ -73,6 +93,19 @@ bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB) {
                       [](wchar_t a, wchar_t b) { return FoldCase(a) == FoldCase(b); });
 }
 
+std::wstring GetAbsolutePath(const std::wstring& strPath) {
+    std::error_code error;
+    fs::path path = fs::absolute(ToSystemPath(strPath), error).lexically_normal();
+    if (!path.has_filename() && path.has_relative_path()) path = path.parent_path();
+    return FromUtf8(path.native());
+}
+
+bool IsPlainFileName(std::wstring_view strName) {
+    if (strName.find_first_not_of(L'.') == std::wstring_view::npos) return false;
+    return std::none_of(strName.begin(), strName.end(),
+                        [](wchar_t c) { return IsControl(c) || IsSeparator(c); });
+}
+
 bool FileExists(const std::wstring& strPath) {
     std::error_code error;
     return fs::is_regular_file(ToSystemPath(strPath), error);
@@ -94,7 +127,7 @@ void RequireFileOrNothing(const std::wstring& strPath) {
     std::error_code error;
     const fs::file_status status = fs::status(ToSystemPath(strPath), error);
     if (fs::exists(status) && !fs::is_regular_file(status))
-        throw CFileException(strPath, 0, NOT_A_REGULAR_FILE);
+        throw CFileException(CFileException::cannotWrite, strPath, 0, GetText(NOT_A_REGULAR_FILE));
 }
 
 bool CreateFolder(const std::wstring& strPath) {
@@ -109,12 +142,27 @@ std::vector<std::wstring> FindFiles(const std::wstring& strFolder, std::wstring_
     VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
         std::wstring strName = FromUtf8(entry.path().filename().native());
         std::error_code error;
-        const std::size_t nStem = strName.size() - std::min(strName.size(), strExtension.size());
-        if (EqualsInAnyCase(std::wstring_view(strName).substr(nStem), strExtension) &&
-            entry.is_regular_file(error))
+        if (EndsInAnyCase(strName, strExtension) && entry.is_regular_file(error))
             arrNames.push_back(std::move(strName));
     });
     return arrNames;
+}
+
+FolderContents ReadFolder(const std::wstring& strFolder, std::wstring_view strExtension) {
+    FolderContents contents;
+    const std::error_code failure = VisitFolder(strFolder, [&](const fs::directory_entry& entry) {
+        std::wstring strName = FromUtf8(entry.path().filename().native());
+        std::error_code error;
+        if (strName.starts_with(L'.')) return;
+        if (entry.is_directory(error))
+            contents.m_arrFolders.push_back(std::move(strName));
+        else if (EndsInAnyCase(strName, strExtension) && entry.is_regular_file(error))
+            contents.m_arrFiles.push_back(std::move(strName));
+    });
+    if (failure) throw CFileException(CFileException::cannotOpenFolder, strFolder, failure.value());
+    SortInAnyCase(contents.m_arrFolders);
+    SortInAnyCase(contents.m_arrFiles);
+    return contents;
 }
 
 std::wstring FindFileOfAnyCase(const std::wstring& strPath) {

@@ -32,6 +32,14 @@ PLATFORM_API std::wstring GetNameOfPath(std::wstring_view strPath);
 /// Whether two names differ at most in case.
 PLATFORM_API bool EqualsInAnyCase(std::wstring_view strA, std::wstring_view strB);
 
+/// The path from the root, without detours and without a separator at its end.
+PLATFORM_API std::wstring GetAbsolutePath(const std::wstring& strPath);
+
+/// Whether a name typed by the operator names a file in a folder itself: not empty, not only dots,
+/// no folder separator of either kind, no control character. What else the file system does not
+/// take shows when the file is created.
+PLATFORM_API bool IsPlainFileName(std::wstring_view strName);
+
 /// Whether there is a regular file at a path, or a link to one.
 PLATFORM_API bool FileExists(const std::wstring& strPath);
 PLATFORM_API bool FolderExists(const std::wstring& strPath);
@@ -55,6 +63,17 @@ PLATFORM_API bool CreateFolder(const std::wstring& strPath);
 /// read gives none.
 PLATFORM_API std::vector<std::wstring> FindFiles(const std::wstring& strFolder,
                                                  std::wstring_view strExtension);
+
+struct FolderContents {
+    std::vector<std::wstring> m_arrFolders;
+    std::vector<std::wstring> m_arrFiles;
+};
+
+/// The folders, and the files as FindFiles gives them (with an empty extension, all), in
+/// alphabetical order without regard to case; no names that begin with a dot.
+/// @throws CFileException when the folder cannot be read
+PLATFORM_API FolderContents ReadFolder(const std::wstring& strFolder,
+                                       std::wstring_view strExtension);
 
 /// The path itself when it exists; otherwise the path of a regular file in the same folder whose
 /// name differs only in case (of several, the one that agrees longest from its beginning);

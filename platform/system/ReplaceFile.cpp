@@ -202,7 +202,8 @@ void CReplaceFile::Commit(IProgress* pProgress) {
         if (const int nError = FlushFolderShowing(pProgress, GetFolder())) ThrowError(nError);
         CFile::Close();
     } catch (CFileException& error) {
-        error.m_strDetail = L"The new file is in place, but may be lost at a loss of power.";
+        error.m_strDetail =
+            GetText({3143, L"The new file is in place, but may be lost at a loss of power."});
         throw;
     }
 }

@@ -6,6 +6,8 @@
 #include <sys/types.h>
 #include <utility>
 
+#include "platform/system/NumberedText.h"
+
 /// Makes a call again for as long as a signal interrupts it. Not for close, after which the
 /// descriptor is gone whatever it reports.
 /// @return the call's last result; -1 with errno set where it failed
@@ -37,7 +39,7 @@ int FlushDescriptor(int hFile);
 bool IsRegularFile(int hFile);
 
 /// Said of a pipe, a device or a folder where a file is wanted.
-constexpr const wchar_t* NOT_A_REGULAR_FILE = L"This is not a regular file.";
+constexpr NumberedText NOT_A_REGULAR_FILE{3144, L"This is not a regular file."};
 
 /// Owns a descriptor; -1 stands for none.
 class CDescriptor {

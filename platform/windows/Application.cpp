@@ -1,5 +1,6 @@
 #include "platform/windows/Application.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
@@ -82,7 +83,6 @@ struct CWindowSystem::State {
 CWindowSystem::CWindowSystem(int& argc, char** argv, const char* pAdvice) {
     qInstallMessageHandler(WriteMessage);
     ChooseDisplay(pAdvice);
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     SwitchOffDesktopScaling();
     g_bOpening = true;
     m_pState = std::make_unique<State>(argc, argv);
@@ -97,6 +97,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv, const char* pAdvice) {
     QApplication::setPalette(InstrumentPalette());
     ScaleWindows(1);
     QApplication::setCursorFlashTime(0);
+    QAccessible::installFactory(DescribeStatic);
     OpenUiQueue();
     KeepMemoryForErrors();
 }

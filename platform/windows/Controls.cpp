@@ -1,9 +1,13 @@
 #include "platform/windows/Controls.h"
 
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
 #include <algorithm>
 #include <cwctype>
 
-#include "platform/drawing/Graphics.h"
+#include "platform/drawing/qt/Surface.h"
+#include "platform/windows/qt/FingerScroll.h"
 #include "platform/windows/qt/Widgets.h"
 
 namespace {
@@ -99,6 +103,7 @@ int CListBox::AddString(const std::wstring& strText) {
             : pWidget->count();
     const QSignalBlocker quiet(pWidget);
     pWidget->insertItem(nPlace, QString::fromStdWString(strText));
+    if (pWidget->m_nRowHeight) pWidget->item(nPlace)->setSizeHint({0, pWidget->m_nRowHeight});
     return nPlace;
 }
 
@@ -156,6 +161,28 @@ void CListBox::SetTopIndex(int nRow) {
     auto* pWidget = WidgetOf<ListWidget>(*this);
     if (auto* pItem = pWidget ? pWidget->item(nRow) : nullptr)
         pWidget->scrollToItem(pItem, QAbstractItemView::PositionAtTop);
+}
+
+void CListBox::SetFingerRows(int nHeight) {
+    auto* pWidget = WidgetOf<ListWidget>(*this);
+    if (!pWidget) return;
+    pWidget->m_nRowHeight = nHeight;
+    pWidget->setIconSize({nHeight * 2 / 3, nHeight * 2 / 3});
+    pWidget->setTextElideMode(Qt::ElideMiddle);
+    pWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    new FingerScroll(*pWidget);  // the list's own
+}
+
+void CListBox::SetItemPicture(int nRow, const CBitmap& picture) {
+    auto* pWidget = WidgetOf<ListWidget>(*this);
+    auto* pItem = pWidget ? pWidget->item(nRow) : nullptr;
+    if (!pItem || !picture) return;
+    QPixmap pixels(pWidget->iconSize());
+    pixels.fill(Qt::transparent);
+    QPainter painter(&pixels);
+    DrawBitmap(painter, picture, pixels.rect());
+    painter.end();
+    pItem->setIcon(QIcon(pixels));
 }
 
 int CComboBox::AddString(const std::wstring& strText) {

@@ -52,6 +52,12 @@ class PLATFORM_API CListBox : public CWnd {
     DWORD GetItemData(int nRow) const;
     int GetTopIndex() const;
     void SetTopIndex(int nRow);
+
+    /// Makes the list one for a finger, which scrolls it by dragging: rows of a height, in pixels;
+    /// a text too long for its row loses its middle. To be called before rows are added.
+    void SetFingerRows(int nHeight);
+    /// Shows a picture in front of a row's text.
+    void SetItemPicture(int nRow, const CBitmap& picture);
 };
 
 /// A drop-down list.

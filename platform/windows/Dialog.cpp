@@ -8,6 +8,7 @@
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemoryReserve.h"
 #include "platform/windows/Application.h"
+#include "platform/system/NumberedText.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/qt/FrameWidget.h"
@@ -70,6 +71,12 @@ bool CDialog::CreateFromTemplate(CWnd* pParent) {
     return true;
 }
 
+void CDialog::NameControls() {
+    for (const DialogItem& item : m_template.m_items)
+        if (CWnd* pControl = item.m_name ? GetControl(item.m_nID) : nullptr)
+            pControl->SetAccessibleName(GetText(item.m_name));
+}
+
 int CDialog::DoModal() {
     /// Whatever happens, the window goes and nothing refers to the loop any more.
     struct Ending {
@@ -96,6 +103,7 @@ int CDialog::DoModal() {
     bool bDefaultFocus = false;
     try {
         bDefaultFocus = OnInitDialog();
+        NameControls();
     } catch (...) {
         ReportCurrentException();
         EndDialog(-1);
@@ -113,6 +121,7 @@ int CDialog::DoModal() {
 bool CDialog::Create(CWnd* pParent) {
     if (!CreateFromTemplate(pParent)) return false;
     OnInitDialog();
+    NameControls();
     return true;
 }
 
@@ -179,9 +188,9 @@ void ExchangeNumber(CDataExchange* pExchange, int nID, Number& nValue) {
         QString::fromStdWString(pControl->GetWindowText()).trimmed().toLongLong(&bConverts);
     if (!bConverts || nEntered < std::numeric_limits<Number>::min() ||
         nEntered > std::numeric_limits<Number>::max()) {
-        ShowErrorBox(L"Please enter an integer between " +
-                     std::to_wstring(std::numeric_limits<Number>::min()) + L" and " +
-                     std::to_wstring(std::numeric_limits<Number>::max()) + L".");
+        ShowErrorBox(GetText({3109, L"Please enter a whole number between %1 and %2."},
+                             {std::to_wstring(std::numeric_limits<Number>::min()),
+                              std::to_wstring(std::numeric_limits<Number>::max())}));
         pControl->SetFocus();
         throw CUserException();
     }

@@ -63,6 +63,8 @@ class PLATFORM_API CDialog : public CWnd {
 
   private:
     bool CreateFromTemplate(CWnd* pParent);
+    /// Gives the controls the template's names, in the language that the set-up may have chosen.
+    void NameControls();
 
     const DialogTemplate& m_template;
     CWnd* m_pParentWnd;

@@ -6,6 +6,7 @@
 #include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/Geometry.h"
 #include "platform/system/Export.h"
+#include "platform/system/NumberedText.h"
 #include "platform/system/Types.h"
 
 enum class ControlKind : BYTE {
@@ -35,6 +36,7 @@ struct DialogItem {
     const wchar_t* m_pText;
     int x, y, cx, cy;
     UINT m_nStyle = CS_NONE;
+    NumberedText m_name = NO_TEXT;  ///< what assistive technology calls it; without, its text
 };
 
 struct DialogTemplate {

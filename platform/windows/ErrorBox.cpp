@@ -1,19 +1,22 @@
 #include "platform/windows/ErrorBox.h"
 
-#include <QApplication>
-#include <QMessageBox>
+#include <QString>
 #include <cstdio>
 #include <exception>
 #include <new>
 
 #include "platform/system/Exceptions.h"
 #include "platform/system/MemoryReserve.h"
+#include "platform/system/NumberedText.h"
+#include "platform/windows/NoticeBox.h"
 #include "platform/windows/qt/UiQueue.h"
 
 namespace {
 
 CMemoryReserve g_memoryForErrors;
 bool g_bReportsLater = false;
+
+constexpr NumberedText SOMETHING_WRONG{3108, L"Something has gone wrong."};
 
 /// Shows what is being handled.
 void ShowCurrentException() {
@@ -22,13 +25,16 @@ void ShowCurrentException() {
     } catch (const CUserException&) {
         // The operator has been told, or has asked for it.
     } catch (const CException& exception) {
-        ShowErrorBox(exception.GetErrorMessage());
+        const std::wstring strSummary = exception.GetSummary();
+        const std::wstring strDetails = exception.GetErrorMessage();
+        ShowErrorBox(strSummary, strDetails == strSummary ? std::wstring() : strDetails);
     } catch (const std::bad_alloc&) {
-        ShowErrorBox(CMemoryException().GetErrorMessage());
+        ShowErrorBox(CMemoryException().GetSummary());
     } catch (const std::exception& exception) {
-        ShowErrorBox(QString::fromLocal8Bit(exception.what()).toStdWString());
+        ShowErrorBox(GetText(SOMETHING_WRONG),
+                     QString::fromLocal8Bit(exception.what()).toStdWString());
     } catch (...) {
-        ShowErrorBox(L"An error that does not say what it is.");
+        ShowErrorBox(GetText(SOMETHING_WRONG));
     }
 }
 
@@ -37,12 +43,9 @@ void WriteUnshownError() noexcept { std::fputs("An error could not be shown.\n",
 
 }  // namespace
 
-void ShowErrorBox(const std::wstring& strText) {
-    QWidget* pOwner = QApplication::activeModalWidget();
-    QMessageBox box(QMessageBox::Warning,
-                    pOwner ? pOwner->windowTitle() : QApplication::applicationDisplayName(),
-                    QString::fromStdWString(strText), QMessageBox::Ok, pOwner);
-    box.exec();
+void ShowErrorBox(const std::wstring& strSummary, const std::wstring& strDetails) {
+    CNoticeBox(CNoticeBox::Kind::Notice, GetText({3100, L"Error"}), strSummary, strDetails)
+        .DoModal();
 }
 
 void KeepMemoryForErrors() noexcept { g_memoryForErrors.Take(WINDOW_MEMORY); }

@@ -5,8 +5,10 @@
 
 #include "platform/system/Export.h"
 
-/// Shows the box, modally, with one OK button. User-interface thread.
-PLATFORM_API void ShowErrorBox(const std::wstring& strText);
+/// Shows the box, modally, with one large button. User-interface thread.
+/// @param strSummary what has happened, in plain words
+/// @param strDetails the particulars: a file's name, and a reason behind the last line feed
+PLATFORM_API void ShowErrorBox(const std::wstring& strSummary, const std::wstring& strDetails = {});
 
 /// Sets memory aside for what the windows need when there is no other: it is given back while an
 /// error is reported, and while messages are handled in the middle of work that may have taken all.

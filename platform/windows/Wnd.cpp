@@ -67,6 +67,10 @@ std::wstring CWnd::GetWindowText() const {
     return m_pNative ? GetWidgetText(m_pNative->m_widget).toStdWString() : std::wstring();
 }
 
+void CWnd::SetAccessibleName(const std::wstring& strName) {
+    if (m_pNative) m_pNative->m_widget.setAccessibleName(QString::fromStdWString(strName));
+}
+
 void CWnd::SetFont(CFont* pFont) {
     if (!m_pNative || !pFont) return;
     m_pNative->m_widget.setFont(ToQFont(*pFont));

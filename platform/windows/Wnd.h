@@ -50,6 +50,8 @@ class PLATFORM_API CWnd : public CObject {
     bool IsWindowVisible() const;
     void SetWindowText(const std::wstring& strText);
     std::wstring GetWindowText() const;
+    /// What assistive technology calls the window, in place of its text.
+    void SetAccessibleName(const std::wstring& strName);
     void SetFont(CFont* pFont);
     void SetFocus();
     int GetControlID() const;

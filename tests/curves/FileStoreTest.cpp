@@ -46,11 +46,11 @@ TEST_F(FileStore, RefusesToSaveOverAPipe) {
 
 TEST_F(FileStore, RefusesNamesThatLeaveTheFolder) {
     for (const wchar_t* pName : {L"run1", L"Teil 3.1", L"..a", L"M\u00FCller", L"a:b*?", L" "})
-        EXPECT_TRUE(IsStoreName(pName)) << pName;
+        EXPECT_TRUE(IsPlainFileName(pName)) << pName;
     for (const wchar_t* pName : {L"", L".", L"..", L"....", L"../a", L"a/b", L"..\\a", L"a\\b",
                                  L"a\nb", L"\x7F", L"\x85", L"a\tb"})
-        EXPECT_FALSE(IsStoreName(pName)) << pName;
-    EXPECT_FALSE(IsStoreName(std::wstring_view(L"a\0b", 3)));
+        EXPECT_FALSE(IsPlainFileName(pName)) << pName;
+    EXPECT_FALSE(IsPlainFileName(std::wstring_view(L"a\0b", 3)));
 }
 
 TEST_F(FileStore, ShowsNamesWithoutTheirLastExtensionWhereThatTellsThemApart) {

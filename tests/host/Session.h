@@ -25,7 +25,9 @@ class Session : public ::testing::Test {
         CPanel panel(ReadOptions(arguments));
         m_pPanel = &panel;
         Operator::CScript running([&] {
-            const auto isBox = [&] { return Operator::ModalText().starts_with(pError); };
+            const auto isBox = [&] {
+                return Operator::ModalText().find(pError) != std::wstring::npos;
+            };
             if (pError) Operator::WaitFor("the error box", isBox);
             if (pError) Operator::PressModalButton(L"OK");
             Operator::WaitFor("the screen", [this] {

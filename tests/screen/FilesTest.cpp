@@ -45,6 +45,11 @@ TEST_F(Files, AreSavedWithinTheStoreAndLoadedOnThePanel) {
         EXPECT_TRUE(Operator::Tap(*pList, IDOK));
         EXPECT_EQ(Operator::ModalTitle(), L"Real Time Mode - Apple.RT3");
         EXPECT_EQ(m_panel.ValuesOf(0), (std::vector<std::int16_t>{100, -200, 300, -50}));
+
+        m_panel.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
+        Operator::Type(L"out");
+        Operator::PressKey(Operator::Key::Enter);
+        EXPECT_TRUE(m_folder.Get("RealTimeFiles/out.csv").starts_with("Force, Distance\r\n0.100,"));
     });
 }
 

@@ -11,7 +11,7 @@ struct LanguagePanel {
         : m_bNumbers(bNumbers) {
         std::filesystem::create_directory(m_folder.GetPath() / "lang");
         std::string text;
-        for (int n = 0; bNumbers && n < 2100; ++n)
+        for (int n = 0; bNumbers && n < 3300; ++n)
             for (const char ch : "11\t\t" + std::to_string(n) + "\t\t" + std::to_string(n) + "\n")
                 text += {ch, '\0'};
         m_folder.Put("lang/English.txt", text);

@@ -1,5 +1,6 @@
 #include <set>
 
+#include "platform/system/NumberedText.h"
 #include "tests/siblings/EntryWork.h"
 #include "tests/support/ScaledDisplay.h"
 
@@ -24,6 +25,22 @@ TEST(Keyboard, TapsBuildAName) {
     });
     EXPECT_EQ(outcome.m_nResult, 1);
     EXPECT_EQ(outcome.m_strText, L"Run_1 ä#&ABc");
+}
+
+TEST(Keyboard, TypesGermanWhereTheLanguageAsksForIt) {
+    const std::wstring strLayout = L"QWERTZ";
+    const CTextSource german(
+        [&](std::int32_t nString) { return nString == 3170 ? &strLayout : nullptr; });
+    const auto key = [](int n) { return CKeyboardWindow::ID_CHARACTER + n; };
+    const Outcome outcome = EnterText(L"", [&] {
+        Tap({key(10), key(15), key(29), key(30), key(31), key(38), key(39), key(40), key(41)});
+        Tap({CKeyboardWindow::ID_SHIFT, CKeyboardWindow::ID_SHIFT});
+        Tap({key(15), key(29), key(30), key(31), key(38)});
+        Tap({CKeyboardWindow::ID_SIGNS, CKeyboardWindow::ID_SHIFT});
+        Tap({L".", L",", L"(", L")", L"["});
+        Tap({IDOK});
+    });
+    EXPECT_EQ(outcome.m_strText, L"qz\u00F6\u00E4y\u00FC\u00DF-_Z\u00D6\u00C4Y\u00DC.,()[");
 }
 
 TEST(Keyboard, BlankEntryIsRefusedWithTheCallersText) {

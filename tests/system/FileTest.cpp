@@ -41,9 +41,34 @@ TEST(File, TellsPathAndReason) {
     CTextFile text(L"/dev/full", CFile::modeWrite);
     text.WriteString("row");
     EXPECT_EQ(FindError([&] { text.Close(); }).first, ENOSPC);
-    const std::wstring strText = CFileException(L"a.rt3", ENOSPC).GetErrorMessage();
+    const std::wstring strText =
+        CFileException(CFileException::cannotWrite, L"a.rt3", ENOSPC).GetErrorMessage();
     EXPECT_EQ(strText.find(L"a.rt3"), 0u);
     EXPECT_NE(strText.find(L"No space left"), std::wstring::npos);
+}
+
+TEST(File, SaysWhatCouldNotBeDone) {
+    const auto findSummary = [](const auto& action) -> std::wstring {
+        try {
+            action();
+        } catch (const CFileException& error) {
+            return error.GetSummary();
+        }
+        return {};
+    };
+    EXPECT_EQ(findSummary([] { CFile(L"/none/a", CFile::modeRead); }),
+              L"The file cannot be opened.");
+    EXPECT_EQ(findSummary([] { CFile(L"/none/a", CFile::modeWrite | CFile::modeCreate); }),
+              L"The file cannot be saved.");
+    EXPECT_EQ(findSummary([] { CReplaceFile(L"/none/a"); }), L"The file cannot be saved.");
+    EXPECT_EQ(findSummary([] { CFile(L"/dev/full", CFile::modeWrite).Write("x", 1); }),
+              L"The file cannot be saved.");
+    EXPECT_EQ(findSummary([] {
+                  char text[4];
+                  CFile(L"/proc/self/mem", CFile::modeRead).Read(text, sizeof text);
+              }),
+              L"The file cannot be read.");
+    EXPECT_EQ(findSummary([] { ReadFolder(L"/none", L""); }), L"The folder cannot be opened.");
 }
 
 TEST(File, OpensANameThatDiffersOnlyInCase) {

@@ -1,7 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "platform/system/File.h"
 #include "platform/system/Installation.h"
 #include "platform/system/Paths.h"
+#include "platform/system/Text.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/Language.h"
 #include "ui/LanguageTable.h"
@@ -22,7 +29,69 @@ constexpr int STRINGS[] = {0,    1,    101,  120,  121,  122,  144,  145,  154, 
                            1094, 1507, 1508, 1509, 1510, 1511, 1512, 1514, 1515, 1516, 1518,
                            1519, 1520, 1521, 1522, 1523, 1524, 1532, 1533, 1534, 2004};
 
+/// The words of string literals, as `L"of" L" these"`, that a text begins with.
+std::wstring ReadLiterals(std::wstring_view strText) {
+    std::wstring strWords;
+    while (strText.starts_with(L"L\"")) {
+        strText.remove_prefix(2);
+        const std::size_t nEnd = strText.find(L'"');
+        strWords += strText.substr(0, nEnd);
+        strText.remove_prefix(std::min(nEnd + 1, strText.size()));
+        strText.remove_prefix(std::min(strText.find_first_not_of(L" \n"), strText.size()));
+    }
+    return strWords;
+}
+
+/// The panel's own texts as the sources state them, a number beside its English words.
+std::map<int, std::set<std::wstring>> FindTextsInSources() {
+    std::map<int, std::set<std::wstring>> texts;
+    for (const char* pFolder :
+         {"platform", "curves", "plot", "acquisition", "ui", "plugin", "siblings", "host"})
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(RT_SOURCES "/" + std::string(pFolder))) {
+            if (!entry.is_regular_file()) continue;
+            CFile file(FromUtf8(entry.path().native()), CFile::modeRead);
+            std::string strBytes(file.GetLength(), ' ');
+            file.Read(strBytes.data(), strBytes.size());
+            const std::wstring strSource = FromUtf8(strBytes);
+            for (std::size_t n = 4; (n = strSource.find(L',', n)) != std::wstring::npos; ++n) {
+                const std::wstring strNumber = strSource.substr(n - 4, 4);
+                const std::size_t nWords = strSource.find_first_not_of(L" \n", n + 1);
+                if (strNumber < L"3100" || strNumber > L"3299" || nWords == std::wstring::npos ||
+                    strNumber.find_first_not_of(L"0123456789") != std::wstring::npos)
+                    continue;
+                const std::wstring strWords = ReadLiterals(
+                    {strSource.begin() + static_cast<std::ptrdiff_t>(nWords), strSource.end()});
+                if (!strWords.empty()) texts[std::stoi(strNumber)].insert(strWords);
+            }
+        }
+    return texts;
+}
+
 }  // namespace
+
+TEST(LanguageFiles, HaveWhatTheSourcesAskForAndNothingElse) {
+    const auto texts = FindTextsInSources();
+    EXPECT_GT(texts.size(), 60u);
+    const CLanguageTable english = Load(L"English");
+    const CLanguageTable german = Load(L"German");
+    std::size_t nOwn = 0;
+    for (int nString = 3100; nString < 3300; ++nString) {
+        SCOPED_TRACE(nString);
+        const auto found = texts.find(nString);
+        ASSERT_EQ(english.Find(nString) != nullptr, found != texts.end());
+        ASSERT_EQ(german.Find(nString) != nullptr, found != texts.end());
+        if (found == texts.end()) continue;
+        ++nOwn;
+        EXPECT_EQ(found->second, std::set{*english.Find(nString)});
+        // What is put into one is put into the other.
+        for (const wchar_t* pArgument : {L"%1", L"%2", L"%3"})
+            EXPECT_EQ(english.Find(nString)->find(pArgument) == std::wstring::npos,
+                      german.Find(nString)->find(pArgument) == std::wstring::npos);
+    }
+    for (const CLanguageTable* pTable : {&english, &german})
+        EXPECT_EQ(pTable->GetCount(), std::size(STRINGS) + nOwn) << "no number besides";
+}
 
 TEST(LanguageFiles, TheShippedOnesAreComplete) {
     for (const wchar_t* pLanguage : {L"English", L"German"}) {

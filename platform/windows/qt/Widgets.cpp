@@ -76,6 +76,19 @@ StaticWidget::StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPa
     setAttribute(Qt::WA_TransparentForMouseEvents);  // a click goes to the dialog
 }
 
+void StaticWidget::SetText(const QString& text) {
+    m_text = text;
+    setAccessibleName(text);
+    m_native.MarkStale();
+}
+
+QAccessibleInterface* DescribeStatic(const QString&, QObject* pObject) {
+    auto* pStatic = dynamic_cast<StaticWidget*>(pObject);
+    if (!pStatic) return nullptr;
+    return new QAccessibleWidget(pStatic, pStatic->m_bFrame ? QAccessible::Graphic
+                                                            : QAccessible::StaticText);
+}
+
 void StaticWidget::paintEvent(QPaintEvent* pEvent) {
     m_native.PaintWidget(pEvent->region(), [this] { PaintText(); });
 }
@@ -193,7 +206,8 @@ void CreateControl(const DialogItem& item, DialogWidget& dialog) {
     case ControlKind::Static:
     case ControlKind::StaticFrame: {
         auto* pStatic = new StaticWidget(item.m_nID, std::make_unique<CStatic>(), &dialog);
-        pStatic->m_text = text;
+        pStatic->m_bFrame = item.m_kind == ControlKind::StaticFrame;
+        pStatic->SetText(text);
         pStatic->m_bCentered = (item.m_nStyle & CS_CENTER) != 0;
         pWidget = pStatic;
         break;
@@ -248,8 +262,7 @@ QString GetWidgetText(const QWidget& widget) {
 
 void SetWidgetText(QWidget& widget, const QString& text) {
     if (auto* pStatic = dynamic_cast<StaticWidget*>(&widget)) {
-        pStatic->m_text = text;
-        pStatic->m_native.MarkStale();
+        pStatic->SetText(text);
     } else if (auto* pButton = qobject_cast<QPushButton*>(&widget)) {
         pButton->setText(text);
     } else if (auto* pEdit = qobject_cast<QLineEdit*>(&widget)) {

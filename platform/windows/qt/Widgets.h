@@ -2,6 +2,7 @@
 // notifications; what no message handler takes is the widget's own business.
 #pragma once
 
+#include <QAccessibleWidget>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -91,8 +92,11 @@ class PLATFORM_API StaticWidget : public MessageWidget<QWidget> {
   public:
     StaticWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
+    void SetText(const QString& text);
+
     QString m_text;
     bool m_bCentered = false;
+    bool m_bFrame = false;  ///< an area that is painted, not a text
 
   protected:
     void paintEvent(QPaintEvent* pEvent) override;
@@ -141,7 +145,11 @@ class ListWidget : public MessageWidget<QListWidget> {
     ListWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pParent);
 
     bool m_bSorted = false;
+    int m_nRowHeight = 0;  ///< in pixels; 0: as high as the text
 };
+
+/// What assistive technology is told of a static; of what the window system knows itself, null.
+QAccessibleInterface* DescribeStatic(const QString& className, QObject* pObject);
 
 /// Makes the child widget for one line of a dialog template.
 void CreateControl(const DialogItem& item, DialogWidget& dialog);

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "platform/system/Export.h"
 #include "platform/system/Types.h"
 
 /// The two functions of the library; C linkage. Each shows a modal window.
@@ -19,10 +20,12 @@ using ShowNumberPadFunction = BYTE(std::wstring strTitle, std::wstring strInitia
 /// Enters a text.
 /// @param strError what the keyboard shows when the operator confirms a blank entry
 /// @param pValue in: the initial text, out: the entered text
-BYTE CallKeyboard(const std::wstring& strError, const std::wstring& strTitle, std::wstring* pValue);
+PLATFORM_API BYTE CallKeyboard(const std::wstring& strError, const std::wstring& strTitle,
+                               std::wstring* pValue);
 
 /// Enters a number.
 /// @param pResult receives the number as the operator typed it
 /// @param nOption1 1 for numbers with decimals, else 0
-BYTE CallNumberPad(const std::wstring& strTitle, const std::wstring& strInitial,
-                   std::wstring* pResult, double* pNumber, BYTE nOption1, BYTE nOption2);
+PLATFORM_API BYTE CallNumberPad(const std::wstring& strTitle, const std::wstring& strInitial,
+                                std::wstring* pResult, double* pNumber, BYTE nOption1,
+                                BYTE nOption2);

@@ -1,4 +1,4 @@
-#include "ui/KeyboardCalls.h"
+#include "platform/windows/KeyboardCalls.h"
 
 #include "platform/system/DynamicLibrary.h"
 
