@@ -1,4 +1,3 @@
-#include <cmath>
 #include <limits>
 
 #include "evaluation/PathJudgement.h"
@@ -30,12 +29,9 @@ class CBound {
     /// How far inside a point lies. The sign is exact, and so is 0.
     double FindDistance(const GridPoint& point) {
         if (m_line.IsEmpty()) return ANY_DISTANCE;
-        const auto [from, to] = m_line.FindSegment(point.m_nPosition);
-        const Grid nWidth = to.m_nPosition - from.m_nPosition;
-        const Grid nInside = (point.m_nForce - from.m_nForce) * nWidth -
-                             (to.m_nForce - from.m_nForce) * (point.m_nPosition - from.m_nPosition);
-        return static_cast<double>(m_nSign * nInside + m_nTolerance * nWidth) /
-               static_cast<double>(nWidth);
+        const auto [nAbove, nBelow] = m_line.FindHeight(point);
+        return static_cast<double>(m_nSign * nAbove + m_nTolerance * nBelow) /
+               static_cast<double>(nBelow);
     }
 
   private:

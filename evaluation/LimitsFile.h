@@ -6,9 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "evaluation/Learning.h"
 #include "evaluation/Limits.h"
-
-class CFile;
 
 /// What is wrong with a limits file, on one line in UTF-8: the file, where in it, what it is and
 /// what would be right.
@@ -35,9 +34,10 @@ class CLimitsFile {
 
     const Limits& GetLimits() const { return m_limits; }
 
-    /// Puts an envelope in the place of the object of its name, or behind all others.
+    /// Puts what was learned in the place of the object of its name, "learned forward" or "learned
+    /// return", or behind all others.
     /// @throws CLimitsError when the scales leave no difference between its corners
-    void SetEnvelope(const std::string& strName, const EnvelopeLimit& envelope);
+    void SetEnvelope(const LearnedEnvelope& envelope);
 
     /// The text of the file, which reads back the same.
     std::string GetText() const;
@@ -48,6 +48,5 @@ class CLimitsFile {
     Limits m_limits;
 };
 
-/// Reads a file, or standard input for "-".
 /// @throws CLimitsError, CFileException
 CLimitsFile ReadLimitsFile(const std::wstring& strPath);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "evaluation/Grid.h"
@@ -15,10 +14,20 @@ class CPolyline {
 
     bool IsEmpty() const { return m_corners.empty(); }
 
-    /// The segment over a position from the first corner's to the last one's.
-    std::pair<const GridPoint&, const GridPoint&> FindSegment(Grid nPosition) {
-        if (!IsOver(m_nSegment, nPosition)) m_nSegment = Search(nPosition);
-        return {m_corners[m_nSegment], m_corners[m_nSegment + 1]};
+    /// A height as a fraction, so that its sign is exact.
+    struct Height {
+        Grid m_nAbove;
+        Grid m_nBelow;  ///< above 0
+    };
+    /// How high above the line a point lies whose position is one of the line's.
+    Height FindHeight(const GridPoint& point) {
+        if (!IsOver(m_nSegment, point.m_nPosition)) m_nSegment = Search(point.m_nPosition);
+        const GridPoint& from = m_corners[m_nSegment];
+        const GridPoint& to = m_corners[m_nSegment + 1];
+        const Grid nWidth = to.m_nPosition - from.m_nPosition;
+        return {(point.m_nForce - from.m_nForce) * nWidth -
+                    (to.m_nForce - from.m_nForce) * (point.m_nPosition - from.m_nPosition),
+                nWidth};
     }
 
     struct Reach {
