@@ -1,9 +1,10 @@
 #include "evaluation/Learning.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <string>
+
+#include "evaluation/Distribution.h"
 
 namespace {
 
@@ -72,21 +73,6 @@ std::vector<CellRange> FindCells(const CStroke& stroke, Branch branch,
         if (nCell > 0 && grid[nCell] == nAt) cells[nCell - 1].Include(stroke.GetForce(n));
     }
     return cells;
-}
-
-struct Distribution {
-    double m_dMean;
-    double m_dDeviation;  ///< of a sample
-};
-
-template <class Value>
-Distribution FindDistribution(std::size_t nCount, Value value) {
-    double dSum = 0;
-    for (std::size_t n = 0; n < nCount; ++n) dSum += value(n);
-    const double dMean = dSum / static_cast<double>(nCount);
-    double dSquares = 0;
-    for (std::size_t n = 0; n < nCount; ++n) dSquares += (value(n) - dMean) * (value(n) - dMean);
-    return {dMean, std::sqrt(dSquares / static_cast<double>(nCount - 1))};
 }
 
 /// Bounds of each cell.

@@ -101,18 +101,20 @@ CLimitsFile::~CLimitsFile() = default;
 CLimitsFile::CLimitsFile(CLimitsFile&&) noexcept = default;
 CLimitsFile& CLimitsFile::operator=(CLimitsFile&&) noexcept = default;
 
-void CLimitsFile::SetEnvelope(const LearnedEnvelope& envelope) {
+LimitObject CLimitsFile::SetEnvelope(const LearnedEnvelope& envelope) {
     const std::string strName =
         envelope.m_branch == Branch::Return ? "learned return" : "learned forward";
     Json object = DescribeEnvelope(strName, envelope, m_limits.m_scales);
     Json& objects = m_pDocument->m_json["objects"];
-    const auto old = std::find_if(objects.begin(), objects.end(),
-                                  [&](const Json& each) { return each["name"] == strName; });
-    if (old != objects.end())
-        *old = std::move(object);
-    else
+    const auto place = std::find_if(objects.begin(), objects.end(),
+                                    [&](const Json& each) { return each["name"] == strName; });
+    const auto nObject = static_cast<std::size_t>(place - objects.begin());
+    if (place == objects.end())
         objects.push_back(std::move(object));
+    else
+        *place = std::move(object);
     m_limits = Read(CLimitsNode(m_pDocument->m_json, m_pDocument->m_strName));
+    return m_limits.m_objects[nObject];
 }
 
 std::string CLimitsFile::GetText() const { return WriteLimitsText(m_pDocument->m_json); }

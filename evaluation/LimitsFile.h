@@ -36,8 +36,9 @@ class CLimitsFile {
 
     /// Puts what was learned in the place of the object of its name, "learned forward" or "learned
     /// return", or behind all others.
+    /// @return the object as it reads back
     /// @throws CLimitsError when the scales leave no difference between its corners
-    void SetEnvelope(const LearnedEnvelope& envelope);
+    LimitObject SetEnvelope(const LearnedEnvelope& envelope);
 
     /// The text of the file, which reads back the same.
     std::string GetText() const;

@@ -109,6 +109,12 @@ MeasuredFeature Describe(const CStroke& stroke, const Scales& scales, std::strin
     return described;
 }
 
+StrokeOverview LookOver(const CStroke& stroke) {
+    if (const char* const pObstacle = stroke.FindObstacle())
+        return {pObstacle, stroke.CountPoints(), {}};
+    return {"", stroke.CountPoints(), stroke.GetTurn()};
+}
+
 }  // namespace
 
 const char* GetName(Outcome outcome) {
@@ -117,14 +123,11 @@ const char* GetName(Outcome outcome) {
 }
 
 StrokeVerdict JudgeStroke(const CStroke& stroke, const Limits& limits) {
-    StrokeVerdict verdict;
-    verdict.m_points = stroke.CountPoints();
-    if (const char* const pObstacle = stroke.FindObstacle()) {
+    StrokeVerdict verdict{LookOver(stroke)};
+    if (!verdict.m_strReason.empty()) {
         verdict.m_outcome = Outcome::Cannot;
-        verdict.m_strReason = pObstacle;
         return verdict;
     }
-    verdict.m_turn = stroke.GetTurn();
     const CJudge judge(stroke, limits.m_scales);
     for (const LimitObject& object : limits.m_objects) {
         verdict.m_objects.push_back(std::visit(judge, object.m_limit));
@@ -135,14 +138,16 @@ StrokeVerdict JudgeStroke(const CStroke& stroke, const Limits& limits) {
     return verdict;
 }
 
-std::vector<MeasuredFeature> MeasureStroke(const CStroke& stroke, const Limits& limits) {
-    std::vector<MeasuredFeature> features;
+StrokeMeasurement MeasureStroke(const CStroke& stroke, const Limits& limits) {
+    StrokeMeasurement measurement{LookOver(stroke)};
+    if (!measurement.m_strReason.empty()) return measurement;
+    const auto measure = [&](const std::string& strName, const Feature& feature) {
+        measurement.m_features.push_back(Describe(stroke, limits.m_scales, strName, feature));
+    };
     for (const FeatureTraits& traits : GetStandardFeatures())
-        features.push_back(
-            Describe(stroke, limits.m_scales, std::string(traits.m_strName), {traits.m_kind}));
+        measure(std::string(traits.m_strName), {traits.m_kind});
     for (const LimitObject& object : limits.m_objects)
         if (const auto* pLimit = std::get_if<FeatureLimit>(&object.m_limit))
-            features.push_back(
-                Describe(stroke, limits.m_scales, object.m_strName, pLimit->m_feature));
-    return features;
+            measure(object.m_strName, pLimit->m_feature);
+    return measurement;
 }

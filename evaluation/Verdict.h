@@ -33,15 +33,18 @@ struct ObjectResult {
     std::optional<MeasuredPoint> m_point;  ///< where it failed first
 };
 
-struct StrokeVerdict {
-    Outcome m_outcome = Outcome::Pass;
-    std::string m_strReason;  ///< why the stroke as a whole cannot be evaluated; empty: it can
-    std::optional<std::size_t> m_points;
+/// What is told of a stroke whatever is done with it.
+struct StrokeOverview {
+    std::string m_strReason;              ///< why it cannot be evaluated; empty: it can
+    std::optional<std::size_t> m_points;  ///< none: there are no points
     std::optional<std::size_t> m_turn;    ///< none: it cannot be evaluated
-    std::vector<ObjectResult> m_objects;  ///< in the order of the limits; none: it cannot
 };
 
-/// The verdict of a curve that has its values in pairs.
+struct StrokeVerdict : StrokeOverview {
+    Outcome m_outcome = Outcome::Pass;
+    std::vector<ObjectResult> m_objects = {};  ///< in the order of the limits; none: it cannot
+};
+
 StrokeVerdict JudgeStroke(const CStroke& stroke, const Limits& limits);
 
 /// A feature of a stroke as people read it.
@@ -54,6 +57,9 @@ struct MeasuredFeature {
     std::optional<MeasuredPoint> m_point;
 };
 
-/// The standard features, and then the limited ones.
-/// @param stroke one that can be evaluated
-std::vector<MeasuredFeature> MeasureStroke(const CStroke& stroke, const Limits& limits);
+struct StrokeMeasurement : StrokeOverview {
+    std::vector<MeasuredFeature> m_features = {};  ///< none: it cannot be evaluated
+};
+
+/// The standard features, and then the limited ones, without their limits.
+StrokeMeasurement MeasureStroke(const CStroke& stroke, const Limits& limits);

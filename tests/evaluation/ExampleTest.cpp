@@ -130,7 +130,7 @@ TEST(EvaluationExample, ScalesWhatPeopleRead) {
                         scales,
                         {{"k", FeatureLimit{{Slope, Branch::Forward, 0, Range(100, 300)}, 0.0, {}}},
                          {"h", FeatureLimit{{Hysteresis, Branch::Forward, 250_v}, 0.0, {}}}}};
-    const auto features = MeasureStroke(stroke, limits);
+    const auto features = MeasureStroke(stroke, limits).m_features;
     const std::pair<double, const char*> expected[] = {
         {200, "N"},          {0.5, "mm"},        {0.006, "s"},  {0.5, "mm"},
         {190, "N"},          {0.005, "s"},       {0.009, "s"},  {32, "N\u00B7mm"},
