@@ -11,21 +11,22 @@ class IProgress;
 
 /// What a person may ask for beyond what the screen exports.
 struct RTCsvOptions {
-    bool m_bTimeColumn = false;  ///< a first column "Time", milliseconds from the curve's beginning
-    std::uint16_t m_nValueRate = 0;  ///< for that column, values per second; 0: it counts values
+    bool m_bPairs = true;  ///< false: each value is a step of its own
+    /// A first column "Time (ms)", milliseconds from the curve's beginning.
+    bool m_bTimeColumn = false;
+    /// For that column, values per second; 0: it is "Index" and counts values.
+    std::uint16_t m_nValueRate = 0;
 };
 
 /// Writes the header "Force, Distance" and a row for each complete pair of values, in thousandths
-/// of a value: -32768 is -32.768. There is no line break at the end. The count of a curve that is
-/// being filled is taken once. Closes the file. The error of a regular file that could not be
-/// written says that the lines before the failure are kept.
+/// of a value: -32768 is -32.768; of single values the header "Force" and a row for each. There is
+/// no line break at the end. The count of a curve that is being filled is taken once. Closes the
+/// file, and fails as WriteCsv does.
 /// @throws CFileException, CUserException
 void WriteCurveCsv(CTextFile& file, const RTCurveData& curve, const RTCsvOptions& options = {},
                    IProgress* pProgress = nullptr);
 
-/// As WriteCurveCsv, to a file that is created, or replaces an existing one. At a failure the file
-/// keeps the lines written before it; stopped by the person, it is removed, and of a symbolic link
-/// the file that it leads to.
+/// As WriteCurveCsv, to a file that is created or replaced as ExportCsv does it.
 /// @throws CFileException, CUserException
 void ExportCurveCsv(const std::wstring& strPath, const RTCurveData& curve,
                     const RTCsvOptions& options = {}, IProgress* pProgress = nullptr);

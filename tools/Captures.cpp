@@ -58,6 +58,14 @@ bool HasCurves(const RTCaptureFile& capture) {
                        [](const RTCurveList& list) { return !list.empty(); });
 }
 
+SecondInput GetSecondInput(const RTScreenRecord& screen) {
+    return SecondInput{screen.m_nPositionInput.value_or(0)};
+}
+
+bool HoldsPairs(const RTScreenRecord& screen) {
+    return screen.m_nMode && HasValuePairs(*screen.m_nMode, GetSecondInput(screen));
+}
+
 void Report(const std::string& strText) { PrintError("rt3", strText); }
 
 int ForEachFile(const std::vector<std::wstring>& arrFiles,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "curves/CaptureFile.h"
+#include "curves/InstrumentMode.h"
 #include "platform/system/Exceptions.h"
 
 /// Reads a capture (an RTCaptureFile, an RTCaptureOutline) from a path, or from standard input for
@@ -17,6 +18,13 @@ void ReadInput(const std::wstring& strPath, CObject& capture);
 
 /// Whether a capture has any curve.
 bool HasCurves(const RTCaptureFile& capture);
+
+/// The second input that a capture was made with; of a file too old to hold it, the one that it is
+/// written with again.
+SecondInput GetSecondInput(const RTScreenRecord& screen);
+
+/// Whether the values of a capture come in pairs, as far as the file says so.
+bool HoldsPairs(const RTScreenRecord& screen);
 
 /// Does something for each file; a file that fails is reported on standard error and does not keep
 /// the others from their turn.

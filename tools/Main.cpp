@@ -12,7 +12,7 @@ constexpr const char* ABOUT =
 Commands:
   info      say what a capture holds
   csv       write a curve as comma-separated text
-  plot      draw a channel as the screen does, as a PNG picture
+  plot      draw a channel as the screen does, as a PNG or SVG picture
   convert   rewrite a capture as the current version of the format
   measure   measure strokes: peak, end, work and more
   check     hold strokes against limits: pass or fail

@@ -1,53 +1,20 @@
-#include "platform/drawing/Graphics.h"
 #include "platform/system/ReplaceFile.h"
 #include "platform/windows/Application.h"
-#include "plot/RTPlot.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
+#include "tools/PlotPicture.h"
 
 namespace {
 
-constexpr int MAX_EXTENT = 10000;
-
-struct PlotRequest {
-    std::uint8_t m_nChannel = 1;  ///< from 1
-    std::uint8_t m_nDisplay = 0;
-    CSize m_size{698, 343};  ///< the screen's plot area
-};
-
-CSize ReadSize(const std::string& strText) {
-    const std::size_t nCross = strText.find('x');
-    if (nCross == std::string::npos)
-        throw CUsageError("'" + strText + "' is not WIDTHxHEIGHT, as in 698x343");
-    const auto read = [](const std::string& strExtent) {
-        return static_cast<int>(ReadNumber(strExtent, true, 1, MAX_EXTENT));
-    };
-    return {read(strText.substr(0, nCross)), read(strText.substr(nCross + 1))};
-}
-
-/// The plot as the screen has it after loading the capture.
-CBitmap Draw(const std::shared_ptr<RTCaptureFile>& spCapture, const PlotRequest& request) {
-    RTGraphSettings graph;
-    graph.m_nGraphRate = spCapture->m_screen.m_nValueRate;
-
-    RTPlot plot;
-    plot.m_pGraph = &graph;
-    plot.m_spCurves = std::shared_ptr<CRTCurves>(spCapture, &spCapture->m_curves);
-    plot.m_nChannel = static_cast<std::uint8_t>(request.m_nChannel - 1);
-    plot.m_nDisplay = request.m_nDisplay;
-    plot.m_nMode = spCapture->m_screen.m_nMode.value_or(plot.m_nMode);
-    plot.m_nSpanValues = spCapture->m_plots.m_anSpans[plot.m_nChannel];
-    plot.m_nWidth = request.m_size.cx;
-    plot.m_nHeight = plot.m_nBottom = request.m_size.cy;
-    plot.ZoomAll();
-
-    CBitmap bitmap;
-    bitmap.CreateBitmap(request.m_size.cx, request.m_size.cy);
-    CDC dc;
-    dc.CreateCompatibleDC(nullptr);
-    dc.SelectBitmap(&bitmap);
-    plot.Paint(dc);
-    return bitmap;
+void ReadRange(const std::string& strText, PlotRequest& request) {
+    const std::size_t nColon = strText.find(':');
+    if (nColon == std::string::npos)
+        throw CUsageError("'" + strText + "' is not FROM:TO, as in 500:1500");
+    const auto read = [](const std::string& strTime) { return ReadNumber(strTime, false, 0, 1e9); };
+    const PlotRange range{read(strText.substr(0, nColon)), read(strText.substr(nColon + 1))};
+    if (range.m_dFrom >= range.m_dTo)
+        throw CUsageError("'" + strText + "' does not begin before it ends");
+    request.m_range = range;
 }
 
 void WriteOutput(const std::wstring& strPath, const std::vector<BYTE>& bytes) {
@@ -68,9 +35,11 @@ void WriteOutput(const std::wstring& strPath, const std::vector<BYTE>& bytes) {
 int RunPlot(Arguments arguments) {
     std::wstring strOutput;
     PlotRequest request;
-    CCommandLine line("rt3 plot [OPTION]... -o OUT FILE...",
-                      "Draws a channel exactly as the screen shows it after loading the file, as a "
-                      "PNG picture.\n");
+    std::optional<PictureFormat> format;
+    CCommandLine line(
+        "rt3 plot [OPTION]... -o OUT FILE...",
+        "Draws a channel exactly as the screen shows it after loading the file, as a PNG picture, "
+        "or as an SVG\ndrawing of lines and texts. Texts, lines and margins grow with the size.\n");
     line.AddText("-o,--output", "OUT", strOutput,
                  "the file to write, an existing folder, or \"-\" for standard output");
     line.AddNumber("--channel", "N", request.m_nChannel, 1, CRTCurves::CHANNEL_COUNT,
@@ -78,11 +47,19 @@ int RunPlot(Arguments arguments) {
     line.AddNumber("--display", "N", request.m_nDisplay, 0, 2,
                    "0 first values of the pairs, 1 second values, 2 both (0)");
     line.AddOption("--size", "WxH", "in pixels (698x343, as on the screen); each from 1 to 10000",
-                   [&](const std::string& strText) { request.m_size = ReadSize(strText); });
+                   [&](const std::string& strText) { request.m_size = ReadPictureSize(strText); });
+    line.AddOption("--format", "FORMAT", "png or svg (by the end of OUT; png when that is neither)",
+                   [&](const std::string& strText) { format = ReadPictureFormat(strText); });
+    line.AddText("--title", "TEXT", request.m_strTitle, "a title, above the plot");
+    line.AddFlag("--units", request.m_bUnits, "name the quantities and units of the axes");
+    line.AddOption("--range", "FROM:TO",
+                   "the part to draw, in milliseconds (all); without a rate in the file, in values",
+                   [&](const std::string& strText) { ReadRange(strText, request); });
     const auto arrFiles = line.ParseFiles(arguments);
     if (strOutput.empty()) throw CUsageError("-o is missing");
+    request.m_format = format.value_or(FindPictureFormat(strOutput));
 
-    const COutput output(strOutput, L".png", arrFiles);
+    const COutput output(strOutput, GetExtension(request.m_format), arrFiles);
     output.KeepInputs(arrFiles);
     // Texts need a window system; the offscreen one asks for no display.
     static char achName[] = "rt3";
@@ -92,6 +69,6 @@ int RunPlot(Arguments arguments) {
     return ForEachFile(arrFiles, [&](const std::wstring& strPath) {
         const auto spCapture = std::make_shared<RTCaptureFile>();
         ReadInput(strPath, *spCapture);
-        WriteOutput(output.GetPath(strPath), Draw(spCapture, request).EncodePng());
+        WriteOutput(output.GetPath(strPath), DrawPlotPicture(spCapture, request));
     });
 }

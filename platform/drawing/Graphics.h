@@ -131,19 +131,19 @@ class PLATFORM_API CDC {
     void MoveTo(int x, int y) { m_position = {x, y}; }
     void LineTo(int x, int y);
     /// Draws from each point to the next, beginning at the current position.
-    void PolylineTo(std::span<const CPoint> points);
+    virtual void PolylineTo(std::span<const CPoint> points);
 
-    void FillSolidRect(const CRect& rect, COLORREF color);
+    virtual void FillSolidRect(const CRect& rect, COLORREF color);
     /// Fills the rectangle (a null brush leaves it) and outlines it with the pen; with
     /// RasterOp::Invert inverts it instead. The corners may come in any order.
-    void Rectangle(const CRect& rect, const CBrush* pBrush);
+    virtual void Rectangle(const CRect& rect, const CBrush* pBrush);
 
     /// Draws one line of text at a point, as the text alignment says. In the opaque background mode
     /// the text's cell is filled with white first.
-    void TextOut(int x, int y, const std::wstring& strText);
+    virtual void TextOut(int x, int y, const std::wstring& strText);
 
     /// Copies a rectangle of another surface here.
-    void CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);
+    virtual void CopyRect(int x, int y, int cx, int cy, CDC* pSource, int xSource, int ySource);
 
     COLORREF GetPixel(int x, int y) const;  ///< NO_COLOR outside the surface
 
@@ -151,7 +151,8 @@ class PLATFORM_API CDC {
     explicit CDC(std::unique_ptr<GraphicsSurface> pSurface);
     GraphicsSurface* Surface() const { return m_pSurface.get(); }
 
+    CPoint m_position;
+
   private:
     std::unique_ptr<GraphicsSurface> m_pSurface;
-    CPoint m_position;
 };

@@ -204,7 +204,7 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(Run("$RT3 csv --channel=1 --curve 1 a.rt3 --output=b.csv").m_strOut, "");
     EXPECT_EQ(m_folder.Get("b.csv"), strRows);
     EXPECT_EQ(Run("$RT3 csv --time-column a.rt3").m_strOut,
-              "Time, Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
+              "Time (ms), Force, Distance\r\n0.000,0.100,-0.200\r\n0.050,0.300,-0.050");
 
     m_folder.Put("two.rt3", TwoChannels());
     std::filesystem::create_directory(PathOf("out"));
@@ -213,8 +213,17 @@ TEST_F(Tool, ExportsACurveToAFileOrStandardOutput) {
     EXPECT_EQ(some.m_strOut, "");
     EXPECT_EQ(some.m_strErr, "rt3: a.rt3: Channel 2 has no curves.\n");
     EXPECT_EQ(m_folder.Get("out/two.csv"),
-              "Time, Force, Distance\r\n0.000,1.500,-32.768\r\n0.062,32.767,-0.001");
+              "Time (ms), Force\r\n0.000,1.500\r\n0.031,-32.768\r\n0.062,32.767\r\n0.093,-0.001");
     EXPECT_FALSE(std::filesystem::exists(PathOf("out/a.csv")));
+
+    m_folder.Put("old.rt3", OldCapture());  // which does not say what its values mean
+    EXPECT_EQ(Run("$RT3 csv old.rt3").m_strOut, "Force\r\n0.003\r\n-0.004");
+    EXPECT_EQ(Run("$RT3 csv --pairs old.rt3").m_strOut, "Force, Distance\r\n0.003,-0.004");
+    const std::string strHead = "curve,time_ms,ch1_force,ch1_voltage,line1,line2,line3,line4\r\n";
+    EXPECT_EQ(Run("$RT3 csv --table a.rt3").m_strOut,
+              strHead + "1,0.000,0.100,-0.200,1,0,1,0\r\n1,0.050,0.300,-0.050,1,0,1,0\r\n");
+    EXPECT_EQ(Run("$RT3 csv --table --pairs -o old.csv old.rt3").m_nExitCode, 0);
+    EXPECT_EQ(m_folder.Get("old.csv"), strHead + "1,0.000,0.003,-0.004,,,,\r\n");
 }
 
 TEST_F(Tool, SaysWhenTheDiskIsFull) {
@@ -258,8 +267,9 @@ TEST_F(Tool, DrawsAChannelAsAPicture) {
     EXPECT_EQ(draw("first --size 321x123").substr(16, 8), std::string("\0\0\1\x41\0\0\0\x7B", 8));
     EXPECT_TRUE(draw("second --channel 2") == strPicture);
     std::set<std::string> pictures{strPicture};
-    for (const char* pArguments : {"second", "mode", "rate", "span", "first --display 1",
-                                   "first --display 2", "first --channel 3"})
+    for (const char* pArguments :
+         {"second", "mode", "rate", "span", "first --display 1", "first --display 2",
+          "first --channel 3", "first --units", "first --title T", "first --range 25:75"})
         EXPECT_TRUE(pictures.insert(draw(pArguments)).second) << pArguments;
 
     std::filesystem::create_directory(PathOf("out"));
@@ -269,6 +279,61 @@ TEST_F(Tool, DrawsAChannelAsAPicture) {
     Run("ulimit -f 0; trap '' XFSZ; $RT3 plot a.rt3 -o out/first.png");
     EXPECT_TRUE(m_folder.Get("out/first.png") == strPicture);
     EXPECT_TRUE(m_folder.Get("out/a.png") == draw("a.rt3"));
+}
+
+TEST_F(Tool, DrawsLinesAndTextsAsAVectorPicture) {
+    std::vector<int> wave;
+    for (int n = 0; n < 40000; ++n) wave.push_back(n % 1000);
+    const auto put = [&](int nMode, int nSecondInput, int nRate) {
+        FileBytes bytes;
+        bytes.Long(4).Byte(nMode).Byte(nSecondInput).Word(nRate).Word(1).Spans({1000, 1, 1});
+        AddCurve(bytes.Byte(14).Byte(3).Long(1), wave, {999, 1, 998, 0});
+        m_folder.Put("wave.rt3", Text(bytes.Long(0).Long(0)));
+    };
+    const auto draw = [&](const std::string& strArguments) {
+        const Result result = Run("$RT3 plot wave.rt3 -o - --format svg " + strArguments);
+        EXPECT_EQ(result.m_strErr, "") << strArguments;
+        return result.m_strOut;
+    };
+    const auto count = [](const std::string& strText, const std::string& strPart) {
+        int nFound = 0;
+        for (std::size_t n = 0; (n = strText.find(strPart, n)) != std::string::npos; ++n) ++nFound;
+        return nFound;
+    };
+    put(1, 0, 40000);
+    const std::string strWhole = draw("");
+    EXPECT_TRUE(Contains(strWhole, "width=\"698\" height=\"343\""));
+    EXPECT_TRUE(Contains(strWhole, ">I #4</text>"));
+    const std::string strLong = draw("--range 0:1000");
+    EXPECT_EQ(count(strLong, "stroke=\"#0000ff\""), 1) << "the curve is one polyline";
+    EXPECT_LT(count(strLong, ","), 1100) << "of 500 columns at the most, each of two points";
+    EXPECT_EQ(count(draw("--display 2"), "stroke=\"#6495ed\""), 1);
+    EXPECT_TRUE(draw("--range 0:25") == strWhole);
+    EXPECT_TRUE(Contains(draw("--range 250.5:500"), "text-anchor=\"start\" fill=\"#000000\">250<"));
+
+    EXPECT_TRUE(Contains(draw("--title='1 < 2'"), ">1 &lt; 2</text>"));
+    const auto expectNames = [&](int nMode, int nSecondInput, const char* pDisplay,
+                                 const char* pName) {
+        put(nMode, nSecondInput, 40000);
+        const std::string strPicture = draw(std::string("--units --display ") + pDisplay);
+        EXPECT_TRUE(Contains(strPicture, pName)) << nMode << ' ' << pDisplay << ' ' << pName;
+        EXPECT_TRUE(Contains(strPicture, ">Time [ms]<"));
+    };
+    expectNames(1, 0, "0", ">Force [1/1000]<");
+    expectNames(1, 0, "2", ">Force [1/1000], Voltage [mV]<");
+    expectNames(20, 2, "1", ">Position [1/1000]<");
+    expectNames(22, 1, "1", ">Position [1/1000]<");
+    expectNames(12, 1, "1", ">Force [1/1000]<");
+    put(1, 0, 0);
+    EXPECT_TRUE(Contains(draw("--units --range 20:7000"), ">Value index<"));
+    EXPECT_TRUE(Contains(draw("--range 20:7000"), ">20<"));
+
+    std::filesystem::create_directory(PathOf("out"));
+    Run("$RT3 plot wave.rt3 -o b.SVG; $RT3 plot --format svg wave.rt3 -o out; "
+        "$RT3 plot --format png wave.rt3 -o c.svg");
+    EXPECT_TRUE(m_folder.Get("b.SVG").starts_with("<?xml"));
+    EXPECT_TRUE(m_folder.Get("out/wave.svg").starts_with("<?xml"));
+    EXPECT_EQ(m_folder.Get("c.svg").substr(1, 3), "PNG");
 }
 
 TEST_F(Tool, ConvertsToTheCurrentVersionEvenInPlace) {
@@ -378,6 +443,8 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         {"info", "info: a file is missing"},
         {"csv --channel 0 a.rt3", "csv: --channel: '0' is not a whole number from 1 to 3"},
         {"csv --curve 0 a.rt3", "csv: --curve: '0' is not a whole number from 1 to 2147483647"},
+        {"csv --table --curve 2 a.rt3",
+         "csv: --curve cannot go with --table, which has all channels, curves and times"},
         {"csv a.rt3 a.rt3", "csv: several files need an existing folder behind -o"},
         {"plot a.rt3", "plot: -o is missing"},
         {"plot a.rt3 -o b.png --size 0x5",
@@ -385,6 +452,11 @@ TEST_F(Tool, RefusesCommandLinesThatMakeNoSense) {
         {"plot a.rt3 -o b.png --size 5x10001",
          "plot: --size: '10001' is not a whole number from 1 to 10000"},
         {"plot a.rt3 -o b.png --size 5", "plot: --size: '5' is not WIDTHxHEIGHT, as in 698x343"},
+        {"plot a.rt3 -o b.png --format gif", "plot: --format: 'gif' is not one of png, svg"},
+        {"plot a.rt3 -o b.png --range 5", "plot: --range: '5' is not FROM:TO, as in 500:1500"},
+        {"plot a.rt3 -o b.png --range 5:5", "plot: --range: '5:5' does not begin before it ends"},
+        {"plot a.rt3 -o b.png --range -1:5",
+         "plot: --range: '-1' is not a number from 0 to 1000000000"},
         {"plot a.rt3 -o b.png --display 3",
          "plot: --display: '3' is not a whole number from 0 to 2"},
         {"plot a.rt3 -o a.rt3", "plot: a.rt3 would be overwritten"},

@@ -102,6 +102,8 @@ const TextMask& RenderText(const CFont* pFont, const std::wstring& strText) {
     return texts.emplace(strText, Render(font, strText)).first->second;
 }
 
+const CFont& GetDefaultFont() { return DefaultFont(); }
+
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel) {
     CRect ink = mask.m_ink;
     ink.OffsetRect(origin.x, origin.y);

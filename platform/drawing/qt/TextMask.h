@@ -24,3 +24,6 @@ const TextMask& RenderText(const CFont* pFont, const std::wstring& strText);
 
 /// Blends a colour through a mask whose cell begins at a point.
 void BlendText(const PixelView& view, CPoint origin, const TextMask& mask, std::uint32_t nPixel);
+
+/// What a text without a font is drawn in.
+const CFont& GetDefaultFont();
