@@ -1,7 +1,5 @@
 #include "evaluation/Stroke.h"
 
-#include "curves/InstrumentMode.h"
-
 CStroke::CStroke(const RTCurveData& curve, unsigned nRate)
     : m_curve(curve), m_pValues(curve.GetValues()), m_nPoints(curve.GetCount() / 2),
       m_nRate(nRate) {
@@ -53,13 +51,4 @@ RTMinMax FindRangeWithin(const CStroke& stroke, PointRange points, PointValue va
         return true;
     });
     return found;
-}
-
-bool HasPairs(const RTScreenRecord& screen) {
-    if (!screen.m_nMode) return false;
-    const bool bInputMatters =
-        FindInstrumentMode(*screen.m_nMode).m_pairs == ModeHas::WithAnalogueInput;
-    if (bInputMatters && !screen.m_nPositionInput) return false;
-    return HasValuePairs(*screen.m_nMode,
-                         static_cast<SecondInput>(screen.m_nPositionInput.value_or(0)));
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "curves/CaptureRecords.h"
 #include "curves/RTCurveData.h"
 #include "evaluation/Grid.h"
 
@@ -113,8 +112,3 @@ class CStroke {
 /// the neutral range without any.
 RTMinMax FindRangeWithin(const CStroke& stroke, PointRange points, PointValue value,
                          const GridRange& within);
-
-/// Whether a capture's values come in pairs. One too old to say so counts as one of single values.
-bool HasPairs(const RTScreenRecord& screen);
-/// Why the curves of a capture without pairs cannot be evaluated.
-constexpr const char* NO_PAIRS = "no pairs";

@@ -39,7 +39,7 @@ class CObjectDrawing {
             thin.Hatch(rect, std::max(m_plot.m_nText / 2, 2));
         }
         m_pen.Frame(rect);
-        DrawName(rect.TopLeft());
+        DrawName(rect.TopLeft(), true);
     }
     void operator()(const LineLimit& line) const {
         const CPoint from = m_plot.At({line.m_positions.Low(), line.m_nForce});
@@ -90,16 +90,23 @@ class CObjectDrawing {
         m_pen.Arrow(bIn ? outside : inside, bIn ? inside : outside, m_plot.m_nText / 4);
     }
 
-    void DrawName(CPoint corner) const {
+    /// @param bClear on ground of its own, where lines would cross it out
+    void DrawName(CPoint corner, bool bClear = false) const {
         // Within the plot, by what letters are wide.
-        const int nWidth = static_cast<int>(m_strName.size()) * m_plot.m_nText * 6 / 10;
-        const int nGap = m_plot.m_nText / 3;
-        const int x = std::min(corner.x + nGap, m_plot.m_area.right - nWidth - nGap);
-        const int y = std::min(corner.y + nGap / 2, m_plot.m_area.bottom - m_plot.m_nText * 3 / 2);
+        const CRect& area = m_plot.m_area;
+        const int nText = m_plot.m_nText;
+        const int nWidth = static_cast<int>(m_strName.size()) * nText * 6 / 10;
+        const int nGap = nText / 3;
+        const int x =
+            std::max(std::min(corner.x + nGap, area.right - nWidth - nGap), area.left + nGap);
+        const int y =
+            std::max(std::min(corner.y + nGap / 2, area.bottom - nText * 3 / 2), area.top);
+        if (bClear)
+            m_dc.FillSolidRect({x, y + 1, std::min(x + nWidth, area.right - 1), y + nText * 5 / 4},
+                               XY_GROUND_COLOR);
         m_dc.SetTextColor(m_color);
         m_dc.SetTextAlign(TextAlign::Left);
-        m_dc.TextOut(std::max(x, m_plot.m_area.left + nGap), std::max(y, m_plot.m_area.top),
-                     m_strName);
+        m_dc.TextOut(x, y, m_strName);
     }
 
     CDC& m_dc;

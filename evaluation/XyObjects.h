@@ -5,6 +5,8 @@
 #include "evaluation/XyAxes.h"
 #include "evaluation/XyPen.h"
 
+constexpr COLORREF XY_GROUND_COLOR = RGB(255, 255, 255);
+
 /// Adds what an object has of finite coordinates to the ranges of the axes.
 void IncludeObject(const LimitObject& object, AxisRange& positions, AxisRange& forces);
 

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr COLORREF GROUND_COLOR = RGB(255, 255, 255);
 constexpr COLORREF TEXT_COLOR = RGB(40, 40, 40);
 constexpr COLORREF GRID_COLOR = RGB(225, 225, 225);
 constexpr COLORREF ZERO_COLOR = RGB(150, 150, 150);
@@ -68,7 +67,7 @@ class CXyPainter {
         font.CreatePixelFont(m_nText, L"MS Shell Dlg", false);
         const CFont* const pFontBefore = m_dc.SelectFont(&font);
         m_dc.SetBackgroundMode(BackgroundMode::Transparent);
-        m_dc.FillSolidRect({0, 0, m_size.cx, m_size.cy}, GROUND_COLOR);
+        m_dc.FillSolidRect({0, 0, m_size.cx, m_size.cy}, XY_GROUND_COLOR);
         DrawAxes();
         const CRgn area(m_plot.m_area);
         m_dc.SelectClipRgn(&area);

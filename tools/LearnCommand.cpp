@@ -1,5 +1,3 @@
-#include "platform/system/Paths.h"
-#include "platform/system/ReplaceFile.h"
 #include "tools/Captures.h"
 #include "tools/Commands.h"
 #include "tools/Strokes.h"
@@ -51,13 +49,6 @@ std::vector<std::wstring> Parse(Arguments arguments, LearnRequest& request) {
     return arrFiles;
 }
 
-void KeepCaptures(const std::wstring& strOutput, const std::vector<std::wstring>& arrFiles) {
-    const auto output = FindIdentity(strOutput);
-    for (const std::wstring& strFile : arrFiles)
-        if (output && FindIdentity(FindFileOfAnyCase(strFile)) == output)
-            throw CUsageError(ToUtf8(strFile) + " would be overwritten");
-}
-
 /// @return false when one cannot be used, which has been reported
 bool ReadAll(const std::vector<std::wstring>& arrFiles, const StrokeRequest& request,
              std::vector<StrokeSource>& sources) {
@@ -65,9 +56,7 @@ bool ReadAll(const std::vector<std::wstring>& arrFiles, const StrokeRequest& req
     ForEachStroke(
         arrFiles, request,
         [&](const StrokeSource& source) {
-            const char* pObstacle = source.m_pObstacle;
-            if (!pObstacle) pObstacle = CStroke(*source.m_spCurve, source.m_nRate).FindObstacle();
-            if (pObstacle) {
+            if (const char* const pObstacle = source.FindObstacle()) {
                 Report(DescribeStroke(source.m_name) + ": " + pObstacle);
                 bAll = false;
             }
@@ -100,7 +89,7 @@ int CheckOwn(const std::vector<CStroke>& strokes, const std::vector<StrokeSource
 int RunLearn(Arguments arguments) {
     LearnRequest request;
     const auto arrFiles = Parse(arguments, request);
-    KeepCaptures(request.m_strOutput, arrFiles);
+    KeepInputs(request.m_strOutput, arrFiles);
     CLimitsFile file = ReadLimits(request.m_strFrom);
     std::vector<StrokeSource> sources;
     if (!ReadAll(arrFiles, request.m_strokes, sources)) return STROKE_UNKNOWN;

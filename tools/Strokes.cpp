@@ -1,5 +1,6 @@
 #include "tools/Strokes.h"
 
+#include "platform/system/Paths.h"
 #include "tools/Captures.h"
 
 void StrokeRequest::AddOptions(CCommandLine& line) {
@@ -21,13 +22,14 @@ std::vector<StrokeSource> ReadStrokes(const std::wstring& strPath, const StrokeR
     const RTCurveList& list = capture.m_curves.m_lstCurves[request.m_nChannel - 1];
     StrokeSource source{
         {strPath, request.m_nChannel, request.m_curve}, nullptr, capture.m_screen.m_nValueRate};
+    source.m_bVoltage = GetSecondInput(capture.m_screen) == SecondInput::Voltage;
     const std::size_t nFirst = request.m_curve.value_or(1);
     const std::size_t nLast = request.m_curve.value_or(list.size());
     if (nFirst > nLast || nLast > list.size()) {
         source.m_pObstacle = request.m_curve ? "no such curve" : "no curves";
         return {source};
     }
-    if (!request.m_bPairs && !HasPairs(capture.m_screen)) source.m_pObstacle = NO_PAIRS;
+    if (!request.m_bPairs && !HoldsPairs(capture.m_screen)) source.m_pObstacle = "no pairs";
     std::vector<StrokeSource> sources;
     for (std::size_t n = nFirst; n <= nLast; ++n) {
         source.m_name.m_curve = n;
@@ -35,6 +37,10 @@ std::vector<StrokeSource> ReadStrokes(const std::wstring& strPath, const StrokeR
         sources.push_back(source);
     }
     return sources;
+}
+
+const char* StrokeSource::FindObstacle() const {
+    return m_pObstacle ? m_pObstacle : CStroke(*m_spCurve, m_nRate).FindObstacle();
 }
 
 std::string DescribeStroke(const StrokeName& name) {
@@ -51,6 +57,13 @@ CLimitsFile ReadLimits(const std::wstring& strPath) {
     } catch (const CException& error) {
         throw CUsageError(DescribeError(error));
     }
+}
+
+void KeepInputs(const std::wstring& strOutput, const std::vector<std::wstring>& arrInputs) {
+    const auto output = FindIdentity(strOutput);
+    for (const std::wstring& strInput : arrInputs)
+        if (output && FindIdentity(FindFileOfAnyCase(strInput)) == output)
+            throw CUsageError(ToUtf8(strInput) + " would be overwritten");
 }
 
 void ForEachStroke(

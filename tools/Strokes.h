@@ -24,9 +24,12 @@ struct StrokeSource {
     StrokeName m_name;
     std::shared_ptr<RTCurveData> m_spCurve;  ///< null: missing
     unsigned m_nRate = 0;
+    bool m_bVoltage = false;            ///< the second value is a voltage, not a position
     const char* m_pObstacle = nullptr;  ///< why it cannot be evaluated, before its values are seen
 
-    /// Takes a stroke that can be evaluated as far as the file says, and the overview of another.
+    /// Why it cannot be evaluated; null: it can.
+    const char* FindObstacle() const;
+    /// What comes of a stroke; of one whose values need not be seen only why it has no result.
     template <class Result>
     Result Evaluate(const std::function<Result(const CStroke&)>& evaluate) const {
         if (!m_pObstacle) return evaluate(CStroke(*m_spCurve, m_nRate));
@@ -46,6 +49,9 @@ std::string DescribeStroke(const StrokeName& name);
 /// Reads a limits file that a person has named; none is one without objects.
 /// @throws CUsageError that says what is wrong with it
 CLimitsFile ReadLimits(const std::wstring& strPath);
+
+/// @throws CUsageError when an output is one of the inputs
+void KeepInputs(const std::wstring& strOutput, const std::vector<std::wstring>& arrInputs);
 
 /// Exit codes of what evaluates strokes; the larger one counts.
 enum StrokeExit : int { STROKES_FINE = 0, STROKE_FAILED = 1, STROKE_UNKNOWN = 3 };

@@ -260,24 +260,4 @@ TEST(EvaluationExample, GivesTheVerdictOfTheWhole) {
     EXPECT_EQ(judge(EXAMPLE, 1, {good}).m_turn, 5u);
 }
 
-TEST(EvaluationExample, KnowsTheCapturesThatHavePairs) {
-    using Byte = std::optional<std::uint8_t>;
-    for (const auto& [mode, input, bPairs] :
-         std::initializer_list<std::tuple<Byte, Byte, bool>>{{1, 0, true},
-                                                             {10, {}, true},
-                                                             {20, 0, true},
-                                                             {2, 2, true},
-                                                             {2, 1, false},
-                                                             {2, {}, false},
-                                                             {3, 2, false},
-                                                             {12, 2, false},
-                                                             {21, 2, false},
-                                                             {{}, 2, false}}) {
-        RTScreenRecord screen;
-        screen.m_nMode = mode;
-        screen.m_nPositionInput = input;
-        EXPECT_EQ(HasPairs(screen), bPairs) << int(mode.value_or(0));
-    }
-}
-
 }  // namespace
