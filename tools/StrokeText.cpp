@@ -122,19 +122,21 @@ std::string DescribeSummary(const RunSummary& summary, bool bJudged) {
         strText += ", " + CountOf(summary.m_nErrors, "file", "files") + " unread";
     strText += '\n';
     if (summary.m_features.empty()) return strText;
-    CTextTable table(2);
-    std::vector<std::string> head{"", "", "count", "min", "mean", "max", "deviation"};
+    CTextTable table(1);
+    std::vector<std::string> head{"", "count", "min", "mean", "max", "deviation"};
     if (bJudged) head.insert(head.end(), {"cp", "cpk"});
     table.AddRow(head);
     const auto format = [](const std::optional<double>& number) {
         return number ? Format(*number) : std::string("-");
     };
     for (const FeatureSummary& feature : summary.m_features) {
-        std::vector<std::string> row{
-            MakePrintable(feature.m_strName), MakePrintable(feature.m_strUnit),
-            std::to_string(feature.m_nCount), format(feature.m_min),
-            format(feature.m_mean),           format(feature.m_max),
-            format(feature.m_deviation)};
+        const std::string strUnit = feature.m_strUnit.empty() ? "" : " [" + feature.m_strUnit + "]";
+        std::vector<std::string> row{MakePrintable(feature.m_strName + strUnit),
+                                     std::to_string(feature.m_nCount),
+                                     format(feature.m_min),
+                                     format(feature.m_mean),
+                                     format(feature.m_max),
+                                     format(feature.m_deviation)};
         if (bJudged) row.insert(row.end(), {format(feature.m_cp), format(feature.m_cpk)});
         table.AddRow(std::move(row));
     }
