@@ -44,8 +44,8 @@ struct Feature {
 
 /// What a kind of feature is.
 struct FeatureTraits {
-    FeatureKind m_kind;
     std::string_view m_strName;
+    FeatureKind m_kind;
     Quantity m_quantity;
     bool m_bBranch = false;  ///< measured on a branch
     bool m_bBoth = false;    ///< which may be both

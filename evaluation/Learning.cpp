@@ -26,7 +26,7 @@ std::vector<Grid> MakeGrid(const std::vector<CStroke>& strokes, Branch branch,
     }
     const int nOverlap = nLast - nFirst;
     const int nUnion = nHighest - nLowest;
-    if (5 * nOverlap < 4 * nUnion)
+    if (nUnion > 0 && 5 * nOverlap < 4 * nUnion)
         throw CLearningError("the strokes overlap by " +
                              std::to_string(std::max(100 * nOverlap / nUnion, 0)) +
                              " % of their range; 80 % is the least");
@@ -126,9 +126,11 @@ std::vector<CellRange> SpreadSideways(const std::vector<CellRange>& corners,
 LearnedEnvelope LearnEnvelope(const std::vector<CStroke>& strokes, Branch branch,
                               const Scales& scales, const LearningRule& rule) {
     // Within what a limits file may hold, whatever its decimals.
-    constexpr double dFarthest = static_cast<double>(GRID_LIMIT / GRID_PER_VALUE - 1);
+    constexpr Grid nFarthest = GRID_LIMIT / GRID_PER_VALUE - 1;
+    constexpr auto dFarthest = static_cast<double>(nFarthest);
     const std::vector<Grid> grid = MakeGrid(strokes, branch, rule);
     std::vector<std::vector<CellRange>> cells;
+    cells.reserve(strokes.size());
     for (const CStroke& stroke : strokes) cells.push_back(FindCells(stroke, branch, grid));
     const Grid nReach = FindGridWidth(scales.m_position, rule.m_dSideways).value_or(2 * GRID_LIMIT);
     const std::vector<CellRange> corners =

@@ -53,10 +53,11 @@ std::vector<CXyAxis::Tick> CXyAxis::FindTicks(const Scale& scale, int nLeast) co
     if (nPixels < nLeast || !(dHigh - dLow > 1e-12 * std::max(std::abs(dLow), std::abs(dHigh))))
         return ticks;
     const TickStep step = FindStep((dHigh - dLow) * nLeast / nPixels);
-    for (double d = std::ceil(dLow / step.Get()); d <= std::floor(dHigh / step.Get()); ++d) {
-        const double dNumber = d == 0 ? 0 : d * step.Get();
+    const auto nLast = static_cast<std::int64_t>(std::floor(dHigh / step.Get()));
+    for (auto n = static_cast<std::int64_t>(std::ceil(dLow / step.Get())); n <= nLast; ++n) {
+        const double dNumber = static_cast<double>(n) * step.Get();
         ticks.push_back(
-            {At((dNumber - scale.m_dOffset) / scale.m_dFactor), d == 0, MakeLabel(dNumber, step)});
+            {At((dNumber - scale.m_dOffset) / scale.m_dFactor), n == 0, MakeLabel(dNumber, step)});
     }
     return ticks;
 }

@@ -44,7 +44,7 @@ std::vector<std::wstring> Parse(Arguments arguments, LearnRequest& request) {
     line.AddNumber("--trim", "N", rule.m_nTrimPercent, 0, 20,
                    "percent of the common range to leave out at each end (2)");
     request.m_strokes.AddOptions(line);
-    const auto arrFiles = line.ParseFiles(arguments);
+    auto arrFiles = line.ParseFiles(arguments);
     if (request.m_strOutput.empty()) throw CUsageError("-o is missing");
     return arrFiles;
 }
@@ -99,6 +99,7 @@ int RunLearn(Arguments arguments) {
         return STROKE_UNKNOWN;
     }
     std::vector<CStroke> strokes;
+    strokes.reserve(sources.size());
     for (const StrokeSource& source : sources)
         strokes.emplace_back(*source.m_spCurve, source.m_nRate);
     Limits learned{"", file.GetLimits().m_scales, {}};
