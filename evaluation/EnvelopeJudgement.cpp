@@ -53,9 +53,9 @@ class CEnvelopeWalk {
         if (ToGrid(positions.m_nMax) < m_positions.Low() ||
             ToGrid(positions.m_nMin) > m_positions.High())
             return;
-        // Neither a failure nor a smaller margin.
+        // Neither the first failure nor a smaller margin.
         if (std::min(m_lower.FindLeast(positions, forces), m_upper.FindLeast(positions, forces)) >
-            std::max(m_dMargin, 0.0))
+            m_dMargin)
             return;
         for (std::size_t n = piece.m_points.m_nFirst; n <= piece.m_points.m_nLast; ++n) Check(n);
     }

@@ -192,6 +192,10 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
         {BlockLimit{forward, At(Range({}, 50), Range({}, 0))}, {"touched", 0, 0}},
         {BlockLimit{forward, At(Range(150, 250), Range(100, 150))}, {"touched", -20, 2}},
         {BlockLimit{forward, At(Range(600, {}), Range({}, {}))}, {"", {}}},
+        // The path passes the corner alone, half way from 300 to 400.
+        {BlockLimit{forward, At(Range(350, 390), Range(200, 250))}, {"touched", {}, 4}},
+        {WindowLimit{forward, At(Range(350, 390), Range(200, 250)), left, {Side::Bottom}},
+         {"", {}}},
         {line, {"", 20, {}, 280}},
         {fall, {"crossed", -20, 4, 350}},
         {LineLimit{forward, 200_v, Range(281, 350)}, {"not crossed", {}, 5}},
