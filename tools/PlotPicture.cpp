@@ -10,9 +10,6 @@
 
 namespace {
 
-/// The size that the plot's texts and margins are designed for.
-constexpr CSize DESIGN_SIZE = PlotRequest{}.m_size;
-
 constexpr int TITLE_BAND = 24;
 constexpr int TITLE_HEIGHT = 15;
 constexpr int NAME_BAND = 18;  ///< for an axis's name, of 12 pixels
@@ -26,7 +23,7 @@ std::int32_t ToIndex(double dMilliseconds, std::uint16_t nValueRate) {
 
 std::wstring NameValues(const RTScreenRecord& screen, std::uint8_t nMode, std::uint8_t nDisplay) {
     // The values as the file holds them: thousandths of the instrument's units.
-    const std::wstring strForce = L"Force [1/1000]";
+    std::wstring strForce = L"Force [1/1000]";
     const SecondInput secondInput = GetSecondInput(screen);
     if (nDisplay == 0 || !OffersPairViews(nMode, secondInput)) return strForce;
     const std::wstring strSecond =
@@ -65,7 +62,7 @@ void DrawSurroundings(CPicture& sheet, const RTPlot& plot, const PlotRequest& re
 std::vector<BYTE> DrawPlotPicture(const std::shared_ptr<RTCaptureFile>& spCapture,
                                   const PlotRequest& request) {
     const RTScreenRecord& screen = spCapture->m_screen;
-    ScaleToPicture(request.m_format, request.m_size, DESIGN_SIZE);
+    ScaleToPicture(request.m_format, request.m_size, PLOT_DESIGN_SIZE);
     const int nUnits = GetUnitsPerPixel(request.m_format);
     CPicture sheet(request.m_format, {request.m_size.cx * nUnits, request.m_size.cy * nUnits});
     const int nNameBand = request.m_bUnits ? Scaled(NAME_BAND) : 0;

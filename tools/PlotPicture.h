@@ -15,9 +15,12 @@ struct PlotRange {
     double m_dTo;  ///< above m_dFrom
 };
 
+/// The screen's plot area, in pixels: the size that texts and margins of a plot are designed for.
+constexpr CSize PLOT_DESIGN_SIZE{698, 343};
+
 struct PlotRequest {
     PictureFormat m_format = PictureFormat::Png;
-    CSize m_size{698, 343};            ///< in pixels; the screen's plot area
+    CSize m_size = PLOT_DESIGN_SIZE;   ///< in pixels
     std::uint8_t m_nChannel = 1;       ///< from 1
     std::uint8_t m_nDisplay = 0;       ///< 0 first values of the pairs, 1 second values, 2 both
     std::optional<PlotRange> m_range;  ///< none: all

@@ -54,9 +54,7 @@ bool ClipSegment(QPointF& from, QPointF& to, const QRectF& area) {
 
 QByteArray ToText(double d) { return QByteArray::number(std::round(100 * d) / 100, 'g', 10); }
 
-QByteArray NameColor(COLORREF color) {
-    return QColor(ToPixel(color)).name().toLatin1();
-}
+QByteArray NameColor(COLORREF color) { return QColor(ToPixel(color)).name().toLatin1(); }
 
 QByteArray MakeAttribute(const char* pName, const QByteArray& value) {
     return QByteArray(" ") + pName + "=\"" + value + '"';

@@ -33,11 +33,16 @@ TEST(SvgDC, JoinsTheLinesOfAPenThatAreDrawnInTurn) {
     dc.SelectPen(nullptr);
     dc.MoveTo(30, 3);
     dc.LineTo(30, 8);
-    EXPECT_EQ(Elements(dc),
-              "<polyline stroke=\"#ff1000\" points=\"0.5,0.5 10.5,1.5 20.5,2.5 30.5,3.5\"/>\n"
-              "<polyline stroke=\"#0000ff\" stroke-dasharray=\"9 3 3 3 3 3\" "
-              "points=\"0.5,20.5 10.5,20.5 20.5,20.5 30.5,20.5\"/>\n"
-              "<polyline stroke=\"#000000\" points=\"30.5,3.5 30.5,8.5\"/>\n");
+    const CPen dotted(PenStyle::Dot, RGB(0, 0, 0));
+    dc.SelectPen(&dotted);
+    dc.LineTo(40, 8);
+    EXPECT_EQ(
+        Elements(dc),
+        "<polyline stroke=\"#ff1000\" points=\"0.5,0.5 10.5,1.5 20.5,2.5 30.5,3.5\"/>\n"
+        "<polyline stroke=\"#0000ff\" stroke-dasharray=\"9 3 3 3 3 3\" "
+        "points=\"0.5,20.5 10.5,20.5 20.5,20.5 30.5,20.5\"/>\n"
+        "<polyline stroke=\"#000000\" points=\"30.5,3.5 30.5,8.5\"/>\n"
+        "<polyline stroke=\"#000000\" stroke-dasharray=\"3 3\" points=\"30.5,8.5 40.5,8.5\"/>\n");
 }
 
 TEST(SvgDC, ClipsLinesToWhereTheyMayBeDrawn) {

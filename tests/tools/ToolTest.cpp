@@ -306,12 +306,16 @@ TEST_F(Tool, DrawsLinesAndTextsAsAVectorPicture) {
     EXPECT_TRUE(Contains(strWhole, ">I #4</text>"));
     const std::string strLong = draw("--range 0:1000");
     EXPECT_EQ(count(strLong, "stroke=\"#0000ff\""), 1) << "the curve is one polyline";
+    EXPECT_TRUE(Contains(strLong, "<text x=\"630\"")) << "36000 of 40000 values, on 656 pixels";
     EXPECT_LT(count(strLong, ","), 1100) << "of 500 columns at the most, each of two points";
     EXPECT_EQ(count(draw("--display 2"), "stroke=\"#6495ed\""), 1);
     EXPECT_TRUE(draw("--range 0:25") == strWhole);
     EXPECT_TRUE(Contains(draw("--range 250.5:500"), "text-anchor=\"start\" fill=\"#000000\">250<"));
 
-    EXPECT_TRUE(Contains(draw("--title='1 < 2'"), ">1 &lt; 2</text>"));
+    const std::string strTitled = draw("--units --title='1 < 2'");
+    EXPECT_TRUE(Contains(strTitled, ">1 &lt; 2</text>"));
+    EXPECT_TRUE(Contains(strTitled, "translate(0 42)")) << "below title and name";
+    EXPECT_TRUE(Contains(strTitled, "width=\"697\" height=\"282\" fill")) << "above the other name";
     const auto expectNames = [&](int nMode, int nSecondInput, const char* pDisplay,
                                  const char* pName) {
         put(nMode, nSecondInput, 40000);
