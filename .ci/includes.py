@@ -12,6 +12,7 @@ FLOORS = {
     "platform/drawing": 2,
     "curves": 2,
     "platform/windows": 3,
+    "evaluation": 3,
     "platform/operator": 4,
     "plot": 4,
     "acquisition": 5,

@@ -21,6 +21,8 @@ constexpr Group GROUPS[] = {
      MeasureStart},
     {"files", "A capture of 3 channels of 60 s, 2,400,000 values each", MeasureFiles},
     {"csv", "A curve of 60 s exported, 1,200,000 rows", MeasureCsv},
+    {"evaluation", "A stroke of 2,400,000 values evaluated, by curve and by process",
+     MeasureEvaluation},
     {"memory", "A curve of 60 s, 2,400,000 values", MeasureMemory},
     {"decode", "A packet of samples, decoded into the curves", MeasureDecode},
     {"paint", "A repaint of 842 x 420 pixels of full curves, into memory", MeasurePaint},

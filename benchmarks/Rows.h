@@ -23,3 +23,5 @@ void MeasureCsv(CTable& table);
 void MeasureDecode(CTable& table);
 /// What a curve takes.
 void MeasureMemory(CTable& table);
+/// Measuring and judging strokes.
+void MeasureEvaluation(CTable& table);

@@ -9,6 +9,7 @@
 #include "platform/commandline/CommandLine.h"
 #include "platform/system/MemFile.h"
 #include "platform/system/Paths.h"
+#include "platform/system/ReplaceFile.h"
 #include "tools/ConsoleProgress.h"
 
 namespace {
@@ -79,6 +80,19 @@ int ForEachFile(const std::vector<std::wstring>& arrFiles,
         }
     }
     return nExitCode;
+}
+
+void WriteWhole(const std::wstring& strPath, std::string_view strBytes) {
+    if (strPath == L"-") {
+        CFile file;
+        file.OpenStandardOutput();
+        file.Write(strBytes.data(), strBytes.size());
+        file.Close();
+        return;
+    }
+    CReplaceFile file(strPath);
+    file.Write(strBytes.data(), strBytes.size());
+    file.Commit();
 }
 
 COutput::COutput(std::wstring strOutput, const wchar_t* pExtension,

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "curves/CaptureFile.h"
@@ -33,6 +34,11 @@ int ForEachFile(const std::vector<std::wstring>& arrFiles,
 
 /// "rt3: ..." on standard error.
 void Report(const std::string& strText);
+
+/// Writes a file that replaces an older one only when it is complete, or to standard output for
+/// "-".
+/// @throws CFileException
+void WriteWhole(const std::wstring& strPath, std::string_view strBytes);
 
 /// Where the results of several inputs go.
 class COutput {

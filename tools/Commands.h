@@ -9,3 +9,6 @@ int RunInfo(Arguments arguments);
 int RunCsv(Arguments arguments);
 int RunPlot(Arguments arguments);
 int RunConvert(Arguments arguments);
+int RunMeasure(Arguments arguments);
+int RunCheck(Arguments arguments);
+int RunLearn(Arguments arguments);

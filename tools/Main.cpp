@@ -7,13 +7,16 @@
 namespace {
 
 constexpr const char* ABOUT =
-    R"(Looks at capture files (.rt3), converts and draws them. A FILE of "-" is standard input.
+    R"(Looks at capture files (.rt3), converts, draws and judges them. A FILE of "-" is standard input.
 
 Commands:
   info      say what a capture holds
   csv       write a curve as comma-separated text
   plot      draw a channel as the screen does, as a PNG or SVG picture
   convert   rewrite a capture as the current version of the format
+  measure   measure strokes: peak, end, work and more
+  check     hold strokes against limits: pass or fail
+  learn     make limits from good strokes
 
 rt3 COMMAND --help tells the options of a command.
 )";
@@ -24,7 +27,8 @@ struct Command {
 };
 
 constexpr Command COMMANDS[] = {
-    {"info", RunInfo}, {"csv", RunCsv}, {"plot", RunPlot}, {"convert", RunConvert}};
+    {"info", RunInfo},       {"csv", RunCsv},     {"plot", RunPlot},  {"convert", RunConvert},
+    {"measure", RunMeasure}, {"check", RunCheck}, {"learn", RunLearn}};
 
 int Run(Arguments arguments) {
     const std::string_view strName = arguments.empty() ? "" : arguments[0];
