@@ -101,6 +101,9 @@ void CPanelSession::TakeFrame(const Frame& frame, CFrameOrder* pOrder, LinkTime 
     if (IsJoining()) return TakeWhileJoining(frame, now);
     if (!IsConnected()) return;
     if (IsFlood(frame, now)) return BreakOff(LinkReason::Flood, now);
+    // An instrument that was restarted counts from 0 again, and says so by a REFUSE.
+    if (frame.m_kind == FrameKind::Refuse && m_settings.m_manner != LinkManner::Broker)
+        return TakeParting(frame, now);
     const auto nMissing = pOrder->Take(frame.m_nSequence);
     if (!nMissing) {
         ++m_peer.GetCounts().m_nOld;

@@ -397,11 +397,9 @@ TEST(PanelSession, JoinsALineUntilTheRightHello) {
     bench.Feed(FrameKind::Hello, FormHello(late)).Send(START).Ack(1).Feed("rs");
     EXPECT_EQ(bench.TakePushed(), "rs");
     EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nLost, 0u);
-    // The instrument was restarted; its first answer is that nobody has joined.
+    // The instrument was restarted: its first answer is that nobody has joined.
     bench.m_nNext = 0;
-    bench.Feed(FrameKind::Refuse, Part(4)).TakeSent();
-    bench.m_nNext = 100;
-    EXPECT_EQ(bench.Feed(FrameKind::Refuse, Part(4)).Pass(1s).TakeSent(), "J7");
+    EXPECT_EQ(bench.Feed(FrameKind::Refuse, Part(4)).Pass(1s).TakeSent(), "M1J7");
     EXPECT_EQ(bench.TakePushed(), "i");
     EXPECT_EQ(bench.m_openings.size(), 1u);
 }
