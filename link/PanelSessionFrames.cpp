@@ -202,7 +202,6 @@ void CPanelSession::Accept(const Hello& hello, LinkTime now) {
     m_nReconnections += bBack ? 1 : 0;
     m_joinedAt = m_since = now;
     m_gate.OnConnected();
-    m_sender.Restart();
     m_frameRate.Restart(now);
     m_valueRate.Restart(now, 4 * VALUE_TIME * CountChannels(hello.m_nMode) * hello.m_nValueRate *
                                      sizeof(std::int16_t) +

@@ -5,7 +5,6 @@
 void CScreenGate::OnConnected() {
     m_bOpen = false;
     m_bAwaitsCurve = false;
-    m_nUnanswered = 0;
 }
 
 void CScreenGate::OnStartHanded() {

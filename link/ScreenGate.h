@@ -12,7 +12,7 @@
 /// Threads: one at a time.
 class CScreenGate {
   public:
-    /// A connection begins: nothing is asked for, and what comes first belongs to no curve of ours.
+    /// A connection begins: what comes first belongs to no curve of ours.
     void OnConnected();
 
     /// The screen has handed over a request to start.

@@ -59,7 +59,10 @@ class CHubBench : public IInstrumentPort {
         Broadcast(m_strBefore);
         return m_result;
     }
-    void StopCapture() override { m_strDone += 's'; }
+    void StopCapture() override {
+        m_strDone += 's';
+        Broadcast(m_strAtStop);
+    }
     void OnFirstJoined() override { m_strDone += 'f'; }
     void CloseConnection(PanelId id, std::vector<OutFrame> frames) override {
         for (const OutFrame& frame : frames) frame.AppendTo(m_sent[id]);
@@ -79,6 +82,7 @@ class CHubBench : public IInstrumentPort {
     std::map<PanelId, std::string> m_closed;
     std::string m_strDone;    ///< e executed, s stopped, f first joined
     std::string m_strBefore;  ///< packets that Execute finds waiting
+    std::string m_strAtStop;  ///< packets that come of stopping
     AckResult m_result = AckResult::Taken;
     std::vector<std::string> m_news;
     CInstrumentHub m_hub;
@@ -92,7 +96,8 @@ TEST(Hub, LetsPanelsInByTheirRoles) {
     EXPECT_EQ(bench.Take(other), "R2x");
     for (PanelId n = 0; n < 7; ++n) EXPECT_EQ(bench.Take(bench.OpenJoined(false, 3)), "H");
     EXPECT_EQ(bench.Take(bench.OpenJoined(false, 4)), "R3x");
-    // The same panel once more: the old connection may hang.
+    // The same panel once more: the old connection may hang. Its capture is not the new one's.
+    bench.m_strAtStop = "i";
     const PanelId again = bench.OpenJoined(true, 1);
     EXPECT_EQ(bench.Take(commander), "G7x");
     EXPECT_EQ(bench.Take(again), "H");
@@ -253,6 +258,7 @@ TEST(Hub, SendsAwayWhoDoesNotKeepUp) {
     };
     // A frame that is half written is sent to its end.
     const auto half = bench.m_hub.GetQueue(slow)->Take(1);
+    EXPECT_TRUE(bench.Broadcast("s").m_hub.GetQueue(slow)->Take(1).empty());
     EXPECT_EQ(fill(), (2 << 20) / 64'032 + 1);
     EXPECT_EQ(bench.Take(slow), "G6x");
     EXPECT_EQ(bench.m_strDone, "fs");
@@ -287,11 +293,16 @@ TEST(Hub, EndsAFlood) {
 TEST(Hub, CountsAConnectionsFramesFromNull) {
     CHubBench bench;
     const PanelId line = bench.OpenJoined(true, 8, LinkManner::Line);
-    bench.Broadcast("ss").Take(line);
+    EXPECT_EQ(bench.Message(line, 1).Broadcast("ss").Take(line), "HA1:0PP");
     bench.Feed(line, FrameKind::Join, CHubBench::MakeJoin(true, 8));
     const Bytes bytes = TakeBytes(*bench.m_hub.GetQueue(line));
     EXPECT_EQ(ReadWholeFrame(bytes, 100)->m_nSequence, 0u);
-    EXPECT_EQ(bench.m_strDone, "fs");
+    EXPECT_EQ(bench.Message(line, 1).m_strDone, "fese");
+    // What the instrument had waiting may be too much, and nothing is sent behind a GOODBYE.
+    bench.Take(line);
+    bench.m_strBefore = std::string((2 << 20) / 36 + 2, 's');
+    EXPECT_EQ(bench.Message(line, 2).Take(line), "G6");
+    bench.Feed(line, FrameKind::Join, CHubBench::MakeJoin(true, 8)).Take(line);
     bench.m_hub.Finish(bench.m_now);
     EXPECT_EQ(bench.Take(line), "G8");
 }
