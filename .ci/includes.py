@@ -20,6 +20,7 @@ FLOORS = {
     "plugin": 6,
     "siblings": 6,
     "instrument": 6,
+    "link": 6,
     "host": 7,
     "tools": 7,
 }
@@ -40,8 +41,9 @@ RESERVED = (
     (r"tests/(?!support/).*", ("tests",), "what the tests keep to themselves"),
     (r"<Q.*", ("platform", "siblings", "host", "benchmarks/alternatives"), "Qt"),
     (r"<(oneapi|tbb)/.*", ("platform",), "oneTBB"),
+    (r"<(asio|openssl)[/.].*|<mosquitto\.h>", ("link", "tests"), "a transport's library"),
     # The headers of C++ itself have no ending.
-    (r"<.*\.h>", ("platform", "tests", "soak", "benchmarks"), "the system's header"),
+    (r"<(?!openssl/|mosquitto\.).*\.h>", ("platform", "tests", "soak", "benchmarks"), "the system's header"),
 )
 
 INCLUDE = re.compile(r'\s*#\s*include\s*(<[^>]+>|"[^"]+")')

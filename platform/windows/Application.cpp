@@ -1,6 +1,5 @@
 #include "platform/windows/Application.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
@@ -16,6 +15,7 @@
 #include "platform/windows/qt/OpenDisplay.h"
 #include "platform/windows/qt/ScaledStyle.h"
 #include "platform/windows/qt/UiQueue.h"
+#include "platform/windows/qt/Widgets.h"
 #include "platform/windows/qt/WindowManager.h"
 
 namespace {
