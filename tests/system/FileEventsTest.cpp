@@ -13,8 +13,10 @@ TEST(FileEvents, TellHowTheWorkEndedUnlessThePersonStoppedIt) {
                     (event.m_pError ? event.m_pError->GetErrorMessage() : L"") + L';';
     });
     DoFileWork(FileWork::Export, L"a", [] {});
-    EXPECT_THROW(DoFileWork(FileWork::Load, L"b", [] { throw CFileException(L"b", 0, L"gone"); }),
-                 CFileException);
+    EXPECT_THROW(
+        DoFileWork(FileWork::Load, L"b",
+                   [] { throw CFileException(CFileException::cannotOpen, L"b", 0, L"gone"); }),
+        CFileException);
     EXPECT_THROW(DoFileWork(FileWork::Save, L"c", [] { throw CUserException(); }), CUserException);
     EXPECT_THROW(DoFileWork(FileWork::Save, L"d", [] { throw std::bad_alloc(); }),
                  CMemoryException);
