@@ -25,8 +25,11 @@ class Session : public ::testing::Test {
         CPanel panel(ReadOptions(arguments));
         m_pPanel = &panel;
         Operator::CScript running([&] {
+            // The box breaks a long path into lines.
             const auto isBox = [&] {
-                return Operator::ModalText().find(pError) != std::wstring::npos;
+                std::wstring strText = Operator::ModalText();
+                std::erase(strText, L'\n');
+                return strText.find(pError) != std::wstring::npos;
             };
             if (pError) Operator::WaitFor("the error box", isBox);
             if (pError) Operator::PressModalButton(L"OK");
