@@ -34,7 +34,8 @@ class CTextTable {
 
     /// Goes to the next row.
     /// @return false at the end of the file
-    /// @throws CRecordingError for a line above 64 KiB or with a carriage return within it, or a row
+    /// @throws CRecordingError for a line above 64 KiB or with a carriage return within it, or a
+    /// row
     ///         that is longer than the header
     bool ReadRow();
 
