@@ -6,8 +6,8 @@
 
 #include "curves/FileStore.h"
 #include "host/Options.h"
+#include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
-#include "platform/system/Exceptions.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "platform/windows/Controls.h"
@@ -79,10 +79,8 @@ bool CDemo::Run() {
         SaveCapture();
         ExportCurve();
         bSucceeded = true;
-    } catch (const CException& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", ToUtf8(error.GetErrorMessage()).c_str());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", error.what());
+        PrintError("rtpanel", DescribeError(error));
     }
     std::fflush(stdout);
     CloseScreen();

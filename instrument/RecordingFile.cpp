@@ -17,15 +17,24 @@ constexpr const char* TRAVELS[] = {"displacement", "position", "distance",
                                    "voltage",      "weg",      "spannung"};
 constexpr const char* TIMES[] = {"time", "t", "zeit"};
 
-/// A column's name and what stands behind it: "Time (ms)", "Zeit/s", "force, N".
+/// Units that may stand behind a name without brackets.
+constexpr const char* UNITS[] = {"s", "sec", "ms", "us", "\xC2\xB5s", "N", "kN", "mm", "V"};
+
+/// A column's name and what stands behind it: "Time (ms)", "Zeit/s", "force, N", "time_ms".
 struct NameAndUnit {
     std::string_view m_strName;
     std::string_view m_strUnit;
 };
 
 NameAndUnit SplitName(std::string_view strText) {
-    const std::size_t nUnit = strText.find_first_of("([/,");
-    if (nUnit == std::string_view::npos) return {strText, {}};
+    std::size_t nUnit = strText.find_first_of("([/,");
+    if (nUnit == std::string_view::npos) {
+        nUnit = strText.find_last_of("_ ");
+        if (nUnit == std::string_view::npos || std::ranges::none_of(UNITS, [&](const char* pUnit) {
+                return EqualsNoCase(strText.substr(nUnit + 1), pUnit);
+            }))
+            return {strText, {}};
+    }
     std::string_view strName = strText.substr(0, nUnit);
     while (strName.ends_with(' ')) strName.remove_suffix(1);
     std::string_view strUnit = strText.substr(nUnit + 1);
@@ -40,6 +49,12 @@ std::size_t FindName(const std::vector<std::string>& names, std::string_view str
     for (std::size_t n = 0; n < names.size(); ++n)
         if (EqualsNoCase(SplitName(names[n]).m_strName, strName)) return n;
     return NO_COLUMN;
+}
+
+/// The last word of a name: "force" of "ch1_force [N]".
+std::string_view GetLastWord(std::string_view strText) {
+    const std::string_view strName = SplitName(strText).m_strName;
+    return strName.substr(strName.find_last_of("_ ") + 1);
 }
 
 /// The column that was asked for, by name or number.
@@ -74,6 +89,9 @@ ColumnChoice ChooseColumns(const std::vector<std::string>& names, const Recordin
     const auto findUsual = [&](std::span<const char* const> usual) {
         for (const char* pName : usual)
             if (const std::size_t n = FindName(names, pName); n != NO_COLUMN && isFree(n)) return n;
+        for (const char* pName : usual)
+            for (std::size_t n = 0; n < names.size(); ++n)
+                if (isFree(n) && EqualsNoCase(GetLastWord(names[n]), pName)) return n;
         return NO_COLUMN;
     };
     /// The first free column from one on.
