@@ -22,7 +22,8 @@ BUSY, QUIET, ALARM = bytes((0, 122, 61)), bytes((226, 230, 236)), bytes((255, 22
 START = 41, 87
 FILE_DIALOG, KEYBOARD = (726, 433), (786, 459)
 FIRST_ROW = 50  # of the recording in a capture
-ENTER, ESCAPE = 0xFF0D, 0xFF1B
+PLOT, LIST = bytes((192, 192, 192)), bytes((240, 240, 240))
+ENTER, ESCAPE, DOWN = 0xFF0D, 0xFF1B, 0xFF54
 PATIENCE_S = 30
 
 
@@ -175,6 +176,17 @@ def drag_settings(panel):
     panel.await_screen("Settings")
 
 
+def end_lists(panel):
+    """The keys that end an open list leave the screen as it is."""
+    row = panel.place(panel.screen, 628, 101)
+    for key in (ESCAPE, ENTER):
+        panel.tap(panel.screen, 537, 25)
+        panel.display.await_pixel("a list that opens", *row, LIST)
+        panel.display.type(DOWN, key)
+        panel.display.await_pixel("a list that closes", *row, PLOT)
+        panel.await_screen("its list")
+
+
 def capture(panel):
     panel.tap(panel.screen, *START)
     panel.await_strip("a capture that runs", 200, BUSY)
@@ -223,6 +235,7 @@ def work(display, store):
     rows = display.take_rows()
     assert rows[0][:3] == BACKGROUND and rows[-1][-3:] == BACKGROUND, "the display is filled"
     drag_settings(panel)
+    end_lists(panel)
     capture(panel)
     export(panel, os.path.join(store, "out.csv"))
     fail_to_load(panel, os.path.join(store, "cut.rt3"))
@@ -257,6 +270,8 @@ def main():
         try:
             work(Display(port, panel), os.path.join(folder, "RealTimeFiles"))
             assert panel.wait(PATIENCE_S) == 0
+        except ConnectionError as error:
+            raise AssertionError("the panel has ended by itself") from error
         finally:
             panel.kill()
             panel.wait()
