@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 class CDlgBase;
@@ -18,7 +19,9 @@ class CDemo {
     /// The options name the folder, which is made when it is missing (files of those names in it
     /// are replaced), and the sample time and trigger level to enter. All must outlive the
     /// demonstration.
-    CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options);
+    /// @param findTrouble what went wrong with the instrument since the start; empty: nothing
+    CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
+          std::function<std::string()> findTrouble);
 
     /// Runs it. What goes wrong is said on standard error.
     /// @return whether everything was made
@@ -26,7 +29,7 @@ class CDemo {
 
   private:
     void TakeCapture();
-    void PrintCurves() const;
+    void PrintCurves();
     void SavePictures();
     void SaveCapture();
     void ExportCurve();
@@ -41,4 +44,6 @@ class CDemo {
     CRealTimeData& m_session;
     const Options& m_options;
     const std::filesystem::path m_folder;
+    const std::function<std::string()> m_findTrouble;
+    std::string m_strIncomplete;  ///< why the capture is not whole; empty: it is
 };

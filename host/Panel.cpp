@@ -1,9 +1,14 @@
 #include "host/Panel.h"
 
+#include <QString>
+#include <QSysInfo>
 #include <filesystem>
 
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
+#include "host/LinkInstrument.h"
+#include "host/LinkTexts.h"
+#include "host/LinkWait.h"
 #include "host/Press.h"
 #include "host/StatusStrip.h"
 #include "instrument/PressInstrument.h"
@@ -16,6 +21,8 @@
 #include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
 #include "plugin/ScreenTemplate.h"
+#include "ui/Language.h"
+#include "ui/LanguageTable.h"
 
 namespace {
 
@@ -63,14 +70,27 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
 }
 
 CPanel::CPanel(const Options& options)
-    : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
-      m_device(options.m_nDevice24V), m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get()) {
+    : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)) {
+    m_frame.Create(L"Panel");
+    m_pInstrument = MakeInstrument();
+    m_pView = std::make_unique<CPanelView>(m_pInstrument.get());
 }
 
 std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
     if (m_options.m_bDesktop) {
         m_strInstrument = "none";
         return nullptr;
+    }
+    if (m_options.m_link) {
+        m_strInstrument = "link " + m_options.m_link->m_strText;
+        std::string strName = m_options.m_strPanelName;
+        if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
+        auto pLink = std::make_unique<CLinkInstrument>(
+            m_queue, m_frame,
+            PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
+                              m_options.m_tlsFiles});
+        m_pLink = pLink.get();
+        return pLink;
     }
     Press press = MakePress(m_options);
     m_strInstrument = press.m_strText;
@@ -92,19 +112,21 @@ int CPanel::Run() {
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
     if (!pGetDialog) throw CPanelError("RealTimeMode.so has no GetDialog");
 
+    m_pView->Create(&m_frame);
+    m_frame.SetActiveView(m_pView.get());
+    m_app.m_pMainWnd = &m_frame;
+    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
+    if (m_pLink && !JoinInstrument()) return 1;
+
     const std::unique_ptr<CDlgBase> pScreen(pGetDialog());
     auto* const pSession = dynamic_cast<CRealTimeData*>(pScreen.get());
     if (!pSession) throw CPanelError("RealTimeMode.so gives no screen");
     FillSession(*pSession);
 
-    m_frame.Create(L"Panel");
-    m_view.Create(&m_frame);
-    m_frame.SetActiveView(&m_view);
-    m_app.m_pMainWnd = &m_frame;
-    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
+    if (m_pLink) m_pLink->AttachScreen(*pScreen, *pSession);
 
-    m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
-                                              FromUtf8(m_options.m_strReplay));
+    m_pStrip =
+        std::make_unique<CStatusStrip>(*pSession, [this] { return DescribeInstrumentNow(); });
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
     if (m_options.m_strDemo.empty()) {
@@ -113,7 +135,8 @@ int CPanel::Run() {
     }
     bool bSucceeded = false;
     {
-        CDemo demo(*pScreen, *pSession, m_options);
+        CDemo demo(*pScreen, *pSession, m_options,
+                   [this] { return m_pLink ? m_pLink->FindTrouble() : std::string(); });
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
         pScreen->Run();
         script.Join();
@@ -121,9 +144,43 @@ int CPanel::Run() {
     return bSucceeded ? 0 : 1;
 }
 
+/// Waits until the instrument says what it is.
+/// @return false when the operator does not want to
+bool CPanel::JoinInstrument() {
+    if (!m_options.m_strDemo.empty()) {
+        const std::string strTrouble = AwaitInstrument(*m_pLink);
+        if (!strTrouble.empty()) throw CPanelError(strTrouble);
+    } else {
+        // The screen, which lends its language's texts, is not there yet.
+        CLanguageTable table;
+        LoadLanguage(FindLanguage(), &table);
+        const CTextSource texts([&table](std::int32_t nString) { return table.Find(nString); });
+        if (CLinkWait(*m_pLink).DoModal() != IDOK) return false;
+    }
+    const Hello hello = *m_pLink->GetHello();
+    m_options.m_nMode = hello.m_nMode;
+    m_options.m_secondInput = SecondInput{hello.m_nSecondInput};
+    m_options.m_nValueRate = hello.m_nValueRate;
+    m_options.m_nAuxRate = hello.m_nAuxRate;
+    m_options.m_nDevice24V = hello.m_nDevice24V;
+    m_options.m_bCaptureLocked = hello.m_bLocked || !hello.m_bCommands;
+    return true;
+}
+
+StripField CPanel::DescribeInstrumentNow() const {
+    if (!m_pInstrument) return DescribeNoInstrument();
+    if (m_pLink)
+        return DescribeLink(m_pLink->GetStatus(), FromUtf8(m_pLink->GetAddress()),
+                            m_options.m_bCaptureLocked);
+    return DescribeInstrument(m_pInstrument->GetState(),
+                              NameInstrument(FromUtf8(m_options.m_strReplay)),
+                              m_options.m_bCaptureLocked);
+}
+
 void CPanel::FillSession(CRealTimeData& session) {
     session.m_pPacketQueue = m_pInstrument ? &m_queue : nullptr;
     session.m_nMode = m_options.m_nMode;
+    m_device.SetInputRanges(m_options.m_nDevice24V);
     session.m_bDesktopMode = m_options.m_bDesktop ? 1 : 0;
     session.m_nPositionInput = static_cast<std::uint8_t>(m_options.m_secondInput);
     session.m_pDevice = &m_device;

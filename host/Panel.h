@@ -8,11 +8,13 @@
 #include "acquisition/RTPacket.h"
 #include "host/Options.h"
 #include "host/PanelView.h"
+#include "host/StripTexts.h"
 #include "instrument/Instrument.h"
 #include "platform/windows/Application.h"
 #include "plugin/RealTimeData.h"
 
 class CDlgBase;
+class CLinkInstrument;
 class CStatusStrip;
 
 /// A session that cannot begin: the data folder or the plug-in library is missing, or the library
@@ -25,21 +27,21 @@ class CPanelError : public std::runtime_error {
 /// The panel's device object.
 class CPanelDevice final : public IRTDevice {
   public:
-    explicit CPanelDevice(std::uint32_t nInputs24V) : m_nInputs24V(nInputs24V) {}
+    void SetInputRanges(std::uint32_t nInputs24V) { m_nInputs24V = nInputs24V; }
 
     /// Parameter 50: the ranges of the position inputs. Every other parameter is 0.
     std::uint32_t ReadParameter(std::uint32_t nNumber) override;
 
   private:
-    std::uint32_t m_nInputs24V;
+    std::uint32_t m_nInputs24V = 0;
 };
 
 /// Owns what a screen's session needs (application object, instrument, queue, device, main frame)
 /// and runs one screen. User-interface thread; made after the window system.
 class CPanel {
   public:
-    /// Makes the instrument that the options ask for.
-    /// @throws CRecordingError
+    /// Makes the instrument that the options ask for; one on a link is joined from then on.
+    /// @throws CRecordingError, CTlsError
     explicit CPanel(const Options& options);
     ~CPanel();
 
@@ -49,24 +51,29 @@ class CPanel {
     /// What the status strip says, line by line; nothing while it is not shown.
     std::wstring GetStatusText() const;
 
-    /// Loads the plug-in, runs its screen, and returns when the screen has closed.
-    /// @return the exit code: 0, or 1 when a demonstration did not go through
+    /// Waits for an instrument on a link, loads the plug-in, runs its screen, and returns when the
+    /// screen has closed.
+    /// @return the exit code: 0, or 1 when a demonstration did not go through or the operator did
+    ///         not want to wait
     /// @throws CPanelError
     int Run();
 
   private:
     std::unique_ptr<IInstrument> MakeInstrument();
+    bool JoinInstrument();
+    StripField DescribeInstrumentNow() const;
     void FillSession(CRealTimeData& session);
     void OnScreenShown(CDlgBase& screen);
 
-    const Options m_options;
+    Options m_options;  ///< what an instrument on a link says takes the place of what they say
     CApplication m_app;
     RTPacketQueue m_queue;
     CPanelDevice m_device;
     std::string m_strInstrument;
-    std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
     CFrameWindow m_frame;
-    CPanelView m_view;
+    std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
+    CLinkInstrument* m_pLink = nullptr;          ///< the instrument, when it is on a link
+    std::unique_ptr<CPanelView> m_pView;
     std::unique_ptr<CStatusStrip> m_pStrip;       ///< of the screen that runs, or ran last
     std::vector<std::wstring> m_arrDroppedFiles;  ///< the capture to open, while it is on its way
 };

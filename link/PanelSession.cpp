@@ -165,6 +165,7 @@ void CPanelSession::Part(const Parting& why, bool bGoodbye, LinkTime now) {
 void CPanelSession::Lose(const LinkText& why, std::optional<LinkTime> delay, LinkTime now) {
     if (IsConnected()) {
         m_status.m_bLost = true;
+        m_status.m_notice = {};
         m_status.m_trouble = why;
         m_lostAt = now;
     } else if (!m_status.m_bLost) {
