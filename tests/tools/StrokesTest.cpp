@@ -219,7 +219,7 @@ TEST_F(Strokes, DrawsWhatItCan) {
                 std::string::npos);
     m_folder.Put("voltage.rt3", Capture({EXAMPLE}, 1, 0, 4, 0));
     m_folder.Put("third.rt3", Capture({EXAMPLE}));
-    Run("plot --xy -o c.svg voltage.rt3 w.rt3 missing.rt3 third.rt3");
+    EXPECT_EQ(Run("plot --xy -o c.svg voltage.rt3 w.rt3 missing.rt3 third.rt3").back(), '3');
     for (const char* pText : {">voltage.rt3 and 2 more<", ">voltage<", ">force<"})
         EXPECT_NE(m_folder.Get("c.svg").find(pText), std::string::npos) << pText;
     EXPECT_EQ(Run("plot --xy -o b.png none.rt3").back(), '3');
