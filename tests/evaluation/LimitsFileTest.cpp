@@ -154,6 +154,8 @@ TEST(LimitsFile, SaysWhatIsWrongAndWhere) {
         {feature(R"("end_time", "min": 2, "branch": "forward")"),
          R"(objects[0].branch ("a"): unknown key)"},
         {feature(R"("force_at", "min": 2)"), R"(objects[0].position ("a"): missing)"},
+        {feature(R"("force_at", "position": 1, "branch": "both", "min": 2)"),
+         R"(objects[0].branch ("a"): "both" is none of forward, return)"},
         {feature(R"("position_at", "force": 1, "direction": "any", "min": 2)"),
          R"(objects[0].direction ("a"): "any" is none of up, down)"},
         {feature(R"("position_at", "force": 1, "hold": 1.5, "min": 2)"),
@@ -226,7 +228,7 @@ TEST(Learning, FindsTheBoundsOfTheExample) {
     EXPECT_EQ(Learn(strokes, {3, 4, 15, 0, 0}, Branch::Return, {{"", 0.5, 0}, {}}),
               "0:-30:80 50:-30:140 100:20:140 ");
     EXPECT_EQ(Learn(strokes, {2, 0, 0.0, 0, 10}), "10:10:90 90:10:90 ");
-    EXPECT_EQ(Learn(strokes, {2, 4, {}, 1e15, 0}), "0:-2:140 100:-2:140 ");
+    EXPECT_EQ(Learn(strokes, {3, 4, {}, 1e15, 0}), "0:-2:140 50:-2:140 100:-2:140 ");
     // The way back begins at its smallest position, which need not be its last.
     Strokes bounces({});
     for (int n = 0; n < 3; ++n) bounces.Add({{0, 0}, {100, 50}, {10, 5}, {20, 5}});

@@ -182,11 +182,14 @@ TEST_F(XyPictures, GrowTheirTextsAndLeaveOutLabelsWithoutRoom) {
     Draw(true, {4000, 3000});
     for (int n = -20; n <= 520; n += 10)
         EXPECT_EQ(At(m_right - 20, Y(n)), n == 0 ? ZERO : GRID) << n;
-    // On a display of another scale everything stands in the same places.
+    // On a display of another scale everything stands in the same places, as much thicker.
     const std::string strTexts = JoinTexts();
     const ScaledDisplay display(4);
     EXPECT_EQ(JoinTexts({3200, 2400}, 4), strTexts);
     EXPECT_EQ(FindTexts({3200, 2400}, 4).at(0).m_dSize, 52);
+    m_limits.m_objects = {{"w", WindowLimit{Branch::Forward, ::At({700, 900}, {400, 450})}}};
+    Draw(true, {3200, 2400});
+    EXPECT_EQ(Count(RED, {X(850), Y(450) - 30, X(850) + 1, Y(450) + 30}), 8);
 }
 
 TEST_F(XyPictures, ShowWhichLimitsHeld) {
