@@ -211,6 +211,7 @@ TEST_F(XyPictures, ShowWhichLimitsHeld) {
     // Failed: red, two pixels thick, above what passed; a cross where it failed, at the turn.
     EXPECT_EQ(At(X(700), y(425)), RED);
     EXPECT_EQ(Count(RED, {X(800), y(450) - 4, X(800) + 1, y(450) + 5}), 2);
+    EXPECT_EQ(Count(RED, {X(700) - 4, y(445), X(700) + 5, y(445) + 1}), 2);
     const CPoint turn{X(1000), y(500)};
     for (const CPoint arm : {CPoint{-3, -3}, {3, -3}, {-3, 3}, {3, 3}})
         EXPECT_EQ(At(turn.x + arm.x, turn.y + arm.y), RED) << arm.x << ' ' << arm.y;
@@ -273,10 +274,11 @@ TEST_F(XyPictures, ReachAsFarAsTheLimits) {
     Add(RAMP);
     m_limits.m_objects = {
         {"line", LineLimit{Branch::Forward, 1'000'000, {0, 100'000}, Direction::Up, false}},
-        {"block", BlockLimit{Branch::Forward, ::At({2000, {}}, {{}, -100})}}};
+        {"block", BlockLimit{Branch::Forward, ::At({2000, 2200}, {-400, 600})}}};
     Draw();
-    EXPECT_EQ(At(X(50, -100, 2100), Y(1000, -155, 1055)), GREEN);
-    EXPECT_EQ(At(X(2000, -100, 2100), Y(-120, -155, 1055)), GREEN);
+    EXPECT_EQ(At(X(50, -110, 2310), Y(1000, -470, 1070)), GREEN);
+    const int x = X(2000, -110, 2310), yFrom = Y(200, -470, 1070), yTo = Y(-300, -470, 1070);
+    EXPECT_EQ(Count(GREEN, {x, yFrom, x + 1, yTo}), yTo - yFrom);
     m_strokes.clear();
     Draw();
     EXPECT_EQ(Count(GREEN), 0);
