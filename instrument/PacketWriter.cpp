@@ -41,7 +41,7 @@ void CPacketWriter::BeginBlock(std::uint8_t byLines) {
 
 void CPacketWriter::Flush() {
     if (m_payload.empty()) return;
-    m_queue.push(MakePacket(RTPACKET_SAMPLES, std::move(m_payload)));
+    m_sink(MakePacket(RTPACKET_SAMPLES, std::move(m_payload)));
     m_payload.clear();
 }
 
@@ -56,10 +56,10 @@ void CPacketWriter::PushControl(RTCommand command, std::size_t nByte, bool bValu
     std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
     payload[0] = command;
     payload[nByte] = bValue ? 1 : 0;
-    m_queue.push(MakePacket(RTPACKET_CONTROL, std::move(payload)));
+    m_sink(MakePacket(RTPACKET_CONTROL, std::move(payload)));
 }
 
 void CPacketWriter::AnnounceCurve() {
     Flush();
-    m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
+    m_sink(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
 }
