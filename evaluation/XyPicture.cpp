@@ -2,6 +2,7 @@
 
 #include "evaluation/PathLine.h"
 #include "evaluation/XyObjects.h"
+#include "platform/drawing/DisplayScale.h"
 #include "platform/system/Text.h"
 
 namespace {
@@ -16,7 +17,7 @@ constexpr COLORREF PASSED_COLOR = RGB(0, 135, 60);
 constexpr COLORREF FAILED_COLOR = RGB(205, 0, 0);
 constexpr COLORREF UNJUDGED_COLOR = RGB(130, 130, 130);
 
-constexpr int LEAST_TEXT = 11;
+constexpr int LEAST_TEXT = 11;  ///< in pixels of the design
 constexpr int TEXTS_PER_HEIGHT = 45;
 constexpr int LEAST_TICK_X = 80;
 constexpr int LEAST_TICK_Y = 40;
@@ -60,11 +61,12 @@ class CXyPainter {
   public:
     CXyPainter(CDC& dc, CSize size, const XyPicture& picture)
         : m_dc(dc), m_size(size), m_picture(picture),
-          m_nText(std::max(LEAST_TEXT, size.cy / TEXTS_PER_HEIGHT)), m_plot(MakePlot()) {}
+          m_nText(std::max(Scaled(LEAST_TEXT), size.cy / TEXTS_PER_HEIGHT)), m_plot(MakePlot()) {}
 
     void Draw() {
         CFont font;
         font.CreatePixelFont(m_nText, L"MS Shell Dlg", false);
+        font.m_nPixelHeight = m_nText;  // the picture's own pixels
         const CFont* const pFontBefore = m_dc.SelectFont(&font);
         m_dc.SetBackgroundMode(BackgroundMode::Transparent);
         m_dc.FillSolidRect({0, 0, m_size.cx, m_size.cy}, XY_GROUND_COLOR);
