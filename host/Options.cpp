@@ -79,6 +79,17 @@ void AddReplay(CCommandLine& line, Options& options) {
                    "values per unit of the second quantity (1000)");
 }
 
+void AddVerdict(CCommandLine& line, Options& options) {
+    line.AddText("--limits", "FILE", options.m_strLimits,
+                 "judge every stroke by this limits file, in a strip below the screen");
+    line.AddNumber("--limits-channel", "N", options.m_nLimitsChannel, 1, 3,
+                   "channel whose strokes are judged (1)");
+    line.AddFlag("--pass-output", options.m_bPassOutput,
+                 "have the instrument send its pass output for each stroke that passes");
+    line.AddText("--verdict-log", "FILE", options.m_strVerdictLog,
+                 "append a line of JSON for each stroke to this file");
+}
+
 void AddPlaces(CCommandLine& line, Options& options) {
     line.AddText("--data-folder", "DIR", options.m_strDataFolder,
                  "folder with the language files (in lang) and the captures (in RealTimeFiles) "
@@ -121,18 +132,24 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
     for (const char* pLock : {"--desktop", "--capture-locked"})
         for (const char* pOther : {"--sample-time", "--trigger", "--demo"})
             refusePair(pLock, pOther, "the screen's capture controls are disabled");
-    refusePair("--desktop", "--replay", "there is no instrument");
+    for (const char* pOther : {"--replay", "--limits"})
+        refusePair("--desktop", pOther, "there is no instrument");
     refusePair("--desktop", "--capture-locked", "there is no instrument");
     if (!options.m_strCaptureFile.empty())
         for (const char* pOther :
-             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked"})
+             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked", "--limits"})
             if (line.Has(pOther))
                 throw CUsageError(std::string("a capture file cannot go with ") + pOther +
                                   ": there is no instrument");
+    const auto requireWith = [&line](const char* pOption, const char* pNeeded) {
+        if (line.Has(pOption) && !line.Has(pNeeded))
+            throw CUsageError(std::string(pOption) + " needs " + pNeeded + " FILE");
+    };
     for (const char* pName : {"--replay-first", "--replay-first-scale", "--replay-rate",
                               "--replay-second", "--replay-second-scale"})
-        if (line.Has(pName) && !line.Has("--replay"))
-            throw CUsageError(std::string(pName) + " needs --replay FILE");
+        requireWith(pName, "--replay");
+    for (const char* pName : {"--limits-channel", "--pass-output", "--verdict-log"})
+        requireWith(pName, "--limits");
 }
 
 }  // namespace
@@ -144,6 +161,7 @@ Options ReadOptions(std::span<const char* const> arguments) {
                       "(--replay).\nWith a capture file it is a viewer, without an instrument.\n");
     AddInstrument(line, options);
     AddReplay(line, options);
+    AddVerdict(line, options);
     AddDisplay(line, options);
     AddPlaces(line, options);
     const auto arrFiles = line.Parse(arguments);

@@ -2,9 +2,11 @@
 
 #include <filesystem>
 
+#include "acquisition/ObjRTGeneric.h"
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
 #include "host/StatusStrip.h"
+#include "host/VerdictStrip.h"
 #include "instrument/PressInstrument.h"
 #include "instrument/SimulatedPress.h"
 #include "platform/operator/Operator.h"
@@ -85,9 +87,26 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
     return nNumber == PARAMETER_INPUT_RANGES ? m_nInputs24V : 0;
 }
 
-CPanel::CPanel(const Options& options)
+CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement)
     : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
-      m_device(options.m_nDevice24V), m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get()) {
+      m_device(options.m_nDevice24V), m_pJudgement(std::move(pJudgement)), m_pJudge(MakeJudge()),
+      m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get(), m_pJudge.get()) {}
+
+std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
+    if (!m_pJudgement) return nullptr;
+    return std::make_unique<CStrokeJudge>(
+        m_pJudgement->m_limits, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        m_pJudgement->m_nChannel, std::move(m_pJudgement->m_pLog),
+        [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
+}
+
+/// To the screen first, which is not to wait.
+CPacketSink CPanel::MakeSink() {
+    if (!m_pJudge) return m_queue;
+    return CPacketSink([this](const std::shared_ptr<RTPacket>& spPacket) {
+        m_queue.push(spPacket);
+        m_pJudge->OnPacket(spPacket);
+    });
 }
 
 std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
@@ -116,11 +135,15 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
     if (m_options.m_bCaptureLocked)
         selfStart = CaptureRequest{SELF_START_MILLISECONDS, true, m_options.m_nValueRate, 0};
     return std::make_unique<CPressInstrument>(
-        m_queue, FindValueLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
+        MakeSink(), FindValueLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
         selfStart);
 }
 
-CPanel::~CPanel() = default;
+CPanel::~CPanel() {
+    // The one sends to the other, which sends to the frame.
+    m_pInstrument.reset();
+    m_pJudge.reset();
+}
 
 std::wstring CPanel::GetStatusText() const {
     return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();
@@ -146,20 +169,47 @@ int CPanel::Run() {
 
     m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
                                               FromUtf8(m_options.m_strReplay));
+    if (m_pJudge) {
+        m_pJudge->Attach(*pSession);
+        m_pVerdictStrip =
+            std::make_unique<CVerdictStrip>(m_pJudgement->m_limits, m_pJudgement->m_strTitle,
+                                            m_options.m_secondInput == SecondInput::Voltage);
+    }
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
+    const int nExitCode = RunScreen(*pScreen, *pSession);
+    if (m_pJudge) {
+        m_pJudge->Finish();
+        OnJudgeNews();
+    }
+    return nExitCode;
+}
+
+int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     if (m_options.m_strDemo.empty()) {
-        pScreen->Run();
+        screen.Run();
         return 0;
     }
     bool bSucceeded = false;
     {
-        CDemo demo(*pScreen, *pSession, m_options);
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get());
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
-        pScreen->Run();
+        screen.Run();
         script.Join();
     }
     return bSucceeded ? 0 : 1;
+}
+
+void CPanel::OnJudgeNews() {
+    const JudgeNews news = m_pJudge->TakeNews();
+    for (const JudgedStroke& stroke : news.m_strokes)
+        if (m_pJudgement->m_bPassOutput && stroke.m_verdict &&
+            stroke.m_verdict->m_outcome == Outcome::Pass) {
+            std::string image;
+            MakePassOutputCommand()->ToBytes(image);
+            m_pInstrument->Send(image);
+        }
+    m_pVerdictStrip->OnNews(news);
 }
 
 void CPanel::FillSession(CRealTimeData& session) {
@@ -184,6 +234,7 @@ void CPanel::FillSession(CRealTimeData& session) {
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {
+    if (m_pVerdictStrip) m_pVerdictStrip->Attach(screen);
     m_pStrip->Attach(screen);
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/FitText.h"
 #include "platform/drawing/DisplayScale.h"
 
 namespace {
@@ -28,25 +29,6 @@ constexpr FieldLook INSTRUMENT_LOOKS[] = {{RGB(226, 230, 236), TEXT},
                                           {RGB(192, 28, 28), RGB(255, 255, 255)}};
 constexpr COLORREF GROUND = RGB(246, 249, 254);
 constexpr FieldLook FILE_ALARM{RGB(255, 221, 221), RGB(140, 0, 0)};
-
-/// The text, or as much of its beginning and its end as has room around a mark for what is missing.
-/// @param nHead so many characters at the beginning stay in any case
-std::wstring LeaveOutMiddle(const CDC& dc, const std::wstring& strText, std::size_t nHead,
-                            int nWidth) {
-    if (dc.GetTextExtent(strText).cx <= nWidth) return strText;
-    const auto keep = [&](std::size_t nKept) {
-        const std::size_t nEnd = nKept / 2;
-        return strText.substr(0, nHead + nKept - nEnd) + L'\u2026' +
-               strText.substr(strText.size() - nEnd);
-    };
-    std::size_t nFits = 0;
-    std::size_t nTooMany = strText.size() - nHead;
-    while (nTooMany - nFits > 1) {
-        const std::size_t nTried = nFits + (nTooMany - nFits) / 2;
-        (dc.GetTextExtent(keep(nTried)).cx <= nWidth ? nFits : nTooMany) = nTried;
-    }
-    return keep(nFits);
-}
 
 class CStripPainter {
   public:
