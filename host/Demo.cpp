@@ -10,7 +10,6 @@
 #include "host/VerdictStrip.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
-#include "platform/system/Exceptions.h"
 #include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
@@ -85,10 +84,8 @@ bool CDemo::Run() {
         SaveCapture();
         ExportCurve();
         bSucceeded = true;
-    } catch (const CException& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", ToUtf8(error.GetErrorMessage()).c_str());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "rtpanel: %s\n", error.what());
+        PrintError("rtpanel", DescribeError(error));
     }
     std::fflush(stdout);
     CloseScreen();

@@ -25,7 +25,7 @@ int RunPanel(const Options& options, char* pProgram) {
     ScaleWindows(ChooseScale(options));
 
     CPanel panel(options, std::move(pJudgement));
-    std::printf("instrument   %s\n", panel.GetInstrumentText().c_str());
+    std::printf("instrument   %s\n", MakePrintable(panel.GetInstrumentText()).c_str());
     std::fflush(stdout);
     return panel.Run();
 }

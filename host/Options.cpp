@@ -1,7 +1,6 @@
 #include "host/Options.h"
 
 #include <cmath>
-#include <map>
 #include <sstream>
 
 #include "platform/commandline/CommandLine.h"
@@ -9,35 +8,13 @@
 
 namespace {
 
-void ReadSecondInput(const std::string& strKind, SecondInput& input) {
-    static const std::map<std::string, SecondInput> kinds{{"voltage", SecondInput::Voltage},
-                                                          {"position", SecondInput::Position},
-                                                          {"analogue", SecondInput::Analogue}};
-    const auto it = kinds.find(strKind);
-    if (it == kinds.end())
-        throw CUsageError("'" + strKind + "' is not one of voltage, position, analogue");
-    input = it->second;
-}
-
 std::wstring FormatTenths(double d) {
     std::wostringstream out;
     out << std::round(d * 10) / 10;
     return out.str();
 }
 
-void AddInstrument(CCommandLine& line, Options& options) {
-    line.AddNumber("--mode", "N", options.m_nMode, 0, 255,
-                   "instrument mode (1): 1 and 10 one channel of pairs; 2 two channels, pairs with "
-                   "an analogue second input; 3 three channels; 12 and 22 two channels; 20 two "
-                   "channels of pairs; any other one channel of single values");
-    line.AddOption("--second-input", "KIND",
-                   "second value of a pair (position): voltage, position, or analogue (a position "
-                   "on an analogue input)",
-                   [&](const std::string& str) { ReadSecondInput(str, options.m_secondInput); });
-    line.AddNumber("--value-rate", "N", options.m_nValueRate, 1, 65535,
-                   "values per second of each channel, both values of a pair counted (40000)");
-    line.AddNumber("--aux-rate", "N", options.m_nAuxRate, 0, 65535,
-                   "second rate stored with captures, per second (20000)");
+void AddScreen(CCommandLine& line, Options& options) {
     line.AddNumber(
         "--sample-time", "N", true,
         [&](double d) { options.m_strSampleTime = std::to_wstring(static_cast<unsigned>(d)); }, 1,
@@ -45,38 +22,9 @@ void AddInstrument(CCommandLine& line, Options& options) {
     line.AddNumber(
         "--trigger", "X", false, [&](double d) { options.m_strTrigger = FormatTenths(d); }, 0, 99.9,
         "trigger level in percent of a force of 5000 (the screen's own, 0)");
-    line.AddNumber("--device-24v", "MASK", options.m_nDevice24V, 0, 255,
-                   "analogue inputs with the range 0-24 V, bit 0 for channel 1; the others have "
-                   "0-10 V (0)");
-    line.AddFlag("--capture-locked", options.m_bCaptureLocked,
-                 "capture is controlled elsewhere: the screen's capture controls stay disabled and "
-                 "the instrument begins a continuous capture by itself");
     line.AddFlag("--desktop", options.m_bDesktop,
                  "a desktop computer without an instrument, to look at capture files; a FILE.rt3 "
                  "alone does the same");
-    line.AddNumber("--seed", "N", options.m_nSeed, 0, 4294967295.0,
-                   "seed of the simulated press's noise (1)");
-}
-
-void AddReplay(CCommandLine& line, Options& options) {
-    line.AddText(
-        "--replay", "FILE", options.m_strReplay,
-        "play a recorded stroke instead of the simulated press: a text file with a row for "
-        "each step, fields between commas, semicolons or tabs, decimal point or comma");
-    line.AddText(
-        "--replay-first", "COLUMN", options.m_columns.m_strFirst,
-        "column of the first quantity, by name or number from 1 (force, load or kraft, else "
-        "the first)");
-    line.AddText("--replay-second", "COLUMN", options.m_columns.m_strSecond,
-                 "column of the second quantity (displacement, position, distance, voltage, weg or "
-                 "spannung, else the next)");
-    line.AddNumber(
-        "--replay-rate", "X", false, [&](double d) { options.m_rowsPerSecond = d; }, 0.001, 1e6,
-        "rows per second of the recording (by its column of times, else 1000)");
-    line.AddNumber("--replay-first-scale", "X", options.m_replay.m_dFirstScale, -1e6, 1e6,
-                   "values per unit of the first quantity (20)");
-    line.AddNumber("--replay-second-scale", "X", options.m_replay.m_dSecondScale, -1e6, 1e6,
-                   "values per unit of the second quantity (1000)");
 }
 
 void AddVerdict(CCommandLine& line, Options& options) {
@@ -141,15 +89,10 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
             if (line.Has(pOther))
                 throw CUsageError(std::string("a capture file cannot go with ") + pOther +
                                   ": there is no instrument");
-    const auto requireWith = [&line](const char* pOption, const char* pNeeded) {
-        if (line.Has(pOption) && !line.Has(pNeeded))
-            throw CUsageError(std::string(pOption) + " needs " + pNeeded + " FILE");
-    };
-    for (const char* pName : {"--replay-first", "--replay-first-scale", "--replay-rate",
-                              "--replay-second", "--replay-second-scale"})
-        requireWith(pName, "--replay");
+    CheckReplay(line);
     for (const char* pName : {"--limits-channel", "--pass-output", "--verdict-log"})
-        requireWith(pName, "--limits");
+        if (line.Has(pName) && !line.Has("--limits"))
+            throw CUsageError(std::string(pName) + " needs --limits FILE");
 }
 
 }  // namespace
@@ -160,6 +103,7 @@ Options ReadOptions(std::span<const char* const> arguments) {
                       "Shows the Real Time Mode screen on a simulated press or on a recorded one "
                       "(--replay).\nWith a capture file it is a viewer, without an instrument.\n");
     AddInstrument(line, options);
+    AddScreen(line, options);
     AddReplay(line, options);
     AddVerdict(line, options);
     AddDisplay(line, options);

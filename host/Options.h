@@ -1,32 +1,17 @@
 // The command line of rtpanel.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 
-#include "curves/InstrumentMode.h"
-#include "instrument/RecordedPress.h"
-#include "instrument/RecordingFile.h"
+#include "host/InstrumentOptions.h"
 
-struct Options {
-    std::uint8_t m_nMode = 1;
-    SecondInput m_secondInput = SecondInput::Position;
-    std::uint16_t m_nValueRate = 40000;  ///< values per second and channel; of a pair both count
-    std::uint16_t m_nAuxRate = 20000;
-    std::wstring m_strSampleTime;    ///< seconds as typed; empty: the screen's own
-    std::wstring m_strTrigger;       ///< percent as typed; empty: the screen's own
-    std::uint32_t m_nDevice24V = 0;  ///< bit n: the position input of channel n + 1 is 0-24 V
-    std::uint32_t m_nSeed = 1;
+struct Options : InstrumentOptions {
+    std::wstring m_strSampleTime;  ///< seconds as typed; empty: the screen's own
+    std::wstring m_strTrigger;     ///< percent as typed; empty: the screen's own
 
-    bool m_bCaptureLocked = false;
     bool m_bDesktop = false;
-
-    std::string m_strReplay;  ///< recording to play; empty: the simulated press
-    RecordingColumns m_columns;
-    ReplaySettings m_replay;                ///< but for the rate
-    std::optional<double> m_rowsPerSecond;  ///< none: the recording's, or 1000
 
     std::optional<double> m_dScale;  ///< of all windows; none: by the display
     bool m_bFitDisplay = false;      ///< without a scale: as large as fits, whatever the display

@@ -5,10 +5,10 @@
 #include "acquisition/ObjRTGeneric.h"
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
+#include "host/Press.h"
 #include "host/StatusStrip.h"
 #include "host/VerdictStrip.h"
 #include "instrument/PressInstrument.h"
-#include "instrument/SimulatedPress.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Archive.h"
 #include "platform/system/DynamicLibrary.h"
@@ -22,10 +22,6 @@
 namespace {
 
 constexpr std::uint32_t PARAMETER_INPUT_RANGES = 50;
-
-/// Sample time of the captures that the instrument begins by itself, in milliseconds: the screen
-/// sizes its curves for its own default of 3 s.
-constexpr std::uint16_t SELF_START_MILLISECONDS = 3000;
 
 /// A path from the command line as the system takes it.
 std::wstring MakeAbsolute(const std::string& strPath) {
@@ -62,25 +58,6 @@ void ChoosePlaces(const Options& options) {
                       (strThereAre.empty() ? "no language files" : strThereAre));
 }
 
-/// What has been understood of a recording.
-std::string DescribeReplay(const Options& options, const Recording& recording, double dRate) {
-    const auto describe = [](const std::string& strName, double dScale) {
-        char szText[64];
-        std::snprintf(szText, sizeof szText, " x %g", dScale);
-        return "'" + strName + "'" + szText;
-    };
-    std::string strText = "recording " + options.m_strReplay + ": " +
-                          std::to_string(recording.m_adFirst.size()) + " rows, " +
-                          describe(recording.m_strFirstName, options.m_replay.m_dFirstScale);
-    if (!recording.m_strSecondName.empty())
-        strText += " and " + describe(recording.m_strSecondName, options.m_replay.m_dSecondScale);
-    char szRate[64];
-    std::snprintf(szRate, sizeof szRate, ", %g rows a second", dRate);
-    strText += szRate;
-    if (recording.m_rowsPerSecond) strText += " by '" + recording.m_strTimeName + "'";
-    return strText + " (" + recording.m_strForm + ")";
-}
-
 }  // namespace
 
 std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
@@ -114,29 +91,11 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
         m_strInstrument = "none";
         return nullptr;
     }
-    std::unique_ptr<IPressSignal> pPress;
-    if (m_options.m_strReplay.empty()) {
-        pPress = std::make_unique<CSimulatedPress>(m_options.m_secondInput, m_options.m_nSeed);
-        m_strInstrument = "simulated press";
-    } else {
-        RecordingColumns columns = m_options.m_columns;
-        columns.m_bTimes = !m_options.m_rowsPerSecond;
-        Recording recording = ReadRecording(m_options.m_strReplay, columns);
-        ReplaySettings replay = m_options.m_replay;
-        const double dOwnRate = recording.m_rowsPerSecond.value_or(replay.m_dRowsPerSecond);
-        replay.m_dRowsPerSecond = m_options.m_rowsPerSecond.value_or(dOwnRate);
-        m_strInstrument = DescribeReplay(m_options, recording, replay.m_dRowsPerSecond);
-        auto pRecorded = std::make_unique<CRecordedPress>(std::move(recording), replay);
-        if (const std::size_t nClamped = pRecorded->CountClamped())
-            m_strInstrument += "; " + std::to_string(nClamped) + " values do not fit 16 bits";
-        pPress = std::move(pRecorded);
-    }
-    std::optional<CaptureRequest> selfStart;
-    if (m_options.m_bCaptureLocked)
-        selfStart = CaptureRequest{SELF_START_MILLISECONDS, true, m_options.m_nValueRate, 0};
+    Press press = MakePress(m_options);
+    m_strInstrument = press.m_strText;
     return std::make_unique<CPressInstrument>(
-        MakeSink(), FindValueLayout(m_options.m_nMode, m_options.m_secondInput), std::move(pPress),
-        selfStart);
+        MakeSink(), FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        std::move(press.m_pSignal), press.m_selfStart);
 }
 
 CPanel::~CPanel() {

@@ -4,6 +4,7 @@
 
 #include "host/FitText.h"
 #include "platform/drawing/DisplayScale.h"
+#include "platform/drawing/FitText.h"
 
 namespace {
 
@@ -68,16 +69,15 @@ class CStripPainter {
         m_dc.FillSolidRect(room, look.m_crGround);
         m_dc.SetTextColor(look.m_crText);
         m_dc.SetTextAlign(TextAlign::Left);
+        const int x = room.left + Scaled(MARGIN);
+        const int nWidth = room.Width() - 2 * Scaled(MARGIN);
         m_dc.SelectFont(&m_fontBold);
-        PaintLine(room, LineTop(0), field.m_strHead, field.m_nHeadKept);
+        const std::wstring strKept = field.m_strHead.substr(0, field.m_nHeadKept);
+        m_dc.TextOut(x, LineTop(0),
+                     strKept + FitText(field.m_strHead.substr(field.m_nHeadKept), m_fontBold,
+                                       nWidth - m_dc.GetTextExtent(strKept).cx, 1));
         m_dc.SelectFont(&m_font);
-        PaintLine(room, LineTop(1), field.m_strDetail, 0);
-    }
-
-    void PaintLine(const CRect& room, int y, const std::wstring& strText, std::size_t nHead) {
-        const int nMargin = Scaled(MARGIN);
-        m_dc.TextOut(room.left + nMargin, y,
-                     LeaveOutMiddle(m_dc, strText, nHead, room.Width() - 2 * nMargin));
+        m_dc.TextOut(x, LineTop(1), FitText(field.m_strDetail, m_font, nWidth, 1));
     }
 
     int MeasureColumn(const std::vector<StripRow>& rows, std::size_t nColumn) const {

@@ -34,7 +34,7 @@ void CCaptureEngine::Execute(const InstrumentCommand& command, Time now) {
 }
 
 void CCaptureEngine::BeginBySelf(const CaptureRequest& request, Time now) {
-    m_writer.ReportCaptureStarted(request.m_bContinuous);
+    m_writer.ReportCaptureStarted(request);
     Begin(request, now);
 }
 

@@ -1,7 +1,5 @@
 #include "instrument/PacketWriter.h"
 
-#include <memory>
-
 #include "acquisition/ObjRTGeneric.h"
 
 namespace {
@@ -9,7 +7,23 @@ namespace {
 constexpr std::size_t BLOCK_HEAD = 3;  // status byte and value count
 constexpr std::uint8_t HEADER_BYTE = 0;
 
+std::vector<std::uint8_t> FormControl(RTCommand command, std::size_t nByte, bool bValue) {
+    std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
+    payload[0] = command;
+    payload[nByte] = bValue ? 1 : 0;
+    return payload;
+}
+
 }  // namespace
+
+std::shared_ptr<RTPacket> MakeStartedReport(const CaptureRequest& request) {
+    auto payload = FormControl(RTCMD_CAPTURE, 5, request.m_bContinuous);
+    payload[6] = static_cast<std::uint8_t>(request.m_nSampleMilliseconds & 0xFF);
+    payload[7] = static_cast<std::uint8_t>(request.m_nSampleMilliseconds >> 8);
+    payload[8] = static_cast<std::uint8_t>(request.m_nValueRate & 0xFF);
+    payload[9] = static_cast<std::uint8_t>(request.m_nValueRate >> 8);
+    return MakePacket(RTPACKET_CONTROL, std::move(payload));
+}
 
 void CPacketWriter::AddSet(std::uint8_t byLines, std::span<const std::int16_t> values) {
     // Room for a block of its own, whether or not the set opens one.
@@ -45,18 +59,14 @@ void CPacketWriter::Flush() {
     m_payload.clear();
 }
 
-void CPacketWriter::ReportState(bool bRunning) { PushControl(RTCMD_STATUS, 3, bRunning); }
-
-void CPacketWriter::ReportCaptureStarted(bool bContinuous) {
-    PushControl(RTCMD_CAPTURE, 5, bContinuous);
+void CPacketWriter::ReportState(bool bRunning) {
+    Flush();
+    m_sink(MakePacket(RTPACKET_CONTROL, FormControl(RTCMD_STATUS, 3, bRunning)));
 }
 
-void CPacketWriter::PushControl(RTCommand command, std::size_t nByte, bool bValue) {
+void CPacketWriter::ReportCaptureStarted(const CaptureRequest& request) {
     Flush();
-    std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
-    payload[0] = command;
-    payload[nByte] = bValue ? 1 : 0;
-    m_sink(MakePacket(RTPACKET_CONTROL, std::move(payload)));
+    m_sink(MakeStartedReport(request));
 }
 
 void CPacketWriter::AnnounceCurve() {

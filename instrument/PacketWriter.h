@@ -3,10 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
+#include "instrument/InstrumentCommand.h"
 #include "instrument/PacketSink.h"
+
+/// A report that a capture was begun that the screen which gets it did not ask for.
+std::shared_ptr<RTPacket> MakeStartedReport(const CaptureRequest& request);
 
 /// Collects sample sets into blocks and blocks into packets, and forms the event packets.
 ///
@@ -32,13 +37,12 @@ class CPacketWriter {
     /// The instrument's running state: running, or idle.
     void ReportState(bool bRunning);
     /// The instrument has begun a capture that the screen did not ask for.
-    void ReportCaptureStarted(bool bContinuous);
+    void ReportCaptureStarted(const CaptureRequest& request);
     /// The values that follow belong to a new curve.
     void AnnounceCurve();
 
   private:
     void BeginBlock(std::uint8_t byLines);
-    void PushControl(RTCommand command, std::size_t nByte, bool bValue);
 
     const CPacketSink m_sink;
     std::vector<std::uint8_t> m_payload;  ///< of the sample packet being collected; empty: none

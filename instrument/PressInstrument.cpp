@@ -10,8 +10,10 @@ constexpr std::chrono::milliseconds BLOCK_TIME(10);
 
 CPressInstrument::CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                                    std::unique_ptr<IPressSignal> pPress,
-                                   std::optional<CaptureRequest> selfStart)
+                                   std::optional<CaptureRequest> selfStart,
+                                   std::function<void()> onPackets)
     : m_engine(std::move(sink), layout, std::move(pPress)), m_selfStart(selfStart),
+      m_onPackets(std::move(onPackets)),
       m_thread([this](const std::stop_token& stop) { Run(stop); }) {}
 
 void CPressInstrument::Send(std::string_view image) {
@@ -19,6 +21,13 @@ void CPressInstrument::Send(std::string_view image) {
         Post([this, command = *command](CCaptureEngine::Time now) {
             m_engine.Execute(command, now);
         });
+}
+
+void CPressInstrument::SendMarked(std::string_view image, std::function<void()> mark) {
+    Post([this, command = ReadCommand(image), mark = std::move(mark)](CCaptureEngine::Time now) {
+        mark();
+        if (command) m_engine.Execute(*command, now);
+    });
 }
 
 void CPressInstrument::OnScreenShown() {
@@ -60,6 +69,7 @@ void CPressInstrument::Run(const std::stop_token& stop) {
             m_engine.Advance(now.time_since_epoch());
             nextBlock = now + BLOCK_TIME;
         }
+        if (m_onPackets) m_onPackets();
         const std::lock_guard lock(m_mutex);
         m_state = m_engine.GetState();
     }

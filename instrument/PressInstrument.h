@@ -18,11 +18,18 @@
 class CPressInstrument : public IInstrument {
   public:
     /// @param selfStart a capture that begins by itself once the screen is shown
+    /// @param onPackets called on the instrument's thread when packets may have been pushed; must
+    ///        not wait
     CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                      std::unique_ptr<IPressSignal> pPress,
-                     std::optional<CaptureRequest> selfStart = {});
+                     std::optional<CaptureRequest> selfStart = {},
+                     std::function<void()> onPackets = {});
 
     void Send(std::string_view image) override;
+    /// As Send, and calls `mark` right before the image is carried out, or in place of it when it
+    /// is no command: on the instrument's thread, behind all packets of what was before and in
+    /// front of those that come of it.
+    void SendMarked(std::string_view image, std::function<void()> mark);
     void OnScreenShown() override;
     InstrumentState GetState() const override;
 
@@ -34,6 +41,7 @@ class CPressInstrument : public IInstrument {
 
     CCaptureEngine m_engine;
     const std::optional<CaptureRequest> m_selfStart;
+    const std::function<void()> m_onPackets;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_wake;
     std::vector<Order> m_orders;  ///< guarded by m_mutex

@@ -17,15 +17,24 @@ constexpr const char* TRAVELS[] = {"displacement", "position", "distance",
                                    "voltage",      "weg",      "spannung"};
 constexpr const char* TIMES[] = {"time", "t", "zeit"};
 
-/// A column's name and what stands behind it: "Time (ms)", "Zeit/s", "force, N".
+/// Units that may stand behind a name without brackets.
+constexpr const char* UNITS[] = {"s", "sec", "ms", "us", "\xC2\xB5s", "N", "kN", "mm", "V"};
+
+/// A column's name and what stands behind it: "Time (ms)", "Zeit/s", "force, N", "time_ms".
 struct NameAndUnit {
     std::string_view m_strName;
     std::string_view m_strUnit;
 };
 
 NameAndUnit SplitName(std::string_view strText) {
-    const std::size_t nUnit = strText.find_first_of("([/,");
-    if (nUnit == std::string_view::npos) return {strText, {}};
+    std::size_t nUnit = strText.find_first_of("([/,");
+    if (nUnit == std::string_view::npos) {
+        nUnit = strText.find_last_of("_ ");
+        if (nUnit == std::string_view::npos || std::ranges::none_of(UNITS, [&](const char* pUnit) {
+                return EqualsNoCase(strText.substr(nUnit + 1), pUnit);
+            }))
+            return {strText, {}};
+    }
     std::string_view strName = strText.substr(0, nUnit);
     while (strName.ends_with(' ')) strName.remove_suffix(1);
     std::string_view strUnit = strText.substr(nUnit + 1);

@@ -7,8 +7,8 @@
 
 #include "instrument/TextTable.h"
 
-/// Which columns hold the quantities: a name from the header row (case does not matter, a unit in
-/// brackets may be left out), or a number from 1. A name goes before a number. Empty: found by the
+/// Which columns hold the quantities: a name from the header row (case does not matter, a unit
+/// behind it may be left out), or a number from 1. A name goes before a number. Empty: found by the
 /// usual names.
 struct RecordingColumns {
     std::string m_strFirst;
@@ -34,7 +34,7 @@ struct Recording {
 /// first one; the second is the column "displacement", "position", "distance", "voltage", "weg" or
 /// "spannung", else the one after the first, else there is none. A column "time", "t" or "zeit" is
 /// neither, unless it is asked for: it gives the rate, in seconds or in the unit behind its name
-/// (s, ms or us, in brackets or behind a slash or comma).
+/// (s, ms or us, in brackets or behind a slash, comma, blank or underscore).
 /// @throws CRecordingError as CTextTable, and when the file has more than ten million rows or none,
 ///         lacks a column, a value is not a finite number, or a time does not come after the one
 ///         before or only after a gap

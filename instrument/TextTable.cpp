@@ -118,6 +118,11 @@ bool CTextTable::ReadLine() {
         ++m_nLine;
         if (m_strLine.size() > MAX_LINE_LENGTH) Refuse(m_nLine, "the line is too long");
         if (m_nLine == 1 && m_strLine.starts_with("\xEF\xBB\xBF")) m_strLine.erase(0, 3);
+        if (m_nLine == 1 &&
+            (m_strLine.starts_with("\xFF\xFE") || m_strLine.starts_with("\xFE\xFF")))
+            throw CRecordingError(m_strPath + ": is written in UTF-16; save it as UTF-8");
+        if (const std::size_t nReturn = m_strLine.find('\r'); nReturn < m_strLine.size() - 1)
+            Refuse(m_nLine, "a carriage return stands where no line ends");
         if (!Trim(m_strLine).empty()) return true;
     }
     if (m_file.bad()) throw CRecordingError(m_strPath + ": could not be read to its end");

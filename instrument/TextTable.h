@@ -26,7 +26,7 @@ class CTextTable {
     static constexpr std::size_t NO_COLUMN = static_cast<std::size_t>(-1);
 
     /// @throws CRecordingError when the file cannot be read, is no regular file or larger than 256
-    ///         MiB, or holds no row
+    ///         MiB, is written in UTF-16 or holds no row
     explicit CTextTable(const std::string& strPath);
 
     /// The names of the columns: of the header, or "1", "2" and so on.
@@ -34,7 +34,9 @@ class CTextTable {
 
     /// Goes to the next row.
     /// @return false at the end of the file
-    /// @throws CRecordingError for a line above 64 KiB or a row that is longer than the header
+    /// @throws CRecordingError for a line above 64 KiB or with a carriage return within it, or a
+    /// row
+    ///         that is longer than the header
     bool ReadRow();
 
     /// A finite number of the row.

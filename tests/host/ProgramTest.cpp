@@ -55,7 +55,7 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
         << m_strOutput;
     for (const char* pPart :
          {"\nchannel 2    10000 of 10000 values, ", ", force 500 to 5499, second input -6 to -6\n",
-          "/screen-2.png (Voltage)\n", "/capture.rt3, 41"})
+          "/screen-2.png (Voltage)\n", "/capture.rt3, 4"})
         EXPECT_NE(m_strOutput.find(pPart), std::string::npos) << m_strOutput;
 
     // The level of 10 percent is a force of 500.

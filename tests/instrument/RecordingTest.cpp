@@ -49,6 +49,8 @@ TEST_F(RecordingTest, UnderstandsTheFormsThatProgramsWrite) {
         {"Zeit/ms;Weg [mm];Kraft [N];\nms;mm;N;\n0;1;2;\n2;3;4;\n5;5;6;\n", 6, 5, 400,
          "semicolons, header"},
         {"force,t\n7,0\n8,0.5\n", 8, 99, 2, "commas, decimal point, header"},
+        {"curve,time_ms,Force N,position_mm\n1,0,7,5\n1,2,8,6\n", 8, 6, 500, "commas, header"},
+        {"time_stamp,force\n1,2\n", 2, 99, 0, "commas, header"},
     };
     for (const auto& one : cases) {
         const Recording recording = Read(one.m_strText);
@@ -64,6 +66,11 @@ TEST_F(RecordingTest, UnderstandsTheFormsThatProgramsWrite) {
 TEST_F(RecordingTest, SaysWhatIsWrong) {
     const std::tuple<std::string, RecordingColumns, const char*> cases[] = {
         {"", {}, ": holds no rows"},
+        {"\xFF\xFE"
+         "1",
+         {},
+         ": is written in UTF-16; save it as UTF-8"},
+        {"force\r1\r2", {}, ":1: a carriage return stands where no line ends"},
         {"force,displacement\n0,056;0,010\n", {}, ":2: the row has 3 columns, the first one has 2"},
         {"force;way\n0,5;1\n0,5;1.5\n",
          {},

@@ -82,11 +82,13 @@ void StaticWidget::SetText(const QString& text) {
     m_native.MarkStale();
 }
 
-QAccessibleInterface* DescribeStatic(const QString&, QObject* pObject) {
-    auto* pStatic = dynamic_cast<StaticWidget*>(pObject);
-    if (!pStatic) return nullptr;
-    return new QAccessibleWidget(pStatic, pStatic->m_bFrame ? QAccessible::Graphic
-                                                            : QAccessible::StaticText);
+QAccessibleInterface* DescribePainted(const QString&, QObject* pObject) {
+    if (auto* pStatic = dynamic_cast<StaticWidget*>(pObject))
+        return new QAccessibleWidget(pStatic, pStatic->m_bFrame ? QAccessible::Graphic
+                                                                : QAccessible::StaticText);
+    auto* pView = dynamic_cast<ViewWidget*>(pObject);
+    if (!pView || pView->isWindow()) return nullptr;
+    return new QAccessibleWidget(pView, QAccessible::StaticText);
 }
 
 void StaticWidget::paintEvent(QPaintEvent* pEvent) {
@@ -271,5 +273,6 @@ void SetWidgetText(QWidget& widget, const QString& text) {
         pFrame->SetTitle(text);
     } else {
         widget.setWindowTitle(text);
+        if (!widget.isWindow()) widget.setAccessibleName(text);
     }
 }

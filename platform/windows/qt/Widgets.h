@@ -148,8 +148,9 @@ class ListWidget : public MessageWidget<QListWidget> {
     int m_nRowHeight = 0;  ///< in pixels; 0: as high as the text
 };
 
-/// What assistive technology is told of a static; of what the window system knows itself, null.
-QAccessibleInterface* DescribeStatic(const QString& className, QObject* pObject);
+/// What assistive technology is told of a static or of a view within a window; of what the window
+/// system knows itself, null.
+QAccessibleInterface* DescribePainted(const QString& className, QObject* pObject);
 
 /// Makes the child widget for one line of a dialog template.
 void CreateControl(const DialogItem& item, DialogWidget& dialog);
