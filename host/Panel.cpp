@@ -64,10 +64,12 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
     return nNumber == PARAMETER_INPUT_RANGES ? m_nInputs24V : 0;
 }
 
-CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement)
+CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement,
+               const InstrumentMaker& makeInstrument)
     : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
       m_device(options.m_nDevice24V), m_pJudgement(std::move(pJudgement)), m_pJudge(MakeJudge()),
-      m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get(), m_pJudge.get()) {}
+      m_pInstrument(makeInstrument ? makeInstrument(MakeSink()) : MakeInstrument()),
+      m_view(m_pInstrument.get(), m_pJudge.get()) {}
 
 std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
     if (!m_pJudgement) return nullptr;
@@ -77,12 +79,10 @@ std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
         [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
 }
 
-/// To the screen first, which is not to wait.
 CPacketSink CPanel::MakeSink() {
     if (!m_pJudge) return m_queue;
-    return CPacketSink([this](const std::shared_ptr<RTPacket>& spPacket) {
-        m_queue.push(spPacket);
-        m_pJudge->OnPacket(spPacket);
+    return CPacketSink([this](std::shared_ptr<RTPacket> spPacket) {
+        m_pJudge->Pass(std::move(spPacket), m_queue);
     });
 }
 
@@ -128,6 +128,14 @@ int CPanel::Run() {
 
     m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
                                               FromUtf8(m_options.m_strReplay));
+    /// However the screen ends, its judge does so before it.
+    struct JudgeEnd {
+        ~JudgeEnd() {
+            if (m_pJudge) m_pJudge->Finish();
+        }
+        CStrokeJudge* const m_pJudge;
+    };
+    const JudgeEnd judgeEnd{m_pJudge.get()};
     if (m_pJudge) {
         m_pJudge->Attach(*pSession);
         m_pVerdictStrip =

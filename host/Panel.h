@@ -38,14 +38,18 @@ class CPanelDevice final : public IRTDevice {
     std::uint32_t m_nInputs24V;
 };
 
+using InstrumentMaker = std::function<std::unique_ptr<IInstrument>(CPacketSink sink)>;
+
 /// Owns what a screen's session needs (application object, instrument, queue, device, main frame)
 /// and runs one screen. User-interface thread; made after the window system.
 class CPanel {
   public:
     /// Makes the instrument that the options ask for.
     /// @param pJudgement by which its strokes are judged; null: they are not
+    /// @param makeInstrument makes another one, which sends its packets to what it is given
     /// @throws CRecordingError
-    explicit CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement = nullptr);
+    explicit CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement = nullptr,
+                    const InstrumentMaker& makeInstrument = {});
     ~CPanel();
 
     /// What the instrument is, in a line for the person who started the program.

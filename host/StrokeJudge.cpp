@@ -39,6 +39,16 @@ std::wstring FindReason(const CException& error) {
     return strText;
 }
 
+unsigned GetRate(CRealTimeData& session) {
+    const std::lock_guard lock(session.m_lock);
+    return session.m_nValueRate;
+}
+
+bool HasCurves(CRealTimeData& session, std::size_t nChannel) {
+    const std::lock_guard lock(session.m_lock);
+    return !session.m_spCurves->m_lstCurves[nChannel].empty();
+}
+
 StrokeVerdict MakeUnknown(std::string strReason) {
     StrokeVerdict verdict;
     verdict.m_strReason = std::move(strReason);
@@ -66,8 +76,24 @@ CStrokeJudge::CStrokeJudge(const Limits& limits, const ValueLayout& layout, std:
 
 CStrokeJudge::~CStrokeJudge() { Finish(); }
 
-void CStrokeJudge::OnPacket(std::shared_ptr<RTPacket> spPacket) {
-    Post([this, spPacket = std::move(spPacket)] { Take(*spPacket); });
+void CStrokeJudge::Attach(CRealTimeData& session) {
+    const std::lock_guard lock(m_mutex);
+    m_pSession = &session;
+}
+
+void CStrokeJudge::Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue) {
+    const PacketMeaning meaning = FindMeaning(spPacket->m_nType, GetPayload(*spPacket));
+    {
+        const std::lock_guard lock(m_mutex);
+        // Before the screen changes its curves for the packet.
+        const bool bHadCurves =
+            meaning == PacketMeaning::Samples || !m_pSession || HasCurves(*m_pSession, m_nChannel);
+        queue.push(spPacket);
+        if (m_bEnding) return;
+        m_orders.emplace_back(
+            [this, spPacket = std::move(spPacket), bHadCurves] { Take(*spPacket, bHadCurves); });
+    }
+    m_wake.notify_one();
 }
 
 void CStrokeJudge::OnMessage(std::string_view image) {
@@ -88,6 +114,8 @@ void CStrokeJudge::Finish() {
     }
     m_wake.notify_one();
     m_thread.join();
+    const std::lock_guard lock(m_mutex);
+    m_pSession = nullptr;
 }
 
 JudgeNews CStrokeJudge::TakeNews() {
@@ -135,12 +163,6 @@ void CStrokeJudge::EnterLostStroke() {
     }
 }
 
-/// Whether nothing has come since what is being done.
-bool CStrokeJudge::HasCaughtUp() {
-    const std::lock_guard lock(m_mutex);
-    return m_nOrdersInHand == 0 && m_orders.empty();
-}
-
 void CStrokeJudge::Start(const CaptureRequest& request) {
     m_nSampleSeconds = request.m_nSampleMilliseconds / 1000;
     m_nScreenRate = request.m_nValueRate;
@@ -148,32 +170,37 @@ void CStrokeJudge::Start(const CaptureRequest& request) {
     m_collector.Start(request.m_bContinuous, MakeRoom());
 }
 
-void CStrokeJudge::Take(const RTPacket& packet) {
+void CStrokeJudge::Take(const RTPacket& packet, bool bScreenHadCurves) {
     LookAtScreen();
+    // The screen tells nobody that an operator has cleared it in the midst of a capture that the
+    // instrument has begun by itself.
+    if (m_bScreenHasCurves && !bScreenHadCurves) m_collector.Drop();
+
     const PacketPayload payload = GetPayload(packet);
     const PacketMeaning meaning = FindMeaning(packet.m_nType, payload);
     if (meaning == PacketMeaning::CaptureStarted)
         if (const unsigned nMilliseconds = GetStartedSampleTime(payload))
             m_nSampleSeconds = (nMilliseconds + 999) / 1000;
-    // The screen begins its curve when it comes to this packet.
+    // A screen without curves begins one when it comes to this packet.
     if (meaning == PacketMeaning::CaptureStarted || meaning == PacketMeaning::NewCurve)
-        m_bScreenHasCurves = false;
+        m_bScreenHasCurves = bScreenHadCurves;
     m_collector.Take(packet, MakeRoom());
 }
 
-/// The screen tells nobody when an operator clears it in the midst of a capture that the instrument
-/// has begun by itself: it is then seen to have no curves.
 void CStrokeJudge::LookAtScreen() {
-    bool bHasCurves;
+    bool bCaughtUp;
     {
-        const std::lock_guard lock(m_pSession->m_lock);
-        m_nScreenRate = m_pSession->m_nValueRate;
-        bHasCurves = !m_pSession->m_spCurves->m_lstCurves[m_nChannel].empty();
+        const std::lock_guard lock(m_mutex);
+        if (!m_pSession) return;
+        m_nScreenRate = GetRate(*m_pSession);
+        if (HasCurves(*m_pSession, m_nChannel)) {
+            m_bScreenHasCurves = true;
+            return;
+        }
+        bCaughtUp = m_nOrdersInHand == 0 && m_orders.empty();
     }
-    if (bHasCurves)
-        m_bScreenHasCurves = true;
-    else if (m_bScreenHasCurves && HasCaughtUp())
-        m_collector.Drop();
+    // It has been cleared just now, and not behind what is still to come.
+    if (m_bScreenHasCurves && bCaughtUp) m_collector.Drop();
 }
 
 void CStrokeJudge::OnStroke(CStrokeCollector::Stroke stroke) {

@@ -39,7 +39,7 @@ struct JudgeNews {
 /// Takes the values from the packets on their way to the screen, and judges each stroke as soon as
 /// it is over, in order, on a thread of its own: neither packets nor screen wait for it.
 ///
-/// Threads: OnPacket may be called on any; everything else belongs to the user-interface thread.
+/// Threads: Pass may be called on any; everything else belongs to the user-interface thread.
 class CStrokeJudge {
   public:
     /// @param limits must outlive the judge
@@ -51,12 +51,11 @@ class CStrokeJudge {
     /// As Finish.
     ~CStrokeJudge();
 
-    /// The screen that the packets go to. To be called once, before the first packet; it must
-    /// outlive the judge's work.
-    void Attach(CRealTimeData& session) { m_pSession = &session; }
+    /// The screen that the packets go to. To be called once; it must live until Finish.
+    void Attach(CRealTimeData& session);
 
-    /// A packet is on its way to the screen.
-    void OnPacket(std::shared_ptr<RTPacket> spPacket);
+    /// Passes a packet on to the screen, and looks into it later.
+    void Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue);
     /// The screen sends a message image, which the instrument has not got yet.
     void OnMessage(std::string_view image);
 
@@ -73,10 +72,9 @@ class CStrokeJudge {
     void Post(Order order);
     void Run();
     void EnterLostStroke();
-    bool HasCaughtUp();
 
     void Start(const CaptureRequest& request);
-    void Take(const RTPacket& packet);
+    void Take(const RTPacket& packet, bool bScreenHadCurves);
     void LookAtScreen();
     CurveRoom MakeRoom() const { return {m_nSampleSeconds * m_nScreenRate, m_nScreenRate}; }
     void OnStroke(CStrokeCollector::Stroke stroke);
@@ -87,23 +85,24 @@ class CStrokeJudge {
     const Limits& m_limits;
     const std::size_t m_nChannel;
     const std::function<void()> m_onNews;
-    CRealTimeData* m_pSession = nullptr;
 
     // Of the judge's thread.
     CStrokeCollector m_collector;
     const std::unique_ptr<CVerdictLog> m_pLog;
     unsigned m_nSampleSeconds;        ///< by which the screen makes its curves
     unsigned m_nScreenRate = 0;       ///< values per second, likewise
-    bool m_bScreenHasCurves = false;  ///< so it was seen since the stroke in hand began
+    bool m_bScreenHasCurves = false;  ///< so it was seen since it began the stroke in hand
     std::size_t m_nOrdersInHand = 0;
     std::uint64_t m_nJudged = 0;
     bool m_bLogFailed = false;
 
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    std::vector<Order> m_orders;  ///< guarded by m_mutex
-    bool m_bEnding = false;       ///< guarded by m_mutex
-    JudgeNews m_news;             ///< guarded by m_mutex
+    // Guarded by m_mutex.
+    std::vector<Order> m_orders;
+    bool m_bEnding = false;
+    JudgeNews m_news;
+    CRealTimeData* m_pSession = nullptr;
 
     const CFileListener m_fileListener;
     std::thread m_thread;

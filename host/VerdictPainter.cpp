@@ -9,7 +9,7 @@ namespace {
 
 // In pixels of the design.
 constexpr int MARK_WIDTH = 184;
-constexpr int MARK_HEIGHT = 68;  ///< of the characters: their capitals are 49 high
+constexpr int MARK_HEIGHT = 70;  ///< of the characters; of their capitals at least 48
 constexpr int COUNTER_HEIGHT = 19;
 constexpr int TEXT_HEIGHT = 15;
 constexpr int LINES = 1 + static_cast<int>(VerdictContents::MAX_FAULTS);

@@ -28,7 +28,7 @@ constexpr NumberedText REASONS[] = {
     {3268, L"out of memory"}};
 
 std::wstring TranslateReason(const std::string& strReason) {
-    const std::wstring strEnglish = FromUtf8(strReason);
+    std::wstring strEnglish = FromUtf8(strReason);
     for (const NumberedText& reason : REASONS) {
         const std::wstring_view strPattern = reason.m_pEnglish;
         if (strPattern == strEnglish) return GetText(reason);
