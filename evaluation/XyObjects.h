@@ -18,10 +18,8 @@ struct XyPlot {
     CXyAxis m_forces;
     int m_nText;  ///< height of texts in pixels
 
-    /// A line's width, in lines of the design.
-    int GetWidth(bool bThick) const {
-        return std::max(1, m_nText / (13 * ScaledThickness(1))) + (bThick ? 1 : 0);
-    }
+    /// A line's width, in pixels of the design.
+    int GetWidth(bool bThick) const { return std::max(1, m_nText / Scaled(13)) + (bThick ? 1 : 0); }
     CPoint At(double dPosition, double dForce) const {
         return {m_positions.At(dPosition), m_forces.At(dForce)};
     }

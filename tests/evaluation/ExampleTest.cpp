@@ -1,6 +1,7 @@
 // Features and objects with figures worked out by hand.
 #include <gtest/gtest.h>
 
+#include "evaluation/FeatureSummary.h"
 #include "evaluation/Verdict.h"
 #include "tests/evaluation/StrokeData.h"
 
@@ -156,6 +157,8 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
     EnvelopeLimit early = wide;
     early.m_nTolerance = 11_v;
     early.m_lower[0].m_nPosition = early.m_upper[0].m_nPosition = -1_v;
+    const EnvelopeLimit earlyAndTight{
+        forward, {{-1_v, -50_v}, {0, -50_v}, {500_v, 250_v}}, {{-1_v, 500_v}, {500_v, 500_v}}};
     const LineLimit line{forward, 200_v, Range(250, 350)};
     const LineLimit fall{forward, 200_v, Range(350, 450), Direction::Down, false};
     const std::pair<decltype(LimitObject::m_limit), Expected> cases[] = {
@@ -192,6 +195,7 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
         {BlockLimit{forward, At(Range({}, 50), Range({}, 0))}, {"touched", 0, 0}},
         {BlockLimit{forward, At(Range(150, 250), Range(100, 150))}, {"touched", -20, 2}},
         {BlockLimit{forward, At(Range(600, {}), Range({}, {}))}, {"", {}}},
+        {BlockLimit{forward, At(Range(150, 250), Range({}, {}))}, {"touched", {}, 2}},
         // The path passes the corner alone, half way from 300 to 400.
         {BlockLimit{forward, At(Range(350, 390), Range(200, 250))}, {"touched", {}, 4}},
         {WindowLimit{forward, At(Range(350, 390), Range(200, 250)), left, {Side::Bottom}},
@@ -206,6 +210,7 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
         {envelope, {"below lower bound", -10, 4}},
         {wide, {"", 0}},
         {early, {"not covered", {}, 5}},
+        {earlyAndTight, {"below lower bound", -10, 4}},
         {EnvelopeLimit{forward, {}, {{0, 100_v}, {300_v, 200_v}}}, {"above upper bound", -20, 3}},
         {EnvelopeLimit{Branch::Return, {{0, 0}, {500_v, 400_v}}, {}},
          {"below lower bound", -160, 7}},
@@ -262,6 +267,32 @@ TEST(EvaluationExample, GivesTheVerdictOfTheWhole) {
     EXPECT_EQ(judge({{1, 1}, {1, 2}}, 1, {good}).m_strReason, "constant position");
     EXPECT_TRUE(judge({{1, 1}, {1, 2}}, 1, {good}).m_objects.empty());
     EXPECT_EQ(judge(EXAMPLE, 1, {good}).m_turn, 5u);
+}
+
+TEST(FeatureSummary, HasACapabilityOnlyWithADeviationAndLimits) {
+    const auto summarise = [](const std::vector<double>& adValues, std::optional<double> min,
+                              std::optional<double> max) {
+        CFeatureValues values("", "", min, max);
+        for (const double dValue : adValues) values.Add(dValue);
+        values.Add({});
+        return values.Summarise();
+    };
+    const auto both = summarise({9, 11, 10}, 5, 14);
+    EXPECT_EQ(both.m_nCount, 3u);
+    EXPECT_EQ(both.m_min, 9);
+    EXPECT_EQ(both.m_max, 11);
+    EXPECT_EQ(both.m_cp, 1.5);
+    EXPECT_EQ(both.m_cpk, 4 / 3.0);
+    const auto low = summarise({9, 11, 10}, 5, {});
+    EXPECT_EQ(low.m_cp, std::nullopt);
+    EXPECT_EQ(low.m_cpk, 5 / 3.0);
+    EXPECT_EQ(summarise({9, 11, 10}, 10.75, 14).m_cpk, -0.25);
+    EXPECT_EQ(summarise({9, 11, 10}, {}, {}).m_cpk, std::nullopt);
+    EXPECT_EQ(summarise({7, 7}, 5, 14).m_deviation, 0);
+    EXPECT_EQ(summarise({7, 7}, 5, 14).m_cp, std::nullopt);
+    EXPECT_EQ(summarise({7}, 5, 14).m_mean, 7);
+    EXPECT_EQ(summarise({7}, 5, 14).m_deviation, std::nullopt);
+    EXPECT_EQ(summarise({}, 5, 14).m_mean, std::nullopt);
 }
 
 }  // namespace

@@ -133,6 +133,9 @@ class ComboWidget : public MessageWidget<QComboBox> {
     /// The template's height is that of the open list; the closed one is as high as its font.
     void FitHeight();
 
+    void showPopup() override;
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+
     bool m_bSorted = false;
 
   protected:
