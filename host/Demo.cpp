@@ -5,9 +5,12 @@
 #include <stdexcept>
 
 #include "curves/FileStore.h"
-#include "host/Options.h"
+#include "evaluation/XyPicture.h"
+#include "host/Judgement.h"
+#include "host/VerdictStrip.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "platform/windows/Controls.h"
@@ -63,9 +66,10 @@ std::wstring FindFreeName() {
 }  // namespace
 
 CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
+             const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
              std::function<std::string()> findTrouble)
-    : m_screen(screen), m_session(session), m_options(options),
-      m_folder(std::filesystem::absolute(options.m_strDemo)),
+    : m_screen(screen), m_session(session), m_options(options), m_pJudgement(pJudgement),
+      m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)),
       m_findTrouble(std::move(findTrouble)) {}
 
 bool CDemo::Run() {
@@ -78,6 +82,7 @@ bool CDemo::Run() {
         TakeCapture();
         m_strIncomplete = m_findTrouble();
         PrintCurves();
+        if (m_pJudgement) SaveVerdict();
         SavePictures();
         SaveCapture();
         ExportCurve();
@@ -126,6 +131,42 @@ void CDemo::PrintCurves() {
         if (nCount != curve.GetCapacity() && m_strIncomplete.empty())
             m_strIncomplete = "values are missing";
     }
+}
+
+void CDemo::SaveVerdict() {
+    JudgedStroke stroke;
+    Operator::WaitFor(
+        "the verdict",
+        [&] {
+            Operator::Ask([&] {
+                if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke())
+                    stroke = *pLast;
+            });
+            return stroke.m_verdict.has_value();
+        },
+        WINDOW_PATIENCE);
+    const Limits& limits = m_pJudgement->m_limits;
+    std::printf("verdict      %s\n", ToUtf8(GetMark(stroke.m_verdict->m_outcome)).c_str());
+    for (const std::wstring& strFault : DescribeFaults(*stroke.m_verdict, limits))
+        std::printf("             %s\n", MakePrintable(ToUtf8(strFault)).c_str());
+
+    const std::filesystem::path line = m_folder / "verdict.json";
+    const std::string strLine = stroke.Write(limits) + '\n';
+    CFile file(FromUtf8(line.native()), CFile::modeWrite | CFile::modeCreate);
+    file.Write(strLine.data(), strLine.size());
+    file.Close();
+    const std::filesystem::path path = m_folder / "xy.png";
+    Operator::Ask([&] {
+        CBitmap bitmap;
+        bitmap.CreateBitmap(XY_PICTURE_SIZE.cx, XY_PICTURE_SIZE.cy);
+        CDC dc;
+        dc.CreateCompatibleDC(nullptr);
+        dc.SelectBitmap(&bitmap);
+        DrawStroke(dc, XY_PICTURE_SIZE, stroke, limits,
+                   m_options.m_secondInput == SecondInput::Voltage);
+        bitmap.SavePng(FromUtf8(path.native()));
+    });
+    std::printf("picture      %s\n", path.c_str());
 }
 
 void CDemo::SavePictures() {

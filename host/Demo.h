@@ -6,12 +6,16 @@
 #include <string>
 
 class CDlgBase;
+class CVerdictStrip;
 struct CRealTimeData;
+struct Judgement;
 struct Options;
 
 /// Takes one capture with the screen's own controls, and leaves in a folder a picture of the screen
 /// (screen.png), the capture (capture.rt3) and its export (capture.csv); says on standard output
-/// what was captured and where it is. Closes the screen at the end.
+/// what was captured and where it is. Where strokes are judged it also leaves the stroke's picture
+/// (xy.png) and its line of the verdict log (verdict.json), and says what the verdict is. Closes
+/// the screen at the end.
 ///
 /// Threads: the script thread of Operator::CScript, while the screen runs.
 class CDemo {
@@ -19,8 +23,10 @@ class CDemo {
     /// The options name the folder, which is made when it is missing (files of those names in it
     /// are replaced), and the sample time and trigger level to enter. All must outlive the
     /// demonstration.
+    /// @param pJudgement, pVerdictStrip null: strokes are not judged
     /// @param findTrouble what went wrong with the instrument since the start; empty: nothing
     CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
+          const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
           std::function<std::string()> findTrouble);
 
     /// Runs it. What goes wrong is said on standard error.
@@ -30,6 +36,7 @@ class CDemo {
   private:
     void TakeCapture();
     void PrintCurves();
+    void SaveVerdict();
     void SavePictures();
     void SaveCapture();
     void ExportCurve();
@@ -43,6 +50,8 @@ class CDemo {
     CDlgBase& m_screen;
     CRealTimeData& m_session;
     const Options& m_options;
+    const Judgement* const m_pJudgement;
+    const CVerdictStrip* const m_pVerdictStrip;
     const std::filesystem::path m_folder;
     const std::function<std::string()> m_findTrouble;
     std::string m_strIncomplete;  ///< why the capture is not whole; empty: it is

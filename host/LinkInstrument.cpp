@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cinttypes>
 #include <cstdio>
+#include <utility>
 
 #include "instrument/InstrumentCommand.h"
 #include "platform/commandline/CommandLine.h"
@@ -22,9 +23,8 @@ ImageKind FindKind(std::string_view image) {
 
 }  // namespace
 
-CLinkInstrument::CLinkInstrument(RTPacketQueue& queue, CWnd& ui, const PanelLinkSettings& settings)
-    : m_queue(queue), m_ui(ui), m_strAddress(settings.m_address.m_strText),
-      m_link(settings, *this) {}
+CLinkInstrument::CLinkInstrument(CWnd& ui, const PanelLinkSettings& settings)
+    : m_ui(ui), m_strAddress(settings.m_address.m_strText), m_link(settings, *this) {}
 
 CLinkInstrument::~CLinkInstrument() {
     const auto [counts, nReconnections] = m_link.End();
@@ -69,7 +69,13 @@ std::string CLinkInstrument::FindTrouble() const {
     return m_strTrouble;
 }
 
-void CLinkInstrument::AttachScreen(CDialog& screen, CRealTimeData& session) {
+void CLinkInstrument::AttachScreen(CDialog& screen, CRealTimeData& session,
+                                   const CPacketSink& sink) {
+    {
+        const std::lock_guard lock(m_sinkMutex);
+        for (auto& spPacket : std::exchange(m_awaiting, {})) sink(std::move(spPacket));
+        m_sink.emplace(sink);
+    }
     m_pScreen = &screen;
     m_pSession = &session;
     // What came before is due once the screen has its controls.
@@ -77,11 +83,15 @@ void CLinkInstrument::AttachScreen(CDialog& screen, CRealTimeData& session) {
 }
 
 void CLinkInstrument::PushPacket(std::shared_ptr<RTPacket> spPacket) {
-    m_queue.push(std::move(spPacket));
+    const std::lock_guard lock(m_sinkMutex);
+    if (m_sink)
+        (*m_sink)(std::move(spPacket));
+    else
+        m_awaiting.push_back(std::move(spPacket));
 }
 
 void CLinkInstrument::PushPacketBehindScreen(std::shared_ptr<RTPacket> spPacket) {
-    m_ui.PostCall([this, spPacket] { m_queue.push(spPacket); });
+    m_ui.PostCall([this, spPacket] { PushPacket(spPacket); });
 }
 
 void CLinkInstrument::OnInstrumentKnown(const Hello& hello) {

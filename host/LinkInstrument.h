@@ -3,9 +3,10 @@
 
 #include <mutex>
 #include <optional>
+#include <vector>
 
-#include "acquisition/RTPacket.h"
 #include "instrument/Instrument.h"
+#include "instrument/PacketSink.h"
 #include "link/PanelLink.h"
 
 class CDialog;
@@ -19,10 +20,10 @@ struct CRealTimeData;
 /// Threads: as IInstrument says; AttachScreen and the destructor on the user-interface thread.
 class CLinkInstrument : public IInstrument, private IPanelScreen {
   public:
-    /// @param queue, ui must outlive the instrument
-    /// @param ui a window, to which calls to the user-interface thread are posted
+    /// @param ui must outlive the instrument; a window, to which calls to the user-interface thread
+    /// are posted
     /// @throws CTlsError
-    CLinkInstrument(RTPacketQueue& queue, CWnd& ui, const PanelLinkSettings& settings);
+    CLinkInstrument(CWnd& ui, const PanelLinkSettings& settings);
     ~CLinkInstrument() override;
 
     void Send(std::string_view image) override;
@@ -34,8 +35,9 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     std::optional<Hello> GetHello() const;
 
     /// The screen that was made for it, which gets the sample time of captures that others begin,
-    /// and its session, which gets new rates.
-    void AttachScreen(CDialog& screen, CRealTimeData& session);
+    /// and its session, which gets new rates. Packets wait for it; from then on they go to the
+    /// sink, one at a time.
+    void AttachScreen(CDialog& screen, CRealTimeData& session, const CPacketSink& sink);
 
     /// What went wrong since the last start was sent, in English; empty: nothing.
     std::string FindTrouble() const;
@@ -51,7 +53,6 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     void ApplySampleTime();
     void Log(const LinkStatus& status);
 
-    RTPacketQueue& m_queue;
     CWnd& m_ui;
     const std::string m_strAddress;
 
@@ -64,6 +65,10 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     std::string m_strLogged;
     LinkStatus m_logged;
     LinkTime m_loggedAt{0};
+
+    std::mutex m_sinkMutex;
+    std::optional<CPacketSink> m_sink;                  ///< guarded by m_sinkMutex
+    std::vector<std::shared_ptr<RTPacket>> m_awaiting;  ///< the sink; guarded by m_sinkMutex
 
     mutable std::mutex m_mutex;  ///< guards what follows
     LinkStatus m_status;

@@ -4,6 +4,7 @@
 #include <QSysInfo>
 #include <filesystem>
 
+#include "acquisition/ObjRTGeneric.h"
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
 #include "host/LinkInstrument.h"
@@ -11,6 +12,7 @@
 #include "host/LinkWait.h"
 #include "host/Press.h"
 #include "host/StatusStrip.h"
+#include "host/VerdictStrip.h"
 #include "instrument/PressInstrument.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Archive.h"
@@ -69,11 +71,32 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
     return nNumber == PARAMETER_INPUT_RANGES ? m_nInputs24V : 0;
 }
 
-CPanel::CPanel(const Options& options)
-    : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)) {
+CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement,
+               const InstrumentMaker& makeInstrument)
+    : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
+      m_pJudgement(std::move(pJudgement)) {
     m_frame.Create(L"Panel");
-    m_pInstrument = MakeInstrument();
-    m_pView = std::make_unique<CPanelView>(m_pInstrument.get());
+    if (m_options.m_link) {
+        m_pInstrument = MakeLink();
+        return;
+    }
+    m_pJudge = MakeJudge();
+    m_pInstrument = makeInstrument ? makeInstrument(MakeSink()) : MakeInstrument();
+}
+
+std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
+    if (!m_pJudgement) return nullptr;
+    return std::make_unique<CStrokeJudge>(
+        m_pJudgement->m_limits, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        m_pJudgement->m_nChannel, std::move(m_pJudgement->m_pLog),
+        [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
+}
+
+CPacketSink CPanel::MakeSink() {
+    if (!m_pJudge) return m_queue;
+    return CPacketSink([this](std::shared_ptr<RTPacket> spPacket) {
+        m_pJudge->Pass(std::move(spPacket), m_queue);
+    });
 }
 
 std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
@@ -81,25 +104,29 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
         m_strInstrument = "none";
         return nullptr;
     }
-    if (m_options.m_link) {
-        m_strInstrument = "link " + m_options.m_link->m_strText;
-        std::string strName = m_options.m_strPanelName;
-        if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
-        auto pLink = std::make_unique<CLinkInstrument>(
-            m_queue, m_frame,
-            PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
-                              m_options.m_tlsFiles});
-        m_pLink = pLink.get();
-        return pLink;
-    }
     Press press = MakePress(m_options);
     m_strInstrument = press.m_strText;
     return std::make_unique<CPressInstrument>(
-        m_queue, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        MakeSink(), FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
         std::move(press.m_pSignal), press.m_selfStart);
 }
 
-CPanel::~CPanel() = default;
+std::unique_ptr<IInstrument> CPanel::MakeLink() {
+    m_strInstrument = "link " + m_options.m_link->m_strText;
+    std::string strName = m_options.m_strPanelName;
+    if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
+    auto pLink = std::make_unique<CLinkInstrument>(
+        m_frame, PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
+                                   m_options.m_tlsFiles});
+    m_pLink = pLink.get();
+    return pLink;
+}
+
+CPanel::~CPanel() {
+    // The one sends to the other, which sends to the frame.
+    m_pInstrument.reset();
+    m_pJudge.reset();
+}
 
 std::wstring CPanel::GetStatusText() const {
     return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();
@@ -112,33 +139,56 @@ int CPanel::Run() {
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
     if (!pGetDialog) throw CPanelError("RealTimeMode.so has no GetDialog");
 
-    m_pView->Create(&m_frame);
-    m_frame.SetActiveView(m_pView.get());
     m_app.m_pMainWnd = &m_frame;
     if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
     if (m_pLink && !JoinInstrument()) return 1;
+    m_pView = std::make_unique<CPanelView>(m_pInstrument.get(), m_pJudge.get());
+    m_pView->Create(&m_frame);
+    m_frame.SetActiveView(m_pView.get());
 
     const std::unique_ptr<CDlgBase> pScreen(pGetDialog());
     auto* const pSession = dynamic_cast<CRealTimeData*>(pScreen.get());
     if (!pSession) throw CPanelError("RealTimeMode.so gives no screen");
     FillSession(*pSession);
 
-    if (m_pLink) m_pLink->AttachScreen(*pScreen, *pSession);
-
     m_pStrip =
         std::make_unique<CStatusStrip>(*pSession, [this] { return DescribeInstrumentNow(); });
+    /// However the screen ends, its judge does so before it.
+    struct JudgeEnd {
+        ~JudgeEnd() {
+            if (m_pJudge) m_pJudge->Finish();
+        }
+        CStrokeJudge* const m_pJudge;
+    };
+    const JudgeEnd judgeEnd{m_pJudge.get()};
+    if (m_pJudge) {
+        m_pJudge->Attach(*pSession);
+        m_pVerdictStrip =
+            std::make_unique<CVerdictStrip>(m_pJudgement->m_limits, m_pJudgement->m_strTitle,
+                                            m_options.m_secondInput == SecondInput::Voltage);
+    }
+    if (m_pLink) m_pLink->AttachScreen(*pScreen, *pSession, MakeSink());
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
+    const int nExitCode = RunScreen(*pScreen, *pSession);
+    if (m_pJudge) {
+        m_pJudge->Finish();
+        OnJudgeNews();
+    }
+    return nExitCode;
+}
+
+int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     if (m_options.m_strDemo.empty()) {
-        pScreen->Run();
+        screen.Run();
         return 0;
     }
     bool bSucceeded = false;
     {
-        CDemo demo(*pScreen, *pSession, m_options,
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(),
                    [this] { return m_pLink ? m_pLink->FindTrouble() : std::string(); });
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
-        pScreen->Run();
+        screen.Run();
         script.Join();
     }
     return bSucceeded ? 0 : 1;
@@ -164,6 +214,10 @@ bool CPanel::JoinInstrument() {
     m_options.m_nAuxRate = hello.m_nAuxRate;
     m_options.m_nDevice24V = hello.m_nDevice24V;
     m_options.m_bCaptureLocked = hello.m_bLocked || !hello.m_bCommands;
+    if (m_pJudgement) {
+        CheckJudgedMode(m_options);
+        m_pJudge = MakeJudge();
+    }
     return true;
 }
 
@@ -175,6 +229,18 @@ StripField CPanel::DescribeInstrumentNow() const {
     return DescribeInstrument(m_pInstrument->GetState(),
                               NameInstrument(FromUtf8(m_options.m_strReplay)),
                               m_options.m_bCaptureLocked);
+}
+
+void CPanel::OnJudgeNews() {
+    const JudgeNews news = m_pJudge->TakeNews();
+    for (const JudgedStroke& stroke : news.m_strokes)
+        if (m_pJudgement->m_bPassOutput && stroke.m_verdict &&
+            stroke.m_verdict->m_outcome == Outcome::Pass) {
+            std::string image;
+            MakePassOutputCommand()->ToBytes(image);
+            m_pInstrument->Send(image);
+        }
+    m_pVerdictStrip->OnNews(news);
 }
 
 void CPanel::FillSession(CRealTimeData& session) {
@@ -200,6 +266,7 @@ void CPanel::FillSession(CRealTimeData& session) {
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {
+    if (m_pVerdictStrip) m_pVerdictStrip->Attach(screen);
     m_pStrip->Attach(screen);
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();

@@ -249,9 +249,9 @@ void CPanelSession::LeaveUnsent(ImageKind kind, const LinkText& notice) {
 void CPanelSession::TellIdle(bool bBehindScreen) {
     m_gate.OnIdlePushed();
     if (bBehindScreen)
-        m_screen.PushPacketBehindScreen(MakeIdleReport());
+        m_screen.PushPacketBehindScreen(MakeIdlePacket());
     else
-        Deliver(MakeIdleReport());
+        Deliver(MakeIdlePacket());
 }
 
 void CPanelSession::Deliver(std::shared_ptr<RTPacket> spPacket, unsigned nSampleSeconds) {

@@ -26,7 +26,8 @@ class Session : public ::testing::Test {
         // An instrument on a link has its own.
         if (std::ranges::count(arguments, std::string("--link")) == 0)
             arguments.insert(arguments.begin(), {"--value-rate", "10000"});
-        CPanel panel(ReadOptions(arguments));
+        const Options options = ReadOptions(arguments);
+        CPanel panel(options, PrepareJudgement(options), m_makeInstrument);
         m_pPanel = &panel;
         Operator::CScript running([&] {
             // The box breaks a long path into lines.
@@ -71,6 +72,7 @@ class Session : public ::testing::Test {
     }
 
     const TemporaryFolder m_folder;
+    InstrumentMaker m_makeInstrument;  ///< in place of the one that the options ask for
     CPanel* m_pPanel = nullptr;
     CDlgBase* m_pScreen = nullptr;
     CRealTimeData* m_pSession = nullptr;
