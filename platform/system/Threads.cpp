@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <pthread.h>
 #include <system_error>
 #include <thread>
 
@@ -64,6 +65,8 @@ CThreadHandle StartThread(std::function<void()> run) {
     }
     return handle;
 }
+
+void NameThread(const char* pName) { ::pthread_setname_np(::pthread_self(), pName); }
 
 void SleepMilliseconds(unsigned nMilliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(nMilliseconds));

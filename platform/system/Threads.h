@@ -41,6 +41,9 @@ class PLATFORM_API CThreadHandle {
 /// @throws std::bad_alloc with nothing started
 PLATFORM_API CThreadHandle StartThread(std::function<void()> run);
 
+/// Gives the calling thread a name, by which the system's tools show it: at most 15 bytes.
+PLATFORM_API void NameThread(const char* pName);
+
 PLATFORM_API void SleepMilliseconds(unsigned nMilliseconds);
 
 /// Milliseconds of a steady clock; only differences mean anything.
