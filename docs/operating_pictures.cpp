@@ -9,8 +9,8 @@
 #include "host/Options.h"
 #include "host/Panel.h"
 #include "platform/operator/Operator.h"
-#include "platform/system/Paths.h"
 #include "platform/system/Text.h"
+#include "platform/windows/WindowScale.h"
 #include "plugin/DlgBase.h"
 #include "plugin/ScreenTemplate.h"
 #include "ui/DlgBarInfo.h"
@@ -189,11 +189,13 @@ void ShowSettingsAndExport(CSitting& sitting) {
     sitting.TakePicture("settings");
     Operator::PressKey(Operator::Key::Escape);
     sitting.AwaitScreen();
-    sitting.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
-    Operator::Type(L"housing.csv");
-    sitting.TakePicture("export");
-    Operator::PressKey(Operator::Key::Escape);
-    sitting.AwaitScreen();
+    for (const wchar_t* pName : {L"housing.csv", L"housing worn tool.csv", L"spring 12.csv"}) {
+        sitting.TapBar(CDlgBarMainMenu::ID_EXPORT_CSV);
+        sitting.AwaitWindow();
+        Operator::Type(pName);
+        if (std::wstring_view(pName) == L"spring 12.csv") sitting.TakePicture("export");
+        sitting.Confirm();
+    }
 }
 
 /// A level that the press does not reach.
@@ -221,19 +223,8 @@ void ShowFailure(CSitting& sitting) {
     sitting.AwaitScreen();
 }
 
-void WriteLanguage(const fs::path& data, std::string_view strLanguage) {
-    std::FILE* const pFile = std::fopen((data / "lang/default.txt").c_str(), "wb");
-    if (!pFile) throw std::runtime_error("the language cannot be chosen");
-    for (const char ch : strLanguage) {
-        std::fputc(ch, pFile);
-        std::fputc(0, pFile);
-    }
-    std::fclose(pFile);
-}
-
 void MakePictures(const fs::path& pictures, const fs::path& data) {
     fs::create_directories(pictures);
-    fs::copy(fs::path(ToUtf8(GetExecutableFolder())) / "lang", data / "lang");
     CSitting(pictures, data, {}).Run([](CSitting& sitting) {
         ShowCaptures(sitting);
         ShowFiles(sitting);
@@ -242,12 +233,33 @@ void MakePictures(const fs::path& pictures, const fs::path& data) {
         ShowWaiting(sitting);
         ShowFailure(sitting);
     });
-    WriteLanguage(data, "German");
-    CSitting(pictures, data, {"--sample-time=2"}).Run([](CSitting& sitting) {
+    CSitting(pictures, data, {"--sample-time=2", "--language=German"}).Run([](CSitting& sitting) {
         sitting.TakeCapture();
         sitting.TakePicture("german");
     });
+    ScaleWindows(1.5);
+    CSitting(pictures, data, {"--sample-time=2", "--trigger=12.5"}).Run([](CSitting& sitting) {
+        sitting.TakeCapture();
+        sitting.TakePicture("large");
+    });
 }
+
+/// A folder whose name is to be read in the pictures; it goes with the object.
+class CDataFolder {
+  public:
+    CDataFolder() {
+        if (!fs::create_directory(m_path))
+            throw std::runtime_error(m_path.native() + " is in the way");
+    }
+    ~CDataFolder() {
+        std::error_code error;
+        fs::remove_all(m_path, error);
+    }
+    CDataFolder(const CDataFolder&) = delete;
+    CDataFolder& operator=(const CDataFolder&) = delete;
+
+    const fs::path m_path = fs::temp_directory_path() / "panel";
+};
 
 }  // namespace
 
@@ -258,11 +270,8 @@ int main(int argc, char** argv) {
     }
     try {
         const auto pWindowSystem = CWindowSystem::MakeOffscreen(argc, argv);
-        // Its name is to be read in the pictures.
-        const fs::path data = fs::temp_directory_path() / "panel";
-        if (!fs::create_directory(data)) throw std::runtime_error(data.native() + " is in the way");
-        MakePictures(fs::absolute(argv[1]), data);
-        fs::remove_all(data);
+        const CDataFolder data;
+        MakePictures(fs::absolute(argv[1]), data.m_path);
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "operating_pictures: %s\n", error.what());

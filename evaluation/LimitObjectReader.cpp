@@ -85,9 +85,11 @@ class CObjectReader {
     }
 
   private:
+    /// A key that is none comes before a name that is missing: it may be that name, misspelt.
     void RequireKeys(Keys keys) const {
         keys.insert(keys.end(), {"name", "kind"});
         m_node.RequireKeys(keys);
+        m_node.Get("name");
     }
 
     Branch ReadBranch(bool bBoth = true) const {
@@ -203,7 +205,7 @@ LimitObject ReadLimitObject(CLimitsNode node, const Scales& scales) {
     constexpr std::size_t nMaxName = 64;
     LimitObject object;
     node.RequireObject();
-    object.m_strName = node.Get("name").ReadText(1, nMaxName);
+    if (node.Has("name")) object.m_strName = node.Get("name").ReadText(1, nMaxName);
     node.SetName(object.m_strName);
     const CObjectReader reader(node, scales);
     switch (node.Get("kind").ReadChoice(KINDS)) {

@@ -22,8 +22,8 @@ std::optional<CPolyline::Reach> CPolyline::FindReach(Grid nFrom, Grid nTo) const
                    static_cast<double>(to.m_nPosition - from.m_nPosition);
     };
     std::size_t nSegment = IsOver(m_nSegment, nFrom) ? m_nSegment : Search(nFrom);
-    const auto [dLow, dHigh] = std::minmax({forceAt(nSegment, nFrom)});
-    Reach reach{dLow, dHigh};
+    const double dFrom = forceAt(nSegment, nFrom);
+    Reach reach{dFrom, dFrom};
     const auto include = [&](double dForce) {
         reach.m_dLow = std::min(reach.m_dLow, dForce);
         reach.m_dHigh = std::max(reach.m_dHigh, dForce);

@@ -57,7 +57,13 @@ std::vector<CXyAxis::Tick> CXyAxis::FindTicks(const Scale& scale, int nLeast) co
     for (auto n = static_cast<std::int64_t>(std::ceil(dLow / step.Get())); n <= nLast; ++n) {
         const double dNumber = static_cast<double>(n) * step.Get();
         ticks.push_back(
-            {At((dNumber - scale.m_dOffset) / scale.m_dFactor), n == 0, MakeLabel(dNumber, step)});
+            {At((dNumber - scale.m_dOffset) / scale.m_dFactor), n, MakeLabel(dNumber, step)});
     }
     return ticks;
+}
+
+std::int64_t CXyAxis::FindLabelStep(const std::vector<Tick>& ticks, int nRoom) {
+    if (ticks.size() < 2) return 1;
+    const int nDistance = std::abs(ticks[1].m_nPixel - ticks[0].m_nPixel);
+    return std::lround(FindStep(std::max(1.0, static_cast<double>(nRoom) / nDistance)).Get());
 }

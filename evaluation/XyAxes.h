@@ -35,12 +35,16 @@ class CXyAxis {
 
     struct Tick {
         int m_nPixel;
-        bool m_bZero;
+        std::int64_t m_nMultiple;  ///< of the step
         std::wstring m_strLabel;
     };
     /// Whole multiples of 1, 2 or 5 times a power of ten, in engineering values.
     /// @param nLeast pixels from one to the next
     std::vector<Tick> FindTicks(const Scale& scale, int nLeast) const;
+
+    /// Every how many of some ticks can have their labels: 1, 2 or 5 times a power of ten.
+    /// @param nRoom pixels that a label takes
+    static std::int64_t FindLabelStep(const std::vector<Tick>& ticks, int nRoom);
 
   private:
     AxisRange m_range;

@@ -4,6 +4,7 @@
 #include "evaluation/Limits.h"
 #include "evaluation/XyAxes.h"
 #include "evaluation/XyPen.h"
+#include "platform/drawing/DisplayScale.h"
 
 constexpr COLORREF XY_GROUND_COLOR = RGB(255, 255, 255);
 
@@ -17,8 +18,8 @@ struct XyPlot {
     CXyAxis m_forces;
     int m_nText;  ///< height of texts in pixels
 
-    /// A line's width.
-    int GetWidth(bool bThick) const { return std::max(1, m_nText / 13) + (bThick ? 1 : 0); }
+    /// A line's width, in pixels of the design.
+    int GetWidth(bool bThick) const { return std::max(1, m_nText / Scaled(13)) + (bThick ? 1 : 0); }
     CPoint At(double dPosition, double dForce) const {
         return {m_positions.At(dPosition), m_forces.At(dForce)};
     }

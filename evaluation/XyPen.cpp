@@ -1,5 +1,7 @@
 #include "evaluation/XyPen.h"
 
+#include "platform/drawing/DisplayScale.h"
+
 CXyPen::CXyPen(CDC& dc, COLORREF color, int nWidth)
     : m_dc(dc), m_pen(PenStyle::Solid, color), m_pBefore(dc.SelectPen(&m_pen)), m_nWidth(nWidth) {}
 
@@ -16,11 +18,12 @@ void CXyPen::Path(std::span<const CPoint> points) const {
     };
     // Beside each other, steep lines as well as flat ones.
     const int nFirst = -(m_nWidth - 1) / 2;
+    const int nStep = ScaledThickness(1);
     draw(0, 0);
     for (int n = nFirst; n < nFirst + m_nWidth; ++n) {
         if (n == 0) continue;
-        draw(n, 0);
-        draw(0, n);
+        draw(n * nStep, 0);
+        draw(0, n * nStep);
     }
 }
 

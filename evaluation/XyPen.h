@@ -9,7 +9,7 @@
 /// Draws lines of one colour and width.
 class CXyPen {
   public:
-    /// @param nWidth in pixels, 1 or more
+    /// @param nWidth in pixels of the design, 1 or more
     CXyPen(CDC& dc, COLORREF color, int nWidth);
     ~CXyPen();
     CXyPen(const CXyPen&) = delete;

@@ -2,6 +2,7 @@
 
 #include "evaluation/PathLine.h"
 #include "evaluation/XyObjects.h"
+#include "platform/drawing/DisplayScale.h"
 #include "platform/system/Text.h"
 
 namespace {
@@ -16,10 +17,12 @@ constexpr COLORREF PASSED_COLOR = RGB(0, 135, 60);
 constexpr COLORREF FAILED_COLOR = RGB(205, 0, 0);
 constexpr COLORREF UNJUDGED_COLOR = RGB(130, 130, 130);
 
+// Pixels of the design.
 constexpr int LEAST_TEXT = 11;
-constexpr int TEXTS_PER_HEIGHT = 45;
 constexpr int LEAST_TICK_X = 80;
 constexpr int LEAST_TICK_Y = 40;
+
+constexpr int TEXTS_PER_HEIGHT = 45;
 
 /// What has come of an object in all strokes: failed when it failed in any.
 Outcome FindOutcome(const XyPicture& picture, std::size_t nObject) {
@@ -60,11 +63,13 @@ class CXyPainter {
   public:
     CXyPainter(CDC& dc, CSize size, const XyPicture& picture)
         : m_dc(dc), m_size(size), m_picture(picture),
-          m_nText(std::max(LEAST_TEXT, size.cy / TEXTS_PER_HEIGHT)), m_plot(MakePlot()) {}
+          m_nDesignText(std::max(LEAST_TEXT,
+                                 static_cast<int>(size.cy / GetDisplayScale()) / TEXTS_PER_HEIGHT)),
+          m_nText(Scaled(m_nDesignText)), m_plot(MakePlot()) {}
 
     void Draw() {
         CFont font;
-        font.CreatePixelFont(m_nText, L"MS Shell Dlg", false);
+        font.CreatePixelFont(m_nDesignText, L"MS Shell Dlg", false);
         const CFont* const pFontBefore = m_dc.SelectFont(&font);
         m_dc.SetBackgroundMode(BackgroundMode::Transparent);
         m_dc.FillSolidRect({0, 0, m_size.cx, m_size.cy}, XY_GROUND_COLOR);
@@ -80,6 +85,8 @@ class CXyPainter {
     }
 
   private:
+    using Ticks = std::vector<CXyAxis::Tick>;
+
     const Scales& GetScales() const {
         static const Scales none;
         return m_picture.m_pLimits ? m_picture.m_pLimits->m_scales : none;
@@ -105,54 +112,63 @@ class CXyPainter {
 
         CRect area{0, m_nText * 3, m_size.cx - m_nText, m_size.cy - m_nText * 3};
         area.bottom = std::max(area.bottom, area.top + 1);
-        // As wide as the longest label of the forces.
-        std::size_t nLabel = 1;
+        std::size_t nLabel = 1;  // letters of the longest label of the forces
         for (const auto& tick : CXyAxis(forces, area.bottom - 1, area.top)
-                                    .FindTicks(GetScales().m_force, GetTickDistance(false)))
+                                    .FindTicks(GetScales().m_force, Scaled(LEAST_TICK_Y)))
             nLabel = std::max(nLabel, tick.m_strLabel.size());
-        area.left = std::min(m_nText * static_cast<int>(nLabel + 2) * 6 / 10, area.right - 1);
+        area.left = std::min(GetLabelWidth(nLabel + 2), area.right - 1);
         return {area, CXyAxis(positions, area.left, area.right - 1),
                 CXyAxis(forces, area.bottom - 1, area.top), m_nText};
     }
 
-    /// Labels need more room where they are larger.
-    int GetTickDistance(bool bPositions) const {
-        return bPositions ? std::max(LEAST_TICK_X, m_nText * 6)
-                          : std::max(LEAST_TICK_Y, m_nText * 3);
+    int GetLabelWidth(std::size_t nLetters) const {
+        return static_cast<int>(nLetters) * m_nText * 6 / 10;
     }
 
     void DrawAxes() {
         const CRect& area = m_plot.m_area;
         const Scales& scales = GetScales();
         const auto positions =
-            m_plot.m_positions.FindTicks(scales.m_position, GetTickDistance(true));
-        const auto forces = m_plot.m_forces.FindTicks(scales.m_force, GetTickDistance(false));
+            m_plot.m_positions.FindTicks(scales.m_position, Scaled(LEAST_TICK_X));
+        const auto forces = m_plot.m_forces.FindTicks(scales.m_force, Scaled(LEAST_TICK_Y));
         // The zero lines last, over the others.
         for (const bool bZero : {false, true}) {
             const CXyPen pen(m_dc, bZero ? ZERO_COLOR : GRID_COLOR, m_plot.GetWidth(false));
             for (const auto& tick : positions)
-                if (tick.m_bZero == bZero)
+                if ((tick.m_nMultiple == 0) == bZero)
                     pen.Line({tick.m_nPixel, area.top}, {tick.m_nPixel, area.bottom});
             for (const auto& tick : forces)
-                if (tick.m_bZero == bZero)
+                if ((tick.m_nMultiple == 0) == bZero)
                     pen.Line({area.left, tick.m_nPixel}, {area.right, tick.m_nPixel});
         }
         const CXyPen pen(m_dc, TEXT_COLOR, m_plot.GetWidth(false));
         pen.Frame({area.left, area.top, area.right - 1, area.bottom - 1});
 
         m_dc.SetTextColor(TEXT_COLOR);
-        m_dc.SetTextAlign(TextAlign::Center);
-        for (const auto& tick : positions)
-            m_dc.TextOut(tick.m_nPixel, area.bottom + m_nText / 4, tick.m_strLabel);
+        DrawLabels(positions, forces);
         m_dc.SetTextAlign(TextAlign::Right);
-        for (const auto& tick : forces)
-            m_dc.TextOut(area.left - m_nText / 2, tick.m_nPixel - m_nText * 6 / 10,
-                         tick.m_strLabel);
         m_dc.TextOut(
             area.right, area.bottom + m_nText * 3 / 2,
             MakeAxisName(m_picture.m_bVoltage ? L"voltage" : L"position", scales.m_position));
         m_dc.SetTextAlign(TextAlign::Left);
         m_dc.TextOut(area.left, area.top - m_nText * 3 / 2, MakeAxisName(L"force", scales.m_force));
+    }
+
+    /// As many as there is room for.
+    void DrawLabels(const Ticks& positions, const Ticks& forces) {
+        std::size_t nLetters = 0;
+        for (const auto& tick : positions) nLetters = std::max(nLetters, tick.m_strLabel.size());
+        const auto nPositionStep = CXyAxis::FindLabelStep(positions, GetLabelWidth(nLetters + 1));
+        m_dc.SetTextAlign(TextAlign::Center);
+        for (const auto& tick : positions)
+            if (tick.m_nMultiple % nPositionStep == 0)
+                m_dc.TextOut(tick.m_nPixel, m_plot.m_area.bottom + m_nText / 4, tick.m_strLabel);
+        const auto nForceStep = CXyAxis::FindLabelStep(forces, m_nText * 5 / 4);
+        m_dc.SetTextAlign(TextAlign::Right);
+        for (const auto& tick : forces)
+            if (tick.m_nMultiple % nForceStep == 0)
+                m_dc.TextOut(m_plot.m_area.left - m_nText / 2, tick.m_nPixel - m_nText * 6 / 10,
+                             tick.m_strLabel);
     }
 
     static std::wstring MakeAxisName(const std::wstring& strQuantity, const Scale& scale) {
@@ -206,7 +222,8 @@ class CXyPainter {
     CDC& m_dc;
     CSize m_size;
     const XyPicture& m_picture;
-    int m_nText;
+    int m_nDesignText;  ///< height of texts in pixels of the design
+    int m_nText;        ///< in pixels
     XyPlot m_plot;
 };
 

@@ -19,9 +19,9 @@ struct XyPicture {
     bool m_bVoltage = false;            ///< the second input is a voltage, not a position
 };
 
-/// The size that a picture has when nobody asks for another one, in pixels.
+/// The size that a picture has when nobody asks for another one, in pixels of the design.
 constexpr CSize XY_PICTURE_SIZE{800, 600};
 
-/// Draws on all of a surface; texts and lines grow with its height.
+/// Draws on all of a surface; texts and lines grow with its height, in pixels of the design.
 /// @param size in pixels
 void DrawXyPicture(CDC& dc, CSize size, const XyPicture& picture);

@@ -8,7 +8,6 @@
 #include "platform/windows/PaintDC.h"
 #include "plugin/RealTimeData.h"
 #include "plugin/ScreenTemplate.h"
-#include "ui/Language.h"
 
 BEGIN_MESSAGE_MAP(CStatusStrip, CView)
 ON_WM_PAINT()
@@ -36,15 +35,12 @@ std::wstring JoinTexts(const StripContents& contents) {
 
 CStatusStrip::CStatusStrip(const CRealTimeData& session, const IInstrument* pInstrument,
                            const std::wstring& strRecording)
-    : m_session(session), m_pInstrument(pInstrument),
+    : m_session(session), m_pInstrument(pInstrument), m_strRecording(strRecording),
       m_fileListener([this](const FileEvent& event) {
-          StripField field = DescribeFile(m_texts, event);
+          StripField field = DescribeFile(event);
           const std::lock_guard lock(m_mutex);
           m_file = std::move(field);
-      }) {
-    LoadLanguage(FindLanguage(), &m_texts);
-    if (m_pInstrument) m_strInstrument = NameInstrument(m_texts, strRecording);
-}
+      }) {}
 
 CStatusStrip::~CStatusStrip() = default;
 
@@ -68,10 +64,10 @@ void CStatusStrip::Update() {
 
 StripContents CStatusStrip::Look() {
     StripContents contents;
-    contents.m_instrument =
-        m_pInstrument ? DescribeInstrument(m_texts, m_pInstrument->GetState(), m_strInstrument,
-                                           m_session.m_bCaptureLocked != 0)
-                      : DescribeNoInstrument(m_texts);
+    contents.m_instrument = m_pInstrument ? DescribeInstrument(m_pInstrument->GetState(),
+                                                               NameInstrument(m_strRecording),
+                                                               m_session.m_bCaptureLocked != 0)
+                                          : DescribeNoInstrument();
     {
         const std::lock_guard lock(m_mutex);
         contents.m_file = m_file;
@@ -86,8 +82,7 @@ std::vector<StripRow> CStatusStrip::LookAtMarkers() const {
     for (std::size_t k = 0; k < std::size(PLOT_CONTROLS); ++k) {
         const CWnd* const pPlot = m_pScreen->GetControl(PLOT_CONTROLS[k]);
         if (pPlot && pPlot->IsWindowVisible())
-            return DescribeMarkers(m_texts,
-                                   ReadMarkerValues(m_session.m_aPlots[k],
+            return DescribeMarkers(ReadMarkerValues(m_session.m_aPlots[k],
                                                     HasValuePairs(m_session.m_nMode, secondInput)),
                                    secondInput);
     }

@@ -10,7 +10,6 @@
 #include "host/StripTexts.h"
 #include "platform/system/FileEvents.h"
 #include "platform/windows/Application.h"
-#include "ui/LanguageTable.h"
 
 class IInstrument;
 class QTimer;
@@ -20,7 +19,6 @@ struct CRealTimeData;
 /// making on, whatever thread works on them. Everything else is for the user-interface thread.
 class CStatusStrip : public CView {
   public:
-    /// Loads the texts of the panel's language.
     /// @param session of the screen; must outlive the strip, as must the instrument
     /// @param pInstrument null: there is none
     /// @param strRecording the recording that the instrument plays; empty: none
@@ -44,8 +42,7 @@ class CStatusStrip : public CView {
 
     const CRealTimeData& m_session;
     const IInstrument* const m_pInstrument;
-    CLanguageTable m_texts;
-    std::wstring m_strInstrument;
+    const std::wstring m_strRecording;
     const CWnd* m_pScreen = nullptr;
     StripContents m_shown;
     std::unique_ptr<QTimer> m_pTimer;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/drawing/DisplayScale.h"
+#include "platform/drawing/FitText.h"
 
 namespace {
 
@@ -28,25 +29,6 @@ constexpr FieldLook INSTRUMENT_LOOKS[] = {{RGB(226, 230, 236), TEXT},
                                           {RGB(192, 28, 28), RGB(255, 255, 255)}};
 constexpr COLORREF GROUND = RGB(246, 249, 254);
 constexpr FieldLook FILE_ALARM{RGB(255, 221, 221), RGB(140, 0, 0)};
-
-/// The text, or as much of its beginning and its end as has room around a mark for what is missing.
-/// @param nHead so many characters at the beginning stay in any case
-std::wstring LeaveOutMiddle(const CDC& dc, const std::wstring& strText, std::size_t nHead,
-                            int nWidth) {
-    if (dc.GetTextExtent(strText).cx <= nWidth) return strText;
-    const auto keep = [&](std::size_t nKept) {
-        const std::size_t nEnd = nKept / 2;
-        return strText.substr(0, nHead + nKept - nEnd) + L'\u2026' +
-               strText.substr(strText.size() - nEnd);
-    };
-    std::size_t nFits = 0;
-    std::size_t nTooMany = strText.size() - nHead;
-    while (nTooMany - nFits > 1) {
-        const std::size_t nTried = nFits + (nTooMany - nFits) / 2;
-        (dc.GetTextExtent(keep(nTried)).cx <= nWidth ? nFits : nTooMany) = nTried;
-    }
-    return keep(nFits);
-}
 
 class CStripPainter {
   public:
@@ -86,16 +68,15 @@ class CStripPainter {
         m_dc.FillSolidRect(room, look.m_crGround);
         m_dc.SetTextColor(look.m_crText);
         m_dc.SetTextAlign(TextAlign::Left);
+        const int x = room.left + Scaled(MARGIN);
+        const int nWidth = room.Width() - 2 * Scaled(MARGIN);
         m_dc.SelectFont(&m_fontBold);
-        PaintLine(room, LineTop(0), field.m_strHead, field.m_nHeadKept);
+        const std::wstring strKept = field.m_strHead.substr(0, field.m_nHeadKept);
+        m_dc.TextOut(x, LineTop(0),
+                     strKept + FitText(field.m_strHead.substr(field.m_nHeadKept), m_fontBold,
+                                       nWidth - m_dc.GetTextExtent(strKept).cx, 1));
         m_dc.SelectFont(&m_font);
-        PaintLine(room, LineTop(1), field.m_strDetail, 0);
-    }
-
-    void PaintLine(const CRect& room, int y, const std::wstring& strText, std::size_t nHead) {
-        const int nMargin = Scaled(MARGIN);
-        m_dc.TextOut(room.left + nMargin, y,
-                     LeaveOutMiddle(m_dc, strText, nHead, room.Width() - 2 * nMargin));
+        m_dc.TextOut(x, LineTop(1), FitText(field.m_strDetail, m_font, nWidth, 1));
     }
 
     int MeasureColumn(const std::vector<StripRow>& rows, std::size_t nColumn) const {

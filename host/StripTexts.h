@@ -1,5 +1,6 @@
-// What the status strip says: from the state of things to words in the operator's language. Numbers
-// stand as the screen labels them: values as they are, a point in front of decimals.
+// What the status strip says: from the state of things to words in the operator's language, as the
+// screen lends it to the layer below. Numbers stand as the screen labels them: values as they are,
+// a point in front of decimals.
 #pragma once
 
 #include <array>
@@ -10,8 +11,6 @@
 #include "host/MarkerValues.h"
 #include "instrument/InstrumentState.h"
 #include "platform/system/FileEvents.h"
-
-class CLanguageTable;
 
 /// How a field is to be seen.
 enum class StripMood : BYTE {
@@ -44,21 +43,20 @@ struct StripContents {
 
 /// The instrument that the panel runs on, named for the operator.
 /// @param strRecording the recording that it plays; empty: it is the simulated press
-std::wstring NameInstrument(const CLanguageTable& texts, const std::wstring& strRecording);
+std::wstring NameInstrument(const std::wstring& strRecording);
 
 /// The state, and below it what the instrument says of itself or else its name.
 /// @param bLocked captures are controlled elsewhere
-StripField DescribeInstrument(const CLanguageTable& texts, const InstrumentState& state,
-                              const std::wstring& strName, bool bLocked);
+StripField DescribeInstrument(const InstrumentState& state, const std::wstring& strName,
+                              bool bLocked);
 
 /// A panel without an instrument.
-StripField DescribeNoInstrument(const CLanguageTable& texts);
+StripField DescribeNoInstrument();
 
 /// What became of a file: its name, and below it its folder or why it failed.
-StripField DescribeFile(const CLanguageTable& texts, const FileEvent& event);
+StripField DescribeFile(const FileEvent& event);
 
 /// One row for each row of values; what is unknown is a dash, what follows from a marker that is
 /// not set is empty.
-std::vector<StripRow> DescribeMarkers(const CLanguageTable& texts,
-                                      const std::vector<MarkerValues>& values,
+std::vector<StripRow> DescribeMarkers(const std::vector<MarkerValues>& values,
                                       SecondInput secondInput);

@@ -51,6 +51,12 @@ std::size_t FindName(const std::vector<std::string>& names, std::string_view str
     return NO_COLUMN;
 }
 
+/// The last word of a name: "force" of "ch1_force [N]".
+std::string_view GetLastWord(std::string_view strText) {
+    const std::string_view strName = SplitName(strText).m_strName;
+    return strName.substr(strName.find_last_of("_ ") + 1);
+}
+
 /// The column that was asked for, by name or number.
 std::size_t FindColumn(const std::vector<std::string>& names, const std::string& strColumn,
                        const std::string& strPath) {
@@ -83,6 +89,9 @@ ColumnChoice ChooseColumns(const std::vector<std::string>& names, const Recordin
     const auto findUsual = [&](std::span<const char* const> usual) {
         for (const char* pName : usual)
             if (const std::size_t n = FindName(names, pName); n != NO_COLUMN && isFree(n)) return n;
+        for (const char* pName : usual)
+            for (std::size_t n = 0; n < names.size(); ++n)
+                if (isFree(n) && EqualsNoCase(GetLastWord(names[n]), pName)) return n;
         return NO_COLUMN;
     };
     /// The first free column from one on.

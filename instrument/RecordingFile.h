@@ -32,9 +32,10 @@ struct Recording {
 ///
 /// Without a column given, the first quantity is the column "force", "load" or "kraft", else the
 /// first one; the second is the column "displacement", "position", "distance", "voltage", "weg" or
-/// "spannung", else the one after the first, else there is none. A column "time", "t" or "zeit" is
-/// neither, unless it is asked for: it gives the rate, in seconds or in the unit behind its name
-/// (s, ms or us, in brackets or behind a slash, comma, blank or underscore).
+/// "spannung", else the one after the first, else there is none; these may be the last word of a
+/// longer name, such as "ch1_force". A column "time", "t" or "zeit" is neither, unless it is asked
+/// for: it gives the rate, in seconds or in the unit behind its name (s, ms or us, in brackets or
+/// behind a slash, comma, blank or underscore).
 /// @throws CRecordingError as CTextTable, and when the file has more than ten million rows or none,
 ///         lacks a column, a value is not a finite number, or a time does not come after the one
 ///         before or only after a gap

@@ -20,10 +20,9 @@ class CStrokeRun {
         for (const LimitObject& object : m_limits.m_objects)
             if (const auto* pLimit = std::get_if<FeatureLimit>(&object.m_limit)) {
                 const FeatureTraits& traits = GetTraits(pLimit->m_feature.m_kind);
-                const bool bLimits = bJudged;
                 m_features.emplace_back(object.m_strName, scales.GetUnit(traits.m_quantity),
-                                        bLimits ? pLimit->m_min : std::nullopt,
-                                        bLimits ? pLimit->m_max : std::nullopt);
+                                        bJudged ? pLimit->m_min : std::nullopt,
+                                        bJudged ? pLimit->m_max : std::nullopt);
             }
     }
 

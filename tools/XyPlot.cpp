@@ -1,6 +1,7 @@
 #include "tools/XyPlot.h"
 
 #include "evaluation/XyPicture.h"
+#include "platform/drawing/DisplayScale.h"
 #include "platform/system/Paths.h"
 #include "tools/Captures.h"
 
@@ -63,8 +64,11 @@ int PlotStrokes(const std::vector<std::wstring>& arrFiles, const XyPlotRequest& 
     for (std::size_t n = 0; n < drawn.m_strokes.size(); ++n)
         content.m_strokes.push_back(
             {&drawn.m_strokes[n], content.m_pLimits ? &drawn.m_verdicts[n] : nullptr});
-    CPicture picture(request.m_format, request.m_size);
-    DrawXyPicture(picture.GetDC(), request.m_size, content);
+    const int nUnits = GetUnitsPerPixel(request.m_format);
+    SetDisplayScale(nUnits);
+    const CSize extent{request.m_size.cx * nUnits, request.m_size.cy * nUnits};
+    CPicture picture(request.m_format, extent);
+    DrawXyPicture(picture.GetDC(), extent, content);
     const std::vector<BYTE> bytes = picture.Encode();
     WriteWhole(request.m_strOutput, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     return nExitCode;

@@ -428,7 +428,7 @@ std::vector<AccessibleControl> ListAccessible(const CWnd& wnd) {
     Ask([&] {
         NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
         if (!pNative) return;
-        if (auto* pWindow = QAccessible::queryAccessibleInterface(&pNative->m_widget))
+        if (auto* pWindow = QAccessible::queryAccessibleInterface(pNative->m_widget.window()))
             CollectAccessible(*pWindow, controls);
     });
     return controls;

@@ -88,7 +88,8 @@ struct AccessibleControl {
     std::wstring m_strName;
 };
 
-/// What is shown in a window, without what only holds others and without texts that are empty.
+/// What is shown in a window and its foot, without what only holds others and without texts that
+/// are empty.
 PLATFORM_API std::vector<AccessibleControl> ListAccessible(const CWnd& wnd);
 
 /// What windows and controls there are in the process, seen or not: the kind of each, sorted.

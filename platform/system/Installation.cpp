@@ -24,7 +24,17 @@ std::wstring g_strLanguage;  // empty: none is chosen
 /// Something of this library, by whose address the system finds its file.
 constexpr char OWN_ADDRESS = 0;
 
-std::wstring GetLanguageFolder() { return JoinPath(FindLanguageHome(), LANGUAGE_FOLDER); }
+/// The languages that there are files for, in any order.
+std::vector<std::wstring> FindLanguagesOf(const std::wstring& strHome) {
+    std::vector<std::wstring> arrNames =
+        FindFiles(JoinPath(strHome, LANGUAGE_FOLDER), LANGUAGE_EXTENSION);
+    std::erase_if(arrNames, [](const std::wstring& strName) {
+        return EqualsInAnyCase(strName, SETTING_FILE);
+    });
+    for (std::wstring& strName : arrNames)
+        strName.resize(strName.size() - LANGUAGE_EXTENSION.size());
+    return arrNames;
+}
 
 /// The folder for what is installed for everybody. Found from the libraries, so that an
 /// installation can be moved as a whole.
@@ -59,21 +69,14 @@ std::wstring MakeDataFolder() {
 }
 
 std::wstring FindLanguageHome() {
-    const auto hasLanguages = [](const std::wstring& strHome) {
-        return FolderExists(JoinPath(strHome, LANGUAGE_FOLDER));
-    };
-    std::wstring strHome = GetProgramFolder();
-    if (!hasLanguages(strHome) && hasLanguages(GetSharedFolder())) strHome = GetSharedFolder();
-    return strHome;
+    std::wstring strOwn = GetProgramFolder();
+    for (const std::wstring& strHome : {strOwn, GetExecutableFolder(), GetSharedFolder()})
+        if (!FindLanguagesOf(strHome).empty()) return strHome;
+    return strOwn;
 }
 
 std::vector<std::wstring> FindLanguages() {
-    std::vector<std::wstring> arrNames = FindFiles(GetLanguageFolder(), LANGUAGE_EXTENSION);
-    std::erase_if(arrNames, [](const std::wstring& strName) {
-        return EqualsInAnyCase(strName, SETTING_FILE);
-    });
-    for (std::wstring& strName : arrNames)
-        strName.resize(strName.size() - LANGUAGE_EXTENSION.size());
+    std::vector<std::wstring> arrNames = FindLanguagesOf(FindLanguageHome());
     std::sort(arrNames.begin(), arrNames.end());
     return arrNames;
 }

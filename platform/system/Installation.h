@@ -19,8 +19,8 @@ PLATFORM_API std::wstring GetLibraryFolder();
 /// when a file is created in it.
 PLATFORM_API std::wstring MakeDataFolder();
 
-/// The folder whose "lang" holds the language files: the program's (GetProgramFolder) if it has
-/// one, else the one that was installed if that has one, else the program's.
+/// The folder whose "lang" holds the language files: the first that has any, of the program's
+/// (GetProgramFolder), the executable's own and the one that was installed; else the program's.
 PLATFORM_API std::wstring FindLanguageHome();
 
 /// The names of the languages there are files for, sorted.

@@ -97,7 +97,7 @@ CWindowSystem::CWindowSystem(int& argc, char** argv, const char* pAdvice) {
     QApplication::setPalette(InstrumentPalette());
     ScaleWindows(1);
     QApplication::setCursorFlashTime(0);
-    QAccessible::installFactory(DescribeStatic);
+    QAccessible::installFactory(DescribePainted);
     OpenUiQueue();
     KeepMemoryForErrors();
 }

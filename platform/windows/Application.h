@@ -57,7 +57,8 @@ class PLATFORM_API CFrameWindow : public CWnd {
     CWnd* m_pActiveView = nullptr;
 };
 
-/// A window that receives messages and looks as its handler of WM_PAINT paints it.
+/// A window that receives messages and looks as its handler of WM_PAINT paints it. Its text is what
+/// assistive technology is told of it.
 class PLATFORM_API CView : public CWnd {
   public:
     bool Create(CWnd* pParent);

@@ -1,18 +1,17 @@
 #include "platform/windows/FingerFileDialog.h"
 
-#include <QFontMetrics>
+#include <QString>
 #include <algorithm>
 #include <cerrno>
 
 #include "platform/drawing/DisplayScale.h"
-#include "platform/drawing/qt/Surface.h"
+#include "platform/drawing/FitText.h"
 #include "platform/system/Exceptions.h"
 #include "platform/system/NumberedText.h"
 #include "platform/windows/DialogLook.h"
 #include "platform/windows/ErrorBox.h"
 #include "platform/windows/KeyboardCalls.h"
 #include "platform/windows/NoticeBox.h"
-#include "platform/windows/qt/FitText.h"
 
 namespace {
 
@@ -128,10 +127,8 @@ void CFingerFileDialog::OpenFolder(const std::wstring& strFolder) {
 
 void CFingerFileDialog::ShowFolder() {
     CWnd* const pFolder = GetControl(ID_FOLDER);
-    pFolder->SetWindowText(FitText(QString::fromStdWString(m_strFolder),
-                                   QFontMetrics(ToQFont(m_fontFolder)),
-                                   pFolder->GetClientRect().Width() - 1, FOLDER_ROWS)
-                               .toStdWString());
+    pFolder->SetWindowText(
+        FitText(m_strFolder, m_fontFolder, pFolder->GetClientRect().Width() - 1, FOLDER_ROWS));
     m_lbRows.ResetContent();
     for (const std::wstring& strName : m_contents.m_arrFolders)
         m_lbRows.SetItemPicture(m_lbRows.AddString(strName), m_pictureFolder);

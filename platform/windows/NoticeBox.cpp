@@ -1,10 +1,9 @@
 #include "platform/windows/NoticeBox.h"
 
-#include <QFontMetrics>
+#include <algorithm>
 
-#include "platform/drawing/qt/Surface.h"
+#include "platform/drawing/FitText.h"
 #include "platform/windows/DialogLook.h"
-#include "platform/windows/qt/FitText.h"
 
 namespace {
 
@@ -59,22 +58,18 @@ void CNoticeBox::ShowTexts() {
     pDetails->SetFont(&m_fontDetails);
     // A pixel less than there is: what fills a row to the last would be broken once more.
     const int nWidth = pSummary->GetClientRect().Width() - 1;
-    const auto fit = [nWidth](const QString& text, const CFont& font, int nRows) {
-        return FitText(text, QFontMetrics(ToQFont(font)), nWidth, nRows);
-    };
-    pSummary->SetWindowText(
-        fit(QString::fromStdWString(m_strSummary), m_fontSummary, SUMMARY_ROWS).toStdWString());
+    pSummary->SetWindowText(FitText(m_strSummary, m_fontSummary, nWidth, SUMMARY_ROWS));
 
-    const QString details = QString::fromStdWString(m_strDetails);
-    const qsizetype nBreak = details.lastIndexOf(QLatin1Char('\n'));
-    if (nBreak < 0) {
-        pDetails->SetWindowText(fit(details, m_fontDetails, DETAIL_ROWS).toStdWString());
+    const std::size_t nBreak = m_strDetails.rfind(L'\n');
+    if (nBreak == std::wstring::npos) {
+        pDetails->SetWindowText(FitText(m_strDetails, m_fontDetails, nWidth, DETAIL_ROWS));
         return;
     }
-    const QString name = fit(details.first(nBreak), m_fontDetails, NAME_ROWS);
-    const auto nLeft = DETAIL_ROWS - 1 - static_cast<int>(name.count(QLatin1Char('\n')));
-    const QString reason = fit(details.sliced(nBreak + 1), m_fontDetails, nLeft);
-    pDetails->SetWindowText((name + QLatin1Char('\n') + reason).toStdWString());
+    const std::wstring strName =
+        FitText(m_strDetails.substr(0, nBreak), m_fontDetails, nWidth, NAME_ROWS);
+    const auto nLeft = DETAIL_ROWS - 1 - static_cast<int>(std::ranges::count(strName, L'\n'));
+    pDetails->SetWindowText(strName + L'\n' +
+                            FitText(m_strDetails.substr(nBreak + 1), m_fontDetails, nWidth, nLeft));
 }
 
 bool AskOperator(const std::wstring& strTitle, const std::wstring& strQuestion,

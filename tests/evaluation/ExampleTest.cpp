@@ -1,6 +1,7 @@
 // Features and objects with figures worked out by hand.
 #include <gtest/gtest.h>
 
+#include "evaluation/FeatureSummary.h"
 #include "evaluation/Verdict.h"
 #include "tests/evaluation/StrokeData.h"
 
@@ -262,6 +263,32 @@ TEST(EvaluationExample, GivesTheVerdictOfTheWhole) {
     EXPECT_EQ(judge({{1, 1}, {1, 2}}, 1, {good}).m_strReason, "constant position");
     EXPECT_TRUE(judge({{1, 1}, {1, 2}}, 1, {good}).m_objects.empty());
     EXPECT_EQ(judge(EXAMPLE, 1, {good}).m_turn, 5u);
+}
+
+TEST(FeatureSummary, HasACapabilityOnlyWithADeviationAndLimits) {
+    const auto summarise = [](const std::vector<double>& adValues, std::optional<double> min,
+                              std::optional<double> max) {
+        CFeatureValues values("", "", min, max);
+        for (const double dValue : adValues) values.Add(dValue);
+        values.Add({});
+        return values.Summarise();
+    };
+    const auto both = summarise({9, 11, 10}, 5, 14);
+    EXPECT_EQ(both.m_nCount, 3u);
+    EXPECT_EQ(both.m_min, 9);
+    EXPECT_EQ(both.m_max, 11);
+    EXPECT_EQ(both.m_cp, 1.5);
+    EXPECT_EQ(both.m_cpk, 4 / 3.0);
+    const auto low = summarise({9, 11, 10}, 5, {});
+    EXPECT_EQ(low.m_cp, std::nullopt);
+    EXPECT_EQ(low.m_cpk, 5 / 3.0);
+    EXPECT_EQ(summarise({9, 11, 10}, 10.75, 14).m_cpk, -0.25);
+    EXPECT_EQ(summarise({9, 11, 10}, {}, {}).m_cpk, std::nullopt);
+    EXPECT_EQ(summarise({7, 7}, 5, 14).m_deviation, 0);
+    EXPECT_EQ(summarise({7, 7}, 5, 14).m_cp, std::nullopt);
+    EXPECT_EQ(summarise({7}, 5, 14).m_mean, 7);
+    EXPECT_EQ(summarise({7}, 5, 14).m_deviation, std::nullopt);
+    EXPECT_EQ(summarise({}, 5, 14).m_mean, std::nullopt);
 }
 
 }  // namespace

@@ -82,15 +82,17 @@ TEST_F(Program, DemonstratesARecordingAsItsOptionsSay) {
     EXPECT_EQ(pictures.size(), 3u);  // of 795 x 455 pixels each
     for (const char* pName : stored) EXPECT_EQ(m_folder.Get(pName), "the operator's");
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "RealTimeFiles/demo3.rt3"));
-    for (const char* pName : {"lang", "set.ini"})
-        EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / pName)) << pName;
+    EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / "set.ini"));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "lang")) << "the program has its own";
 }
 
 TEST_F(Program, DemonstratesSingleValuesInAFolderOfItsOwn) {
     m_folder.Put("r.csv", "Load\n1\n1\n");
+    PutFolder("lang");  // with nothing in it, as if there were none
     Run("--mode 3 --sample-time 1 --replay r.csv --replay-rate 10 --data-folder . "
-        "--settings set.ini --demo new/out");
-    for (const char* pPart : {": 2 rows, 'Load' x 20, 10 rows", " line records, force 20 to 20\n"})
+        "--settings set.ini --language German --demo new/out");
+    for (const char* pPart : {": 2 rows, 'Load' x 20, 10 rows", " line records, force 20 to 20\n",
+                              "/screen.png (Kraft)\n"})
         EXPECT_NE(m_strOutput.find(pPart), std::string::npos) << m_strErrors << m_strOutput;
     EXPECT_EQ(m_folder.Get("new/out/capture.rt3").substr(0, 10),
               std::string("\x04\0\0\0\x03\x01\x40\x9C\x20\x4E", 10));

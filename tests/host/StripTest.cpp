@@ -28,6 +28,12 @@ class Strip : public Session {
         if (!bSaid) ADD_FAILURE() << ToUtf8(strPart) << " is not in " << ToUtf8(Status());
         return bSaid;
     }
+    /// Whether assistive technology is told so of the strip.
+    bool IsHeard(const std::wstring& strText) {
+        return std::ranges::any_of(Operator::ListAccessible(*m_pScreen), [&](const auto& control) {
+            return control.m_strKind == "text" && control.m_strName == strText;
+        });
+    }
     void TapBar(int nID) {
         const CWnd* pBar = nullptr;
         Operator::Ask([&] { pBar = m_pScreen->GetControl(IDC_BAR); });
@@ -48,6 +54,7 @@ class Strip : public Session {
 TEST_F(Strip, FollowsACaptureFromTheWaitForItsTriggerToItsEnd) {
     Run({"--sample-time=1", "--trigger=12.5"}, [this] {
         EXPECT_EQ(Status(), L"Ready\nSimulated press");
+        EXPECT_TRUE(IsHeard(Status()));
         EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));
         AwaitStatus(L"Waiting for trigger 12.5 %\nSimulated press");
         AwaitStatus(L" of 1 s\nSimulated press");
@@ -58,6 +65,7 @@ TEST_F(Strip, FollowsACaptureFromTheWaitForItsTriggerToItsEnd) {
         AwaitStatus(L"Waiting for trigger 99.9 %");
         EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_STOP));
         AwaitStatus(L"Stopped after 0.0 s");
+        EXPECT_TRUE(IsHeard(L"Stopped after 0.0 s\nSimulated press"));
     });
 }
 
@@ -115,7 +123,6 @@ TEST_F(Strip, ShowsBothQuantitiesAtTheMarkersAndTheirDifferences) {
 
 TEST(StripTexts, AreRightForEveryState) {
     using enum InstrumentActivity;
-    const CLanguageTable texts;
     const std::pair<InstrumentState, const wchar_t*> states[] = {
         {{Waiting, false, 5, 3000, 0, 0, L""}, L"Waiting for trigger 0.5 %"},
         {{Capturing, false, 0, 3000, 1299, 1, L""}, L"Capturing 1.2 of 3 s"},
@@ -127,11 +134,11 @@ TEST(StripTexts, AreRightForEveryState) {
         {{Ready, false, 0, 3000, 3000, 1, L""}, L"Ready"},
     };
     for (const auto& [state, pHead] : states)
-        EXPECT_EQ(DescribeInstrument(texts, state, L"press", false).m_strHead, pHead);
+        EXPECT_EQ(DescribeInstrument(state, L"press", false).m_strHead, pHead);
     const auto& lost = states[6].first;
-    EXPECT_EQ(DescribeInstrument(texts, lost, L"press", true).m_strDetail, L"silence (locked)");
-    EXPECT_EQ(DescribeInstrument(texts, lost, L"press", false).m_mood, StripMood::Alarm);
-    EXPECT_EQ(NameInstrument(texts, L"/some/stroke.csv"), L"Recording stroke.csv");
+    EXPECT_EQ(DescribeInstrument(lost, L"press", true).m_strDetail, L"silence (locked)");
+    EXPECT_EQ(DescribeInstrument(lost, L"press", false).m_mood, StripMood::Alarm);
+    EXPECT_EQ(NameInstrument(L"/some/stroke.csv"), L"Recording stroke.csv");
 }
 
 TEST(StripPainter, KeepsLongTextsWithinTheirField) {
@@ -156,6 +163,16 @@ TEST(StripPainter, KeepsLongTextsWithinTheirField) {
         return columns;
     };
     const std::wstring strLong = std::wstring(5000, L'x') + L".rt3";
+    // What became of the file stays before a name of any length, beside the longest values too.
+    const auto look = [&](const std::wstring& strHead, std::size_t nKept) {
+        return paint({{},
+                      {StripMood::Alarm, strHead, L"", nKept},
+                      {{L"Position", L"A -32768", L"B -32768", L"\u0394 -65535"}}});
+    };
+    const std::wstring strLead = L"Nicht exportiert: ";
+    const CBitmap whole = look(strLead + strLong, strLead.size());
+    const CBitmap lead = look(strLead, 0);
+    EXPECT_GE(compare(whole, lead).first, compare(look(L"", 0), lead).second);
     StripContents empty, filled;
     filled.m_file = {StripMood::Quiet, L"Saved: " + strLong, strLong, 7};
     for (const bool bMarkers : {false, true}) {

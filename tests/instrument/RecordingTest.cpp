@@ -50,6 +50,8 @@ TEST_F(RecordingTest, UnderstandsTheFormsThatProgramsWrite) {
          "semicolons, header"},
         {"force,t\n7,0\n8,0.5\n", 8, 99, 2, "commas, decimal point, header"},
         {"curve,time_ms,Force N,position_mm\n1,0,7,5\n1,2,8,6\n", 8, 6, 500, "commas, header"},
+        {"curve,time_ms,ch1_force,ch1_position,ch2_force,line1\n1,0,7,5,1,0\n1,2,8,6,1,0\n", 8, 6,
+         500, "commas, header"},
         {"time_stamp,force\n1,2\n", 2, 99, 0, "commas, header"},
     };
     for (const auto& one : cases) {

@@ -115,6 +115,23 @@ TEST_F(FingerTest, EscapeAndEnterCloseTheScreen) {
     EXPECT_FALSE(m_panel.m_pDialog->GetHandle());
 }
 
+TEST_F(FingerTest, EscapeAndEnterEndAnOpenListAlone) {
+    using Operator::Key;
+    m_panel.Run([&] {
+        for (const auto& [key, pShown] :
+             {std::pair{Key::Escape, L"Force/Voltage"}, {Key::Enter, L"Position"}}) {
+            m_panel.Tap(IDC_DISPLAY_LIST);
+            Operator::PressKey(Key::Down);
+            Operator::PressKey(key);
+            EXPECT_EQ(m_panel.TextOf(IDC_DISPLAY_LIST), pShown);
+            ASSERT_TRUE(m_panel.m_pDialog->GetHandle());
+        }
+        EXPECT_EQ(Plot().m_nDisplay, 1);
+        EXPECT_TRUE(m_panel.Tap(IDC_SETTINGS)) << "the list is closed";
+        Operator::PressKey(Key::Escape);
+    });
+}
+
 TEST_F(FingerTest, EveryOtherButtonAndMessage) {
     m_panel.Run([&] {
         m_panel.TapBar(Menu::ID_PASS_OUTPUT);

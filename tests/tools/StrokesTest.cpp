@@ -117,25 +117,28 @@ TEST_F(Strokes, SummarisesWhatStrokesHaveInCommon) {
     std::vector<Values> curves;
     for (const int nPeak : {9, 10, 11}) curves.push_back({0, 0, nPeak, 5, 0, 0});
     m_folder.Put("many.rt3", Capture(curves));
-    m_folder.Put("c.json", R"({"format": "rt3-limits", "version": 1, "objects": [{"name": "p",
-        "kind": "feature", "feature": "peak_force", "min": 5, "max": 14}, {"name": "q",
-        "kind": "feature", "feature": "force_at", "position": 6, "max": 14}]})");
+    m_folder.Put("c.json", R"({"format": "rt3-limits", "version": 1, "objects": [{"name": "q",
+        "kind": "feature", "feature": "force_at", "position": 6, "max": 14}, {"name": "p",
+        "kind": "feature", "feature": "peak_force", "min": 5, "max": 14}]})");
     const std::string strText = Run("check --limits c.json many.rt3 --json");
     const auto summary = Line(strText, 3)["summary"];
-    const auto peak = summary["features"][0];
+    const auto peak = summary["features"][1];
     EXPECT_EQ(peak["mean"], 10);
     EXPECT_EQ(peak["deviation"], 1);
     EXPECT_EQ(peak["cp"], 1.5);
     EXPECT_DOUBLE_EQ(peak["cpk"].get<double>(), 4 / 3.0);
-    EXPECT_EQ(summary["features"][1]["count"], 0);
-    EXPECT_EQ(summary["features"][1]["mean"], nullptr);
-    EXPECT_EQ(Line(strText, 0)["objects"][1]["reason"], "not reached");
+    EXPECT_EQ(summary["features"][0]["count"], 0);
+    EXPECT_EQ(summary["features"][0]["mean"], nullptr);
+    EXPECT_EQ(Line(strText, 0)["objects"][0]["reason"], "not reached");
     EXPECT_NE(Run("check --limits c.json many.rt3")
                   .find("3 strokes: 0 passed, 3 failed, 0 cannot be evaluated\n"
                         "     count  min  mean  max  deviation   cp      cpk\n"
-                        "  p      3    9    10   11          1  1.5  1.33333\n"
-                        "  q      0    -     -    -          -    -        -\n1"),
+                        "  q      0    -     -    -          -    -        -\n"
+                        "  p      3    9    10   11          1  1.5  1.33333\n1"),
               std::string::npos);
+    const auto measured = Line(Run("measure --limits c.json many.rt3 --json"), 3)["summary"];
+    EXPECT_EQ(measured["features"][11]["deviation"], 1);
+    EXPECT_EQ(measured["features"][11]["cp"], nullptr) << "limits are not applied";
 }
 
 TEST_F(Strokes, SaysWhyACurveCannotBeEvaluated) {
@@ -153,6 +156,9 @@ TEST_F(Strokes, SaysWhyACurveCannotBeEvaluated) {
         EXPECT_EQ(Run(std::string("measure ") + pFile),
                   std::string(pFile) + " curve 1: CANNOT (no pairs)\n3");
     EXPECT_EQ(Run("check --pairs --limits l.json old.rt3").back(), '1');
+    const std::string strMissing = Run("measure missing.rt3 w.rt3");
+    EXPECT_NE(strMissing.find("rt3: missing.rt3: No such file"), std::string::npos);
+    EXPECT_NE(strMissing.find("w.rt3 curve 1: 10 points"), std::string::npos);
     EXPECT_EQ(Run("check --limits l.json three.rt3 --curve 4"),
               "three.rt3 curve 4: CANNOT (no such curve)\n3");
     EXPECT_EQ(Run("measure --channel 2 w.rt3"), "w.rt3: CANNOT (no curves)\n3");
@@ -174,6 +180,10 @@ TEST_F(Strokes, LearnsOnlyFromGoodInputs) {
     EXPECT_EQ(Run(strLearn + "- --from l.json" + strGood), m_folder.Get("a.json") + "0");
     EXPECT_NE(m_folder.Get("a.json").find("\"upper\": [[0, 25], [0.05, 60], [0.1, 60]]"),
               std::string::npos);
+    EXPECT_NE(m_folder.Get("a.json").find("\"learned return\""), std::string::npos);
+    EXPECT_EQ(Run("learn --points 3 --trim 0 --tolerance 500 -o - 90.rt3 100.rt3 110.rt3 | "
+                  "grep -o '\"upper.*\\]\\]'"),
+              "\"upper\": [[0, 550], [50, 600], [100, 600]]\n0");
     EXPECT_EQ(Run("learn --trim 0 --sigma 1 -o tight.json 90.rt3 100.rt3 110.rt3 wild.rt3"),
               "rt3: wild.rt3 curve 1: fails \"learned forward\": above upper bound\n1");
     EXPECT_FALSE(m_folder.Get("tight.json").empty());
@@ -205,6 +215,13 @@ TEST_F(Strokes, DrawsWhatItCan) {
     const std::string strPicture = m_folder.Get("a.svg");
     for (const char* pText : {">Seat: FAIL<", ">position [mm]<", ">force [N]<", ">gate<", ">0.2<"})
         EXPECT_NE(strPicture.find(pText), std::string::npos) << pText;
+    EXPECT_TRUE(strPicture.find("width=\"800\" height=\"600\" viewBox=\"0 0 3200 2400\"") !=
+                std::string::npos);
+    m_folder.Put("voltage.rt3", Capture({EXAMPLE}, 1, 0, 4, 0));
+    m_folder.Put("third.rt3", Capture({EXAMPLE}));
+    Run("plot --xy -o c.svg voltage.rt3 w.rt3 missing.rt3 third.rt3");
+    for (const char* pText : {">voltage.rt3 and 2 more<", ">voltage<", ">force<"})
+        EXPECT_NE(m_folder.Get("c.svg").find(pText), std::string::npos) << pText;
     EXPECT_EQ(Run("plot --xy -o b.png none.rt3").back(), '3');
     EXPECT_FALSE(FileExists(m_folder.Path("b.png")));
     EXPECT_EQ(Run("plot --xy --format png -o - w.rt3 | head -c 24 | od -An -tx1"),

@@ -1,6 +1,7 @@
 #include "platform/windows/qt/Widgets.h"
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -82,11 +83,13 @@ void StaticWidget::SetText(const QString& text) {
     m_native.MarkStale();
 }
 
-QAccessibleInterface* DescribeStatic(const QString&, QObject* pObject) {
-    auto* pStatic = dynamic_cast<StaticWidget*>(pObject);
-    if (!pStatic) return nullptr;
-    return new QAccessibleWidget(pStatic, pStatic->m_bFrame ? QAccessible::Graphic
-                                                            : QAccessible::StaticText);
+QAccessibleInterface* DescribePainted(const QString&, QObject* pObject) {
+    if (auto* pStatic = dynamic_cast<StaticWidget*>(pObject))
+        return new QAccessibleWidget(pStatic, pStatic->m_bFrame ? QAccessible::Graphic
+                                                                : QAccessible::StaticText);
+    auto* pView = dynamic_cast<ViewWidget*>(pObject);
+    if (!pView || pView->isWindow()) return nullptr;
+    return new QAccessibleWidget(pView, QAccessible::StaticText);
 }
 
 void StaticWidget::paintEvent(QPaintEvent* pEvent) {
@@ -166,6 +169,31 @@ ComboWidget::ComboWidget(int nID, std::unique_ptr<CWnd> pStandIn, QWidget* pPare
 void ComboWidget::changeEvent(QEvent* pEvent) {
     MessageWidget::changeEvent(pEvent);
     if (pEvent->type() == QEvent::FontChange) FitHeight();
+}
+
+void ComboWidget::showPopup() {
+    view()->installEventFilter(this);
+    QComboBox::showPopup();
+}
+
+/// The list itself closes when Enter and Escape are only announced; where an open list does not get
+/// the keyboard, as on a framebuffer, the keys then went to the dialog, and closed that too.
+bool ComboWidget::eventFilter(QObject* pObject, QEvent* pEvent) {
+    const bool bAnnounced = pEvent->type() == QEvent::ShortcutOverride;
+    if (!bAnnounced && pEvent->type() != QEvent::KeyPress)
+        return QComboBox::eventFilter(pObject, pEvent);
+    const int nKey = dynamic_cast<QKeyEvent&>(*pEvent).key();
+    const bool bEnter = nKey == Qt::Key_Return || nKey == Qt::Key_Enter;
+    if (!bEnter && nKey != Qt::Key_Escape) return QComboBox::eventFilter(pObject, pEvent);
+    pEvent->accept();
+    if (bAnnounced) return true;
+    const int nRow = view()->currentIndex().row();
+    hidePopup();
+    if (bEnter && nRow >= 0) {
+        setCurrentIndex(nRow);
+        emit activated(nRow);
+    }
+    return true;
 }
 
 void ComboWidget::FitHeight() { resize(width(), fontMetrics().height() + Scaled(8)); }
@@ -271,5 +299,6 @@ void SetWidgetText(QWidget& widget, const QString& text) {
         pFrame->SetTitle(text);
     } else {
         widget.setWindowTitle(text);
+        if (!widget.isWindow()) widget.setAccessibleName(text);
     }
 }

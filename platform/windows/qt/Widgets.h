@@ -133,6 +133,9 @@ class ComboWidget : public MessageWidget<QComboBox> {
     /// The template's height is that of the open list; the closed one is as high as its font.
     void FitHeight();
 
+    void showPopup() override;
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+
     bool m_bSorted = false;
 
   protected:
@@ -148,8 +151,9 @@ class ListWidget : public MessageWidget<QListWidget> {
     int m_nRowHeight = 0;  ///< in pixels; 0: as high as the text
 };
 
-/// What assistive technology is told of a static; of what the window system knows itself, null.
-QAccessibleInterface* DescribeStatic(const QString& className, QObject* pObject);
+/// What assistive technology is told of a static or of a view within a window; of what the window
+/// system knows itself, null.
+QAccessibleInterface* DescribePainted(const QString& className, QObject* pObject);
 
 /// Makes the child widget for one line of a dialog template.
 void CreateControl(const DialogItem& item, DialogWidget& dialog);

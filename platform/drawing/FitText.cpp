@@ -1,7 +1,10 @@
-#include "platform/windows/qt/FitText.h"
+#include "platform/drawing/FitText.h"
 
+#include <QFontMetrics>
 #include <QStringList>
 #include <algorithm>
+
+#include "platform/drawing/qt/Surface.h"
 
 namespace {
 
@@ -40,15 +43,17 @@ QStringList BreakRows(QStringView text, const QFontMetrics& metrics, int nWidth)
 
 }  // namespace
 
-QString FitText(QString text, const QFontMetrics& metrics, int nWidth, int nMaxRows) {
-    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+std::wstring FitText(const std::wstring& strText, const CFont& font, int nWidth, int nMaxRows) {
+    const QFontMetrics metrics(ToQFont(font));
+    QString text = QString::fromStdWString(strText).replace(QLatin1Char('\n'), QLatin1Char(' '));
     if (text.size() > MAX_LENGTH)
         text = text.first(MAX_LENGTH / 2) + ELLIPSIS + text.last(MAX_LENGTH / 2);
-    const QString whole = text;
     QStringList rows = BreakRows(text, metrics, nWidth);
     // Rows that break early leave less room than their widths add up to.
     for (int nRoom = nWidth * nMaxRows; rows.size() > nMaxRows && nRoom > 0;
          nRoom -= nWidth / 16 + 1)
-        rows = BreakRows(metrics.elidedText(whole, Qt::ElideMiddle, nRoom), metrics, nWidth);
-    return rows.join(QLatin1Char('\n'));
+        rows = BreakRows(metrics.elidedText(text, Qt::ElideMiddle, nRoom), metrics, nWidth);
+    return rows.first(std::min<qsizetype>(rows.size(), nMaxRows))
+        .join(QLatin1Char('\n'))
+        .toStdWString();
 }
