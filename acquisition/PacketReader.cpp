@@ -9,18 +9,6 @@ namespace {
 
 constexpr unsigned IDLE_PAUSE_MS = 10;
 
-/// First payload byte of an event packet that announces a new curve.
-constexpr std::uint8_t NEW_CURVE_MARK = 'P';
-
-/// Payload bytes of control packets.
-constexpr std::size_t STATUS_RUNNING_STATE = 3;
-constexpr std::size_t STARTED_CONTINUOUS = 5;
-
-std::span<const std::uint8_t> GetPayload(const RTPacket& packet) {
-    if (packet.m_pData == nullptr || packet.m_nLength <= 0) return {};
-    return {packet.m_pData, static_cast<std::size_t>(packet.m_nLength)};
-}
-
 }  // namespace
 
 void CPacketReader::Run() {
@@ -50,43 +38,36 @@ void CPacketReader::DrainQueue(std::shared_ptr<RTPacket>& spPacket) {
 
 void CPacketReader::HandlePacket(const RTPacket& packet) {
     const auto payload = GetPayload(packet);
-    switch (packet.m_nType) {
-    case RTPACKET_SAMPLES:
+    switch (FindMeaning(packet.m_nType, payload)) {
+    case PacketMeaning::Samples:
         OnSamples(payload);
         break;
-    case RTPACKET_NEW_CURVE:
-        OnNewCurve(payload);
+    case PacketMeaning::NewCurve:
+        m_capture.BeginAnnouncedCurve();
+        TraceDebug(L"New Curve");
         break;
-    case RTPACKET_CONTROL:
-        OnControl(payload);
+    case PacketMeaning::CaptureStarted:
+        OnCaptureStarted(payload);
         break;
-    default:
+    case PacketMeaning::Idle:
+        m_capture.ReportIdle();
+        ReturnToIdle();
+        break;
+    case PacketMeaning::Running:
+    case PacketMeaning::Other:
         break;
     }
 }
 
-void CPacketReader::OnSamples(std::span<const std::uint8_t> payload) {
+void CPacketReader::OnSamples(PacketPayload payload) {
     const auto outcome = m_capture.StoreSamples(payload);
     m_screen.RepaintPlot(outcome.m_nShownPlot);
     if (outcome.m_bCaptureEnded) ReturnToIdle();
 }
 
-void CPacketReader::OnNewCurve(std::span<const std::uint8_t> payload) {
-    if (payload.empty() || payload[0] != NEW_CURVE_MARK) return;
-    m_capture.BeginAnnouncedCurve();
-    TraceDebug(L"New Curve");
-}
-
-void CPacketReader::OnControl(std::span<const std::uint8_t> payload) {
-    if (payload.empty()) return;
-    if (payload[0] == RTCMD_STATUS && payload.size() > STATUS_RUNNING_STATE) {
-        if (payload[STATUS_RUNNING_STATE] != 0) return;
-        m_capture.ReportIdle();
-        ReturnToIdle();
-    } else if (payload[0] == RTCMD_CAPTURE && payload.size() > STARTED_CONTINUOUS) {
-        const auto nPlot = m_capture.CaptureStarted(payload[STARTED_CONTINUOUS] != 0);
-        if (nPlot) m_screen.RepaintPlot(*nPlot);
-    }
+void CPacketReader::OnCaptureStarted(PacketPayload payload) {
+    const auto nPlot = m_capture.CaptureStarted(IsStartedContinuous(payload));
+    if (nPlot) m_screen.RepaintPlot(*nPlot);
 }
 
 /// The data and its picture first: the commands that the idle controls offer work on them.

@@ -4,9 +4,8 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <span>
 
-#include "acquisition/RTPacket.h"
+#include "acquisition/PacketMeaning.h"
 #include "acquisition/ReaderScreen.h"
 #include "plugin/RealTimeData.h"
 
@@ -39,9 +38,8 @@ class CPacketReader {
 
   private:
     void DrainQueue(std::shared_ptr<RTPacket>& spPacket);
-    void OnSamples(std::span<const std::uint8_t> payload);
-    void OnNewCurve(std::span<const std::uint8_t> payload);
-    void OnControl(std::span<const std::uint8_t> payload);
+    void OnSamples(PacketPayload payload);
+    void OnCaptureStarted(PacketPayload payload);
     void ReturnToIdle();
 
     CRealTimeData& m_session;

@@ -94,6 +94,9 @@ class CSitting {
     }
     void TakeCapture() {
         Tap(IDC_START);
+        AwaitIdle();
+    }
+    void AwaitIdle() {
         Operator::WaitFor(
             "the end of the capture",
             [this] {
@@ -102,6 +105,10 @@ class CSitting {
                 return bIdle;
             },
             PATIENCE);
+    }
+    void Show(const std::wstring& strQuantities) {
+        if (!Operator::Select(*m_pScreen->GetControl(IDC_DISPLAY_LIST), strQuantities))
+            throw std::runtime_error("the list has not what is to be shown");
     }
     /// Opens the entry of a control, types into it, and leaves it open.
     void TypeInto(int nID, const std::wstring& strText) {
@@ -149,7 +156,7 @@ void ShowCaptures(CSitting& sitting) {
     sitting.Tap(IDC_START);
     sitting.AwaitStatus(L"Capturing 1.");
     sitting.TakePicture("capturing");
-    sitting.AwaitStatus(L"Ready");
+    sitting.AwaitIdle();
 }
 
 void ShowFiles(CSitting& sitting) {
@@ -158,7 +165,9 @@ void ShowFiles(CSitting& sitting) {
         if (std::wstring_view(pName) == L"spring 12") sitting.TakePicture("save");
         sitting.Confirm();
     }
+    sitting.Show(L"F/V vs P");
     sitting.TakePicture("capture");
+    sitting.Show(L"Force/Voltage");
     sitting.Tap(IDC_LOAD);
     sitting.AwaitWindow();
     Operator::Select(*Operator::ModalWindow()->GetControl(CDlgListFiles::ID_FILES), L"housing");
@@ -206,7 +215,7 @@ void ShowWaiting(CSitting& sitting) {
     sitting.AwaitStatus(L"80.0 %");
     sitting.TakePicture("waiting");
     sitting.Tap(IDC_STOP);
-    sitting.AwaitStatus(L"Stopped");
+    sitting.AwaitIdle();
 }
 
 void ShowFailure(CSitting& sitting) {

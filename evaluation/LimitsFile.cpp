@@ -129,3 +129,10 @@ CLimitsFile ReadLimitsFile(const std::wstring& strPath) {
                            " MB");
     return {strName, strText};
 }
+
+Limits ReadLimitsToJudgeBy(const std::wstring& strPath) {
+    const CLimitsFile file = ReadLimitsFile(strPath);
+    if (file.GetLimits().m_objects.empty())
+        throw CLimitsError(ToUtf8(strPath) + ": objects: there are none to judge by");
+    return file.GetLimits();
+}

@@ -51,3 +51,7 @@ class CLimitsFile {
 
 /// @throws CLimitsError, CFileException
 CLimitsFile ReadLimitsFile(const std::wstring& strPath);
+
+/// Limits that say anything of a stroke.
+/// @throws CLimitsError also when the file has no objects, CFileException
+Limits ReadLimitsToJudgeBy(const std::wstring& strPath);

@@ -5,9 +5,12 @@
 #include <stdexcept>
 
 #include "curves/FileStore.h"
-#include "host/Options.h"
+#include "evaluation/XyPicture.h"
+#include "host/Judgement.h"
+#include "host/VerdictStrip.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "platform/windows/Controls.h"
@@ -62,9 +65,10 @@ std::wstring FindFreeName() {
 
 }  // namespace
 
-CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options)
-    : m_screen(screen), m_session(session), m_options(options),
-      m_folder(std::filesystem::absolute(options.m_strDemo)) {}
+CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
+             const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip)
+    : m_screen(screen), m_session(session), m_options(options), m_pJudgement(pJudgement),
+      m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)) {}
 
 bool CDemo::Run() {
     bool bSucceeded = false;
@@ -75,6 +79,7 @@ bool CDemo::Run() {
         EnterNumber(IDC_TRIGGER, m_options.m_strTrigger);
         TakeCapture();
         PrintCurves();
+        if (m_pJudgement) SaveVerdict();
         SavePictures();
         SaveCapture();
         ExportCurve();
@@ -121,6 +126,42 @@ void CDemo::PrintCurves() const {
         std::printf("\n");
         if (nCount != curve.GetCapacity()) throw CDemoError("values are missing");
     }
+}
+
+void CDemo::SaveVerdict() {
+    JudgedStroke stroke;
+    Operator::WaitFor(
+        "the verdict",
+        [&] {
+            Operator::Ask([&] {
+                if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke())
+                    stroke = *pLast;
+            });
+            return stroke.m_verdict.has_value();
+        },
+        WINDOW_PATIENCE);
+    const Limits& limits = m_pJudgement->m_limits;
+    std::printf("verdict      %s\n", ToUtf8(GetMark(stroke.m_verdict->m_outcome)).c_str());
+    for (const std::wstring& strFault : DescribeFaults(*stroke.m_verdict, limits))
+        std::printf("             %s\n", MakePrintable(ToUtf8(strFault)).c_str());
+
+    const std::filesystem::path line = m_folder / "verdict.json";
+    const std::string strLine = stroke.Write(limits) + '\n';
+    CFile file(FromUtf8(line.native()), CFile::modeWrite | CFile::modeCreate);
+    file.Write(strLine.data(), strLine.size());
+    file.Close();
+    const std::filesystem::path path = m_folder / "xy.png";
+    Operator::Ask([&] {
+        CBitmap bitmap;
+        bitmap.CreateBitmap(XY_PICTURE_SIZE.cx, XY_PICTURE_SIZE.cy);
+        CDC dc;
+        dc.CreateCompatibleDC(nullptr);
+        dc.SelectBitmap(&bitmap);
+        DrawStroke(dc, XY_PICTURE_SIZE, stroke, limits,
+                   m_options.m_secondInput == SecondInput::Voltage);
+        bitmap.SavePng(FromUtf8(path.native()));
+    });
+    std::printf("picture      %s\n", path.c_str());
 }
 
 void CDemo::SavePictures() {

@@ -5,12 +5,16 @@
 #include <string>
 
 class CDlgBase;
+class CVerdictStrip;
 struct CRealTimeData;
+struct Judgement;
 struct Options;
 
 /// Takes one capture with the screen's own controls, and leaves in a folder a picture of the screen
 /// (screen.png), the capture (capture.rt3) and its export (capture.csv); says on standard output
-/// what was captured and where it is. Closes the screen at the end.
+/// what was captured and where it is. Where strokes are judged it also leaves the stroke's picture
+/// (xy.png) and its line of the verdict log (verdict.json), and says what the verdict is. Closes
+/// the screen at the end.
 ///
 /// Threads: the script thread of Operator::CScript, while the screen runs.
 class CDemo {
@@ -18,7 +22,9 @@ class CDemo {
     /// The options name the folder, which is made when it is missing (files of those names in it
     /// are replaced), and the sample time and trigger level to enter. All must outlive the
     /// demonstration.
-    CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options);
+    /// @param pJudgement, pVerdictStrip null: strokes are not judged
+    CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
+          const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip);
 
     /// Runs it. What goes wrong is said on standard error.
     /// @return whether everything was made
@@ -27,6 +33,7 @@ class CDemo {
   private:
     void TakeCapture();
     void PrintCurves() const;
+    void SaveVerdict();
     void SavePictures();
     void SaveCapture();
     void ExportCurve();
@@ -40,5 +47,7 @@ class CDemo {
     CDlgBase& m_screen;
     CRealTimeData& m_session;
     const Options& m_options;
+    const Judgement* const m_pJudgement;
+    const CVerdictStrip* const m_pVerdictStrip;
     const std::filesystem::path m_folder;
 };

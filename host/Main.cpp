@@ -1,6 +1,7 @@
 // rtpanel: the panel application.
 #include <cstdio>
 
+#include "host/Judgement.h"
 #include "host/Options.h"
 #include "host/Panel.h"
 #include "host/ScreenScale.h"
@@ -11,6 +12,7 @@
 namespace {
 
 int RunPanel(const Options& options, char* pProgram) {
+    auto pJudgement = PrepareJudgement(options);
     // The command line is all this program's; the window system sees only the name.
     int argc = 1;
     char* argv[] = {pProgram, nullptr};
@@ -22,7 +24,7 @@ int RunPanel(const Options& options, char* pProgram) {
                       argc, argv, "rtpanel --demo DIR works the screen without a display.");
     ScaleWindows(ChooseScale(options));
 
-    CPanel panel(options);
+    CPanel panel(options, std::move(pJudgement));
     std::printf("instrument   %s\n", MakePrintable(panel.GetInstrumentText()).c_str());
     std::fflush(stdout);
     return panel.Run();

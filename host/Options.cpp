@@ -27,6 +27,17 @@ void AddScreen(CCommandLine& line, Options& options) {
                  "alone does the same");
 }
 
+void AddVerdict(CCommandLine& line, Options& options) {
+    line.AddText("--limits", "FILE", options.m_strLimits,
+                 "judge every stroke by this limits file, in a strip below the screen");
+    line.AddNumber("--limits-channel", "N", options.m_nLimitsChannel, 1, 3,
+                   "channel whose strokes are judged (1)");
+    line.AddFlag("--pass-output", options.m_bPassOutput,
+                 "have the instrument send its pass output for each stroke that passes");
+    line.AddText("--verdict-log", "FILE", options.m_strVerdictLog,
+                 "append a line of JSON for each stroke to this file");
+}
+
 void AddPlaces(CCommandLine& line, Options& options) {
     line.AddText("--data-folder", "DIR", options.m_strDataFolder,
                  "folder with the language files (in lang) and the captures (in RealTimeFiles) "
@@ -69,15 +80,19 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
     for (const char* pLock : {"--desktop", "--capture-locked"})
         for (const char* pOther : {"--sample-time", "--trigger", "--demo"})
             refusePair(pLock, pOther, "the screen's capture controls are disabled");
-    refusePair("--desktop", "--replay", "there is no instrument");
+    for (const char* pOther : {"--replay", "--limits"})
+        refusePair("--desktop", pOther, "there is no instrument");
     refusePair("--desktop", "--capture-locked", "there is no instrument");
     if (!options.m_strCaptureFile.empty())
         for (const char* pOther :
-             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked"})
+             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked", "--limits"})
             if (line.Has(pOther))
                 throw CUsageError(std::string("a capture file cannot go with ") + pOther +
                                   ": there is no instrument");
     CheckReplay(line);
+    for (const char* pName : {"--limits-channel", "--pass-output", "--verdict-log"})
+        if (line.Has(pName) && !line.Has("--limits"))
+            throw CUsageError(std::string(pName) + " needs --limits FILE");
 }
 
 }  // namespace
@@ -90,6 +105,7 @@ Options ReadOptions(std::span<const char* const> arguments) {
     AddInstrument(line, options);
     AddScreen(line, options);
     AddReplay(line, options);
+    AddVerdict(line, options);
     AddDisplay(line, options);
     AddPlaces(line, options);
     const auto arrFiles = line.Parse(arguments);

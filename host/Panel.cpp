@@ -2,10 +2,12 @@
 
 #include <filesystem>
 
+#include "acquisition/ObjRTGeneric.h"
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
 #include "host/Press.h"
 #include "host/StatusStrip.h"
+#include "host/VerdictStrip.h"
 #include "instrument/PressInstrument.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Archive.h"
@@ -62,9 +64,26 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
     return nNumber == PARAMETER_INPUT_RANGES ? m_nInputs24V : 0;
 }
 
-CPanel::CPanel(const Options& options)
+CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement,
+               const InstrumentMaker& makeInstrument)
     : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
-      m_device(options.m_nDevice24V), m_pInstrument(MakeInstrument()), m_view(m_pInstrument.get()) {
+      m_device(options.m_nDevice24V), m_pJudgement(std::move(pJudgement)), m_pJudge(MakeJudge()),
+      m_pInstrument(makeInstrument ? makeInstrument(MakeSink()) : MakeInstrument()),
+      m_view(m_pInstrument.get(), m_pJudge.get()) {}
+
+std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
+    if (!m_pJudgement) return nullptr;
+    return std::make_unique<CStrokeJudge>(
+        m_pJudgement->m_limits, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        m_pJudgement->m_nChannel, std::move(m_pJudgement->m_pLog),
+        [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
+}
+
+CPacketSink CPanel::MakeSink() {
+    if (!m_pJudge) return m_queue;
+    return CPacketSink([this](std::shared_ptr<RTPacket> spPacket) {
+        m_pJudge->Pass(std::move(spPacket), m_queue);
+    });
 }
 
 std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
@@ -75,11 +94,15 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
     Press press = MakePress(m_options);
     m_strInstrument = press.m_strText;
     return std::make_unique<CPressInstrument>(
-        m_queue, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
+        MakeSink(), FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
         std::move(press.m_pSignal), press.m_selfStart);
 }
 
-CPanel::~CPanel() = default;
+CPanel::~CPanel() {
+    // The one sends to the other, which sends to the frame.
+    m_pInstrument.reset();
+    m_pJudge.reset();
+}
 
 std::wstring CPanel::GetStatusText() const {
     return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();
@@ -105,20 +128,55 @@ int CPanel::Run() {
 
     m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
                                               FromUtf8(m_options.m_strReplay));
+    /// However the screen ends, its judge does so before it.
+    struct JudgeEnd {
+        ~JudgeEnd() {
+            if (m_pJudge) m_pJudge->Finish();
+        }
+        CStrokeJudge* const m_pJudge;
+    };
+    const JudgeEnd judgeEnd{m_pJudge.get()};
+    if (m_pJudge) {
+        m_pJudge->Attach(*pSession);
+        m_pVerdictStrip =
+            std::make_unique<CVerdictStrip>(m_pJudgement->m_limits, m_pJudgement->m_strTitle,
+                                            m_options.m_secondInput == SecondInput::Voltage);
+    }
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
+    const int nExitCode = RunScreen(*pScreen, *pSession);
+    if (m_pJudge) {
+        m_pJudge->Finish();
+        OnJudgeNews();
+    }
+    return nExitCode;
+}
+
+int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     if (m_options.m_strDemo.empty()) {
-        pScreen->Run();
+        screen.Run();
         return 0;
     }
     bool bSucceeded = false;
     {
-        CDemo demo(*pScreen, *pSession, m_options);
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get());
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
-        pScreen->Run();
+        screen.Run();
         script.Join();
     }
     return bSucceeded ? 0 : 1;
+}
+
+void CPanel::OnJudgeNews() {
+    const JudgeNews news = m_pJudge->TakeNews();
+    for (const JudgedStroke& stroke : news.m_strokes)
+        if (m_pJudgement->m_bPassOutput && stroke.m_verdict &&
+            stroke.m_verdict->m_outcome == Outcome::Pass) {
+            std::string image;
+            MakePassOutputCommand()->ToBytes(image);
+            m_pInstrument->Send(image);
+        }
+    m_pVerdictStrip->OnNews(news);
 }
 
 void CPanel::FillSession(CRealTimeData& session) {
@@ -143,6 +201,7 @@ void CPanel::FillSession(CRealTimeData& session) {
 }
 
 void CPanel::OnScreenShown(CDlgBase& screen) {
+    if (m_pVerdictStrip) m_pVerdictStrip->Attach(screen);
     m_pStrip->Attach(screen);
     // The demonstration enters them on the number pad.
     const bool bEnter = m_options.m_strDemo.empty();

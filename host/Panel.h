@@ -6,14 +6,18 @@
 #include <vector>
 
 #include "acquisition/RTPacket.h"
+#include "host/Judgement.h"
 #include "host/Options.h"
 #include "host/PanelView.h"
+#include "host/StrokeJudge.h"
 #include "instrument/Instrument.h"
+#include "instrument/PacketSink.h"
 #include "platform/windows/Application.h"
 #include "plugin/RealTimeData.h"
 
 class CDlgBase;
 class CStatusStrip;
+class CVerdictStrip;
 
 /// A session that cannot begin: the data folder or the plug-in library is missing, or the library
 /// does not give what it should.
@@ -34,13 +38,18 @@ class CPanelDevice final : public IRTDevice {
     std::uint32_t m_nInputs24V;
 };
 
+using InstrumentMaker = std::function<std::unique_ptr<IInstrument>(CPacketSink sink)>;
+
 /// Owns what a screen's session needs (application object, instrument, queue, device, main frame)
 /// and runs one screen. User-interface thread; made after the window system.
 class CPanel {
   public:
     /// Makes the instrument that the options ask for.
+    /// @param pJudgement by which its strokes are judged; null: they are not
+    /// @param makeInstrument makes another one, which sends its packets to what it is given
     /// @throws CRecordingError
-    explicit CPanel(const Options& options);
+    explicit CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement = nullptr,
+                    const InstrumentMaker& makeInstrument = {});
     ~CPanel();
 
     /// What the instrument is, in a line for the person who started the program.
@@ -49,24 +58,34 @@ class CPanel {
     /// What the status strip says, line by line; nothing while it is not shown.
     std::wstring GetStatusText() const;
 
+    /// The strip that shows verdicts; null while there is none.
+    CVerdictStrip* GetVerdictStrip() const { return m_pVerdictStrip.get(); }
+
     /// Loads the plug-in, runs its screen, and returns when the screen has closed.
     /// @return the exit code: 0, or 1 when a demonstration did not go through
     /// @throws CPanelError
     int Run();
 
   private:
+    std::unique_ptr<CStrokeJudge> MakeJudge();
+    CPacketSink MakeSink();
     std::unique_ptr<IInstrument> MakeInstrument();
     void FillSession(CRealTimeData& session);
     void OnScreenShown(CDlgBase& screen);
+    int RunScreen(CDlgBase& screen, CRealTimeData& session);
+    void OnJudgeNews();
 
     const Options m_options;
     CApplication m_app;
     RTPacketQueue m_queue;
     CPanelDevice m_device;
+    const std::unique_ptr<Judgement> m_pJudgement;  ///< null: strokes are not judged
+    std::unique_ptr<CStrokeJudge> m_pJudge;         ///< null with it
     std::string m_strInstrument;
     std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none
     CFrameWindow m_frame;
     CPanelView m_view;
-    std::unique_ptr<CStatusStrip> m_pStrip;       ///< of the screen that runs, or ran last
+    std::unique_ptr<CVerdictStrip> m_pVerdictStrip;  ///< null with m_pJudgement
+    std::unique_ptr<CStatusStrip> m_pStrip;          ///< of the screen that runs, or ran last
     std::vector<std::wstring> m_arrDroppedFiles;  ///< the capture to open, while it is on its way
 };

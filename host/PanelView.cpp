@@ -1,6 +1,7 @@
 #include "host/PanelView.h"
 
 #include "acquisition/ObjRTGeneric.h"
+#include "host/StrokeJudge.h"
 #include "instrument/Instrument.h"
 
 BEGIN_MESSAGE_MAP(CPanelView, CView)
@@ -12,6 +13,7 @@ LRESULT CPanelView::OnSendObject(WPARAM wParam, LPARAM) {
     if (pMessage && m_pInstrument) {
         std::string image;
         pMessage->ToBytes(image);
+        if (m_pJudge) m_pJudge->OnMessage(image);
         m_pInstrument->Send(image);
     }
     return 0;

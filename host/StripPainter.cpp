@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/FitText.h"
 #include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/FitText.h"
 

@@ -14,9 +14,9 @@ std::int16_t ClampToValue(double d) {
 
 }  // namespace
 
-CCaptureEngine::CCaptureEngine(RTPacketQueue& queue, const ValueLayout& layout,
+CCaptureEngine::CCaptureEngine(CPacketSink sink, const ValueLayout& layout,
                                std::unique_ptr<IPressSignal> pPress)
-    : m_writer(queue), m_layout(layout), m_pPress(std::move(pPress)),
+    : m_writer(std::move(sink)), m_layout(layout), m_pPress(std::move(pPress)),
       m_samples(layout.m_nChannels) {
     m_values.reserve(layout.GetSetSize());
 }

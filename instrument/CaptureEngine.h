@@ -30,8 +30,7 @@ class CCaptureEngine {
     /// Force of channel 1 that a trigger level of 100 percent means, in value units.
     static constexpr int FULL_SCALE = 5000;
 
-    /// @param queue must outlive the engine
-    CCaptureEngine(RTPacketQueue& queue, const ValueLayout& layout,
+    CCaptureEngine(CPacketSink sink, const ValueLayout& layout,
                    std::unique_ptr<IPressSignal> pPress);
 
     /// Carries a command out; a capture begins at `now`.

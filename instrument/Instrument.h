@@ -5,8 +5,8 @@
 
 #include "instrument/InstrumentState.h"
 
-/// An instrument on a link: commands go in as byte images, packets come out through the packet
-/// queue that the concrete instrument was made with.
+/// An instrument on a link: commands go in as byte images, packets come out through the sink that
+/// the concrete instrument was made with.
 ///
 /// Owner: the panel application, which keeps it from before the screen runs until after it closed.
 /// Threads: Send is called on the user-interface thread and must not wait for the link; packets are

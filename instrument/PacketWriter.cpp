@@ -55,21 +55,21 @@ void CPacketWriter::BeginBlock(std::uint8_t byLines) {
 
 void CPacketWriter::Flush() {
     if (m_payload.empty()) return;
-    m_queue.push(MakePacket(RTPACKET_SAMPLES, std::move(m_payload)));
+    m_sink(MakePacket(RTPACKET_SAMPLES, std::move(m_payload)));
     m_payload.clear();
 }
 
 void CPacketWriter::ReportState(bool bRunning) {
     Flush();
-    m_queue.push(MakePacket(RTPACKET_CONTROL, FormControl(RTCMD_STATUS, 3, bRunning)));
+    m_sink(MakePacket(RTPACKET_CONTROL, FormControl(RTCMD_STATUS, 3, bRunning)));
 }
 
 void CPacketWriter::ReportCaptureStarted(const CaptureRequest& request) {
     Flush();
-    m_queue.push(MakeStartedReport(request));
+    m_sink(MakeStartedReport(request));
 }
 
 void CPacketWriter::AnnounceCurve() {
     Flush();
-    m_queue.push(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
+    m_sink(MakePacket(RTPACKET_NEW_CURVE, {'P'}));
 }

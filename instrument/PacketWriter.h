@@ -1,4 +1,4 @@
-// Forms the instrument's packets and puts them onto the packet queue.
+// Forms the instrument's packets and sends them on their way.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "acquisition/RTPacket.h"
 #include "instrument/InstrumentCommand.h"
+#include "instrument/PacketSink.h"
 
 /// A report that a capture was begun that the screen which gets it did not ask for.
 std::shared_ptr<RTPacket> MakeStartedReport(const CaptureRequest& request);
@@ -17,16 +17,15 @@ std::shared_ptr<RTPacket> MakeStartedReport(const CaptureRequest& request);
 ///
 /// A block ends where the digital lines change, so that each block's status byte holds for all of
 /// its values. Events are pushed behind the samples collected before them: the order of calls is
-/// the order in the queue.
+/// the order of packets.
 ///
-/// Threads: one at a time. The queue must outlive the writer; collected samples that were not
-/// flushed are lost with it.
+/// Threads: one at a time. Collected samples that were not flushed are lost with the writer.
 class CPacketWriter {
   public:
     /// Longest payload that a packet's 16-bit offsets can address, in bytes.
     static constexpr std::size_t MAX_PAYLOAD = 65535;
 
-    explicit CPacketWriter(RTPacketQueue& queue) : m_queue(queue) {}
+    explicit CPacketWriter(CPacketSink sink) : m_sink(std::move(sink)) {}
 
     /// Adds one sample set, channel after channel.
     /// @param byLines bits 0 to 3: the digital lines while these values were taken
@@ -45,7 +44,7 @@ class CPacketWriter {
   private:
     void BeginBlock(std::uint8_t byLines);
 
-    RTPacketQueue& m_queue;
+    const CPacketSink m_sink;
     std::vector<std::uint8_t> m_payload;  ///< of the sample packet being collected; empty: none
     std::size_t m_nBlock = 0;             ///< offset of the open block in it
     std::size_t m_nBlockValues = 0;       ///< values in the open block

@@ -8,11 +8,11 @@ constexpr std::chrono::milliseconds BLOCK_TIME(10);
 
 }  // namespace
 
-CPressInstrument::CPressInstrument(RTPacketQueue& queue, const ValueLayout& layout,
+CPressInstrument::CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                                    std::unique_ptr<IPressSignal> pPress,
                                    std::optional<CaptureRequest> selfStart,
                                    std::function<void()> onPackets)
-    : m_engine(queue, layout, std::move(pPress)), m_selfStart(selfStart),
+    : m_engine(std::move(sink), layout, std::move(pPress)), m_selfStart(selfStart),
       m_onPackets(std::move(onPackets)),
       m_thread([this](const std::stop_token& stop) { Run(stop); }) {}
 

@@ -17,11 +17,10 @@
 /// Threads: as IInstrument says. The engine belongs to the instrument's thread.
 class CPressInstrument : public IInstrument {
   public:
-    /// @param queue must outlive the instrument
     /// @param selfStart a capture that begins by itself once the screen is shown
     /// @param onPackets called on the instrument's thread when packets may have been pushed; must
     ///        not wait
-    CPressInstrument(RTPacketQueue& queue, const ValueLayout& layout,
+    CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                      std::unique_ptr<IPressSignal> pPress,
                      std::optional<CaptureRequest> selfStart = {},
                      std::function<void()> onPackets = {});

@@ -4,20 +4,12 @@
 #include <cstdint>
 #include <memory>
 
-#include "acquisition/RTPacket.h"
+#include "acquisition/PacketMeaning.h"
 #include "link/Payloads.h"
 
-enum class PacketMeaning : std::uint8_t {
-    Other,
-    Samples,
-    NewCurve,
-    CaptureStarted,  ///< the instrument has begun a capture that this screen did not ask for
-    Running,         ///< running-state reports
-    Idle,
-};
-
-/// As the screen's packet reader takes them: what is too short means nothing.
-PacketMeaning FindMeaning(const PacketView& packet);
+inline PacketMeaning FindMeaning(const PacketView& packet) {
+    return FindMeaning(packet.m_nType, packet.m_payload);
+}
 
 /// Whether the packet is one that a capture consists of.
 constexpr bool IsOfCapture(std::int32_t nType) {

@@ -109,9 +109,7 @@ int RunCheck(Arguments arguments) {
                       "evaluated.\n");
     const auto arrFiles = options.Parse(line, arguments, "the limits file");
     if (options.m_strLimits.empty()) throw CUsageError("--limits is missing");
-    const Limits limits = ReadLimits(options.m_strLimits).GetLimits();
-    if (limits.m_objects.empty())
-        throw CUsageError(ToUtf8(options.m_strLimits) + ": objects: there are none to check");
+    const Limits limits = ReadLimitsToCheck(options.m_strLimits);
     CStrokeRun run(limits, options.m_bJson, true);
     ForEachStroke(
         arrFiles, options.m_request, [&](const StrokeSource& source) { run.Judge(source); },

@@ -44,9 +44,9 @@ int RunPlot(Arguments arguments) {
         "rt3 plot [OPTION]... -o OUT FILE...",
         "Draws a channel exactly as the screen shows it after loading the file, as a PNG picture, "
         "or as an SVG\ndrawing of lines and texts. Texts, lines and margins grow with the "
-        "size.\nWith --xy "
-        "it draws the strokes of all files over each other, force over position, into one picture "
-        "(800x600).\n");
+        "size.\nWith --xy it draws the strokes of all files over each other, force over position, "
+        "into one file\n(800x600); what cannot be drawn is reported and left out, with exit code "
+        "3.\n");
     line.AddText("-o,--output", "OUT", strOutput,
                  "the file to write, an existing folder, or \"-\" for standard output");
     line.AddFlag("--xy", bXy, "force over position");

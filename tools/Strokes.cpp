@@ -3,6 +3,21 @@
 #include "platform/system/Paths.h"
 #include "tools/Captures.h"
 
+namespace {
+
+template <class Read>
+auto CallWithUsageError(Read read) {
+    try {
+        return read();
+    } catch (const CLimitsError& error) {
+        throw CUsageError(error.what());
+    } catch (const CException& error) {
+        throw CUsageError(DescribeError(error));
+    }
+}
+
+}  // namespace
+
 void StrokeRequest::AddOptions(CCommandLine& line) {
     line.AddNumber("--channel", "N", m_nChannel, 1, CRTCurves::CHANNEL_COUNT, "channel (1)");
     line.AddOption("--curve", "N", "the channel's curve, counted from the oldest, or \"all\" (all)",
@@ -50,13 +65,11 @@ std::string DescribeStroke(const StrokeName& name) {
 
 CLimitsFile ReadLimits(const std::wstring& strPath) {
     if (strPath.empty()) return {};
-    try {
-        return ReadLimitsFile(strPath);
-    } catch (const CLimitsError& error) {
-        throw CUsageError(error.what());
-    } catch (const CException& error) {
-        throw CUsageError(DescribeError(error));
-    }
+    return CallWithUsageError([&] { return ReadLimitsFile(strPath); });
+}
+
+Limits ReadLimitsToCheck(const std::wstring& strPath) {
+    return CallWithUsageError([&] { return ReadLimitsToJudgeBy(strPath); });
 }
 
 void KeepInputs(const std::wstring& strOutput, const std::vector<std::wstring>& arrInputs) {

@@ -49,6 +49,8 @@ std::string DescribeStroke(const StrokeName& name);
 /// Reads a limits file that a person has named; none is one without objects.
 /// @throws CUsageError that says what is wrong with it
 CLimitsFile ReadLimits(const std::wstring& strPath);
+/// The same for what needs objects, and so a file.
+Limits ReadLimitsToCheck(const std::wstring& strPath);
 
 /// @throws CUsageError when an output is one of the inputs
 void KeepInputs(const std::wstring& strOutput, const std::vector<std::wstring>& arrInputs);

@@ -16,6 +16,7 @@ int ToSystemFlags(UINT nOpenFlags) {
     int nFlags = O_RDONLY;
     if (nOpenFlags & CFile::modeWrite) nFlags = O_WRONLY;
     if (nOpenFlags & CFile::modeCreate) nFlags |= O_CREAT | O_TRUNC;
+    if (nOpenFlags & CFile::modeAppend) nFlags |= O_CREAT | O_APPEND;
     return nFlags;
 }
 

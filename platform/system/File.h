@@ -20,6 +20,7 @@ class PLATFORM_API CFile {
         modeRead = 0x0000,
         modeWrite = 0x0001,
         modeCreate = 0x1000,  ///< make the file, or empty an existing one
+        modeAppend = 0x2000,  ///< make the file if it is missing; each write goes to its end
     };
 
     CFile() = default;

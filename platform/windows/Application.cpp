@@ -143,8 +143,15 @@ bool CView::Create(CWnd* pParent) {
 
 bool CView::CreateFoot(CWnd& dialog, int nHeight) {
     FrameWidget* pFrame = FrameWidget::Of(NativeWindow::Of(dialog));
-    if (!pFrame || pFrame->HasFoot()) return false;
-    pFrame->SetFoot(*new ViewWidget(this, pFrame), nHeight);
+    if (!pFrame) return false;
+    pFrame->AddFoot(*new ViewWidget(this, pFrame), nHeight);
+    return true;
+}
+
+bool CView::CreateCover(CWnd& dialog, const CRect& area) {
+    FrameWidget* pFrame = FrameWidget::Of(NativeWindow::Of(dialog));
+    if (!pFrame) return false;
+    pFrame->AddCover(*new ViewWidget(this, pFrame), area);
     return true;
 }
 

@@ -63,14 +63,19 @@ class PLATFORM_API CView : public CWnd {
   public:
     bool Create(CWnd* pParent);
 
-    /// Makes the view's window the foot of a dialog: below its client area, as wide as that, within
-    /// the same frame, and shown with it. The client area stays as it is, the dialog's window
-    /// grows, and closes up when the view's window is destroyed. A modal dialog's foot takes input
-    /// as the dialog does; it never takes the keyboard.
+    /// Makes the view's window a foot of a dialog: below its client area and the feet that it has,
+    /// as wide as those, within the same frame, and shown with it. The client area stays as it is,
+    /// the dialog's window grows, and closes up when the view's window is destroyed. A modal
+    /// dialog's foot takes input as the dialog does; it never takes the keyboard.
     /// @param nHeight in pixels
-    /// @return false when the dialog has no frame of its own, being a child or without a window, or
-    ///         has a foot already
+    /// @return false when the dialog has no frame of its own, being a child or without a window
     bool CreateFoot(CWnd& dialog, int nHeight);
+
+    /// Makes the view's window stand over a part of a dialog, in front of its controls, which stay
+    /// as they are. It takes input in their place, though not the keyboard.
+    /// @param area in the dialog's client area
+    /// @return as CreateFoot
+    bool CreateCover(CWnd& dialog, const CRect& area);
 };
 
 /// The application object; at most one exists. It is the per-user settings store.

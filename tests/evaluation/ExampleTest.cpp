@@ -157,6 +157,8 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
     EnvelopeLimit early = wide;
     early.m_nTolerance = 11_v;
     early.m_lower[0].m_nPosition = early.m_upper[0].m_nPosition = -1_v;
+    const EnvelopeLimit earlyAndTight{
+        forward, {{-1_v, -50_v}, {0, -50_v}, {500_v, 250_v}}, {{-1_v, 500_v}, {500_v, 500_v}}};
     const LineLimit line{forward, 200_v, Range(250, 350)};
     const LineLimit fall{forward, 200_v, Range(350, 450), Direction::Down, false};
     const std::pair<decltype(LimitObject::m_limit), Expected> cases[] = {
@@ -193,6 +195,7 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
         {BlockLimit{forward, At(Range({}, 50), Range({}, 0))}, {"touched", 0, 0}},
         {BlockLimit{forward, At(Range(150, 250), Range(100, 150))}, {"touched", -20, 2}},
         {BlockLimit{forward, At(Range(600, {}), Range({}, {}))}, {"", {}}},
+        {BlockLimit{forward, At(Range(150, 250), Range({}, {}))}, {"touched", {}, 2}},
         // The path passes the corner alone, half way from 300 to 400.
         {BlockLimit{forward, At(Range(350, 390), Range(200, 250))}, {"touched", {}, 4}},
         {WindowLimit{forward, At(Range(350, 390), Range(200, 250)), left, {Side::Bottom}},
@@ -207,6 +210,7 @@ TEST(EvaluationExample, JudgesTheObjectsOfTheExample) {
         {envelope, {"below lower bound", -10, 4}},
         {wide, {"", 0}},
         {early, {"not covered", {}, 5}},
+        {earlyAndTight, {"below lower bound", -10, 4}},
         {EnvelopeLimit{forward, {}, {{0, 100_v}, {300_v, 200_v}}}, {"above upper bound", -20, 3}},
         {EnvelopeLimit{Branch::Return, {{0, 0}, {500_v, 400_v}}, {}},
          {"below lower bound", -160, 7}},

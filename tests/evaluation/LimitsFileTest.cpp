@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "evaluation/Json.h"
 #include "evaluation/Verdict.h"
 #include "tests/evaluation/StrokeData.h"
 #include "tests/support/ErrorOf.h"
@@ -153,6 +154,8 @@ TEST(LimitsFile, SaysWhatIsWrongAndWhere) {
         {feature(R"("end_time", "min": 2, "branch": "forward")"),
          R"(objects[0].branch ("a"): unknown key)"},
         {feature(R"("force_at", "min": 2)"), R"(objects[0].position ("a"): missing)"},
+        {feature(R"("force_at", "position": 1, "branch": "both", "min": 2)"),
+         R"(objects[0].branch ("a"): "both" is none of forward, return)"},
         {feature(R"("position_at", "force": 1, "direction": "any", "min": 2)"),
          R"(objects[0].direction ("a"): "any" is none of up, down)"},
         {feature(R"("position_at", "force": 1, "hold": 1.5, "min": 2)"),
@@ -209,6 +212,11 @@ std::string Learn(const Strokes& strokes, const LearningRule& rule, Branch branc
     return strCorners;
 }
 
+TEST(Json, WritesShortAndFiniteNumbers) {
+    const Json numbers = Json::array({0.1, -0.0, 1e300, 0.1 + 0.2, 1e300 * 1e300});
+    EXPECT_EQ(WriteJson(numbers), "[0.1, 0, 1e+300, 0.30000000000000004, null]");
+}
+
 TEST(Learning, FindsTheBoundsOfTheExample) {
     const Strokes strokes({90, 100, 110});
     EXPECT_EQ(Learn(strokes, {3, 4, {}, 0, 0}), "0:-2:70 50:-2:140 100:30:140 ");
@@ -220,6 +228,14 @@ TEST(Learning, FindsTheBoundsOfTheExample) {
     EXPECT_EQ(Learn(strokes, {3, 4, 15, 0, 0}, Branch::Return, {{"", 0.5, 0}, {}}),
               "0:-30:80 50:-30:140 100:20:140 ");
     EXPECT_EQ(Learn(strokes, {2, 0, 0.0, 0, 10}), "10:10:90 90:10:90 ");
+    EXPECT_EQ(Learn(strokes, {3, 4, {}, 1e15, 0}), "0:-2:140 50:-2:140 100:-2:140 ");
+    // The way back begins at its smallest position, which need not be its last.
+    Strokes bounces({});
+    for (int n = 0; n < 3; ++n) bounces.Add({{0, 0}, {100, 50}, {10, 5}, {20, 5}});
+    EXPECT_EQ(Learn(bounces, {2, 4, 0.0, 0, 0}, Branch::Return), "10:5:50 100:5:50 ");
+    // No farther than a limits file may go.
+    EXPECT_EQ(Learn(Strokes({-32768, 32767, 0}), {2, 20, {}, 0, 0}),
+              "0:-99999:99999 100:-99999:99999 ");
     // What lies inside a cell counts, on a border on both sides; a jitter too.
     Strokes peaks({});
     for (int n = 0; n < 3; ++n)
@@ -269,6 +285,9 @@ TEST(Learning, PutsEnvelopesIntoAFileThatStaysAsItWas) {
     EXPECT_EQ(CLimitsFile("f", file.GetText()).GetText(), file.GetText());
     const StrokeVerdict verdict = JudgeStroke(strokes.m_strokes[0], file.GetLimits());
     EXPECT_EQ(verdict.m_objects.at(1).m_outcome, Outcome::Pass);
+    CLimitsFile precise;
+    precise.SetEnvelope({Branch::Forward, {{0, 1 / 3.0, 1}, {1, 1 / 3.0, 1}}});
+    EXPECT_NE(precise.GetText().find("[0, 0.333333333333]"), std::string::npos);
     // The positions of the corners would all be the same in 12 digits.
     CLimitsFile fine("f", File("", R"("position": {"factor": 1e-9, "offset": 1e9},)"));
     EXPECT_NE(ErrorOf<CLimitsError>([&] {

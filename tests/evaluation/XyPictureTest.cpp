@@ -156,6 +156,9 @@ TEST_F(XyPictures, NameWhatTheyShow) {
     m_limits.m_scales = {{"N", 0.5, -10}, {"mm", 0.001, 1}};
     EXPECT_EQ(JoinTexts(), "1.0|1.2|1.4|1.6|1.8|2.0|0|50|100|150|200|250|position [mm]|force [N]|"
                            "w.rt3: PASS|");
+    Draw();
+    EXPECT_NEAR(FindTexts().at(1).m_dX, X(200), 1) << "200 values, 1.2 mm";
+    EXPECT_EQ(FindRows(ZERO), std::vector{Y(20)}) << "20 values, 0 N";
     Add({{0, 0}, {1000, 500}});
     Add({{0, 0}, {1000, 501}});
     m_limits.m_strTitle = "Seat";
@@ -179,11 +182,14 @@ TEST_F(XyPictures, GrowTheirTextsAndLeaveOutLabelsWithoutRoom) {
     Draw(true, {4000, 3000});
     for (int n = -20; n <= 520; n += 10)
         EXPECT_EQ(At(m_right - 20, Y(n)), n == 0 ? ZERO : GRID) << n;
-    // On a display of another scale everything stands in the same places.
+    // On a display of another scale everything stands in the same places, as much thicker.
     const std::string strTexts = JoinTexts();
     const ScaledDisplay display(4);
     EXPECT_EQ(JoinTexts({3200, 2400}, 4), strTexts);
     EXPECT_EQ(FindTexts({3200, 2400}, 4).at(0).m_dSize, 52);
+    m_limits.m_objects = {{"w", WindowLimit{Branch::Forward, ::At({700, 900}, {400, 450})}}};
+    Draw(true, {3200, 2400});
+    EXPECT_EQ(Count(RED, {X(850), Y(450) - 30, X(850) + 1, Y(450) + 30}), 8);
 }
 
 TEST_F(XyPictures, ShowWhichLimitsHeld) {
@@ -196,6 +202,7 @@ TEST_F(XyPictures, ShowWhichLimitsHeld) {
         {"through", WindowLimit{forward, ::At({200, 400}, {50, 300}), left, right}},
         {"upwards", WindowLimit{forward, ::At({420, 600}, {220, 290}), bottom, top}},
         {"open", BlockLimit{forward, ::At({950, {}}, {{}, 100})}},
+        {"edge", WindowLimit{forward, ::At({{}, 100}, {350, {}}), left, right}},
         {"line", LineLimit{forward, 325'000, {610'000, 690'000}}},
         {"tube", EnvelopeLimit{forward, {{0, -20'000}, {900'000, -20'000}}, {}, 5'000}},
     };
@@ -204,6 +211,7 @@ TEST_F(XyPictures, ShowWhichLimitsHeld) {
     // Failed: red, two pixels thick, above what passed; a cross where it failed, at the turn.
     EXPECT_EQ(At(X(700), y(425)), RED);
     EXPECT_EQ(Count(RED, {X(800), y(450) - 4, X(800) + 1, y(450) + 5}), 2);
+    EXPECT_EQ(Count(RED, {X(700) - 4, y(445), X(700) + 5, y(445) + 1}), 2);
     const CPoint turn{X(1000), y(500)};
     for (const CPoint arm : {CPoint{-3, -3}, {3, -3}, {-3, 3}, {3, 3}})
         EXPECT_EQ(At(turn.x + arm.x, turn.y + arm.y), RED) << arm.x << ' ' << arm.y;
@@ -224,11 +232,15 @@ TEST_F(XyPictures, ShowWhichLimitsHeld) {
     EXPECT_GT(countHead(nCenter, y(220) - 4), countHead(nCenter, y(220) + 4) + 2);
     EXPECT_GT(countHead(nCenter, y(290) - 4), countHead(nCenter, y(290) + 4) + 2);
     EXPECT_EQ(Count(GREEN, {nCenter, y(220) - 5, nCenter + 1, y(220) + 6}), 11);
-    // Hatched to the plot's edge on its open sides.
+    // Open sides lie on the plot's edge, and nothing beyond it; a block is hatched.
+    EXPECT_EQ(At(X(50), m_top), RED);
+    EXPECT_EQ(At(m_left, y(500)), RED);
+    EXPECT_EQ(Count(RED, {0, 0, m_left, m_size.cy}), 0);
     EXPECT_GT(Count(GREEN, {X(950), m_bottom, m_right, m_bottom + 1}), 50);
     const CRect inside{X(960), y(0), X(1040), y(-40)};
     EXPECT_GT(Count(GREEN, inside), inside.Width() * inside.Height() / 12);
     EXPECT_LT(Count(GREEN, inside), inside.Width() * inside.Height() / 3);
+    EXPECT_EQ(Count(GREEN, {X(905), y(0), X(950) - 1, m_bottom}), 0);
     // The line from end to end; the bound as it is applied.
     EXPECT_EQ(Count(GREEN, {X(610), y(325), X(690), y(325) + 1}), X(690) - X(610));
     EXPECT_EQ(Count(GREEN, {X(0), y(-25), X(190), y(-25) + 1}), X(190) - X(0));
@@ -256,6 +268,21 @@ TEST_F(XyPictures, ShowWhichLimitsHeld) {
     Add(RAMP);
     Draw();
     EXPECT_EQ(At(X(200), Y(280)), RED);
+}
+
+TEST_F(XyPictures, ReachAsFarAsTheLimits) {
+    Add(RAMP);
+    m_limits.m_objects = {
+        {"line", LineLimit{Branch::Forward, 1'000'000, {0, 100'000}, Direction::Up, false}},
+        {"block", BlockLimit{Branch::Forward, ::At({2000, 2200}, {-400, 600})}}};
+    Draw();
+    EXPECT_EQ(At(X(50, -110, 2310), Y(1000, -470, 1070)), GREEN);
+    const int x = X(2000, -110, 2310), yFrom = Y(200, -470, 1070), yTo = Y(-300, -470, 1070);
+    EXPECT_EQ(Count(GREEN, {x, yFrom, x + 1, yTo}), yTo - yFrom);
+    m_strokes.clear();
+    Draw();
+    EXPECT_EQ(Count(GREEN), 0);
+    EXPECT_GT(Count(GREY), 0) << "limits that nothing was held against";
 }
 
 TEST_F(XyPictures, DrawTheNewestStrokeOnTop) {

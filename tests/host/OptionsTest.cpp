@@ -49,16 +49,19 @@ TEST(Options, ThatMeanNothingTogetherAreRefused) {
             EXPECT_EQ(refused({strLock.c_str(), pOther, "5"}),
                       strLock + " cannot go with " + pOther +
                           ": the screen's capture controls are disabled");
-    for (const std::string strOther : {"--replay", "--trigger", "--demo"})
+    for (const std::string strOther : {"--replay", "--trigger", "--demo", "--limits"})
         EXPECT_EQ(refused({"run1.rt3", strOther.c_str(), "5"}),
                   "a capture file cannot go with " + strOther + ": there is no instrument");
-    for (const std::string strOther : {"--replay=a.csv", "--capture-locked"})
+    for (const std::string strOther : {"--replay=a.csv", "--capture-locked", "--limits=a.json"})
         EXPECT_EQ(refused({"--desktop", strOther.c_str()}),
                   "--desktop cannot go with " + strOther.substr(0, strOther.find('=')) +
                       ": there is no instrument");
     for (const std::string strReplay : {"first", "first-scale", "rate", "second", "second-scale"})
         EXPECT_EQ(refused({("--replay-" + strReplay).c_str(), "1"}),
                   "--replay-" + strReplay + " needs --replay FILE");
+    for (const std::string strOther : {"--limits-channel=1", "--pass-output", "--verdict-log=a"})
+        EXPECT_EQ(refused({strOther.c_str()}),
+                  strOther.substr(0, strOther.find('=')) + " needs --limits FILE");
 }
 
 }  // namespace

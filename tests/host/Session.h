@@ -22,7 +22,8 @@ class Session : public ::testing::Test {
         const std::string strSettings = strFolder + "/settings.ini";
         arguments.insert(arguments.begin(), {"--value-rate", "10000", "--data-folder",
                                              strFolder.c_str(), "--settings", strSettings.c_str()});
-        CPanel panel(ReadOptions(arguments));
+        const Options options = ReadOptions(arguments);
+        CPanel panel(options, PrepareJudgement(options), m_makeInstrument);
         m_pPanel = &panel;
         Operator::CScript running([&] {
             // The box breaks a long path into lines.
@@ -67,6 +68,7 @@ class Session : public ::testing::Test {
     }
 
     const TemporaryFolder m_folder;
+    InstrumentMaker m_makeInstrument;  ///< in place of the one that the options ask for
     CPanel* m_pPanel = nullptr;
     CDlgBase* m_pScreen = nullptr;
     CRealTimeData* m_pSession = nullptr;

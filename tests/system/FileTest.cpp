@@ -47,6 +47,15 @@ TEST(File, TellsPathAndReason) {
     EXPECT_NE(strText.find(L"No space left"), std::wstring::npos);
 }
 
+TEST(File, AppendsToWhatOthersHaveWritten) {
+    const TemporaryFolder folder;
+    CFile file(folder.Path("log"), CFile::modeWrite | CFile::modeAppend);
+    file.Write("one", 3);
+    folder.Put("log", "another");
+    file.Write("two", 3);
+    EXPECT_EQ(folder.Get("log"), "anothertwo");
+}
+
 TEST(File, SaysWhatCouldNotBeDone) {
     const auto findSummary = [](const auto& action) -> std::wstring {
         try {

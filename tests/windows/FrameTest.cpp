@@ -124,7 +124,6 @@ TEST(Foot, StandsBelowTheClientAreaInTheSameFrame) {
         const CBitmap client = Operator::TakePicture(dialog);
         Operator::Ask([&] {
             EXPECT_TRUE(foot.CreateFoot(dialog, FOOT));
-            EXPECT_FALSE(CView().CreateFoot(dialog, FOOT)) << "it has one";
             CDialog child(CHILD);
             child.Create(&dialog);
             EXPECT_FALSE(CView().CreateFoot(child, FOOT));
@@ -137,14 +136,45 @@ TEST(Foot, StandsBelowTheClientAreaInTheSameFrame) {
             EXPECT_EQ(window.GetPixel(CORNER.x, CORNER.y + CLIENT.cy + y), RGB(255, 0, 0));
         EXPECT_TRUE(Operator::Tap(foot)) << "though the dialog is modal";
         EXPECT_EQ(foot.m_nPresses, 1);
+        CRedFoot second;
+        Operator::Ask([&] {
+            EXPECT_TRUE(second.CreateFoot(dialog, 7));
+            EXPECT_EQ(second.GetClientRect(), (CRect{0, 0, CLIENT.cx, 7}));
+            EXPECT_EQ(second.GetWindowRect().top, foot.GetWindowRect().bottom);
+        });
+        ExpectFramed(Operator::TakeWindowPicture(dialog), client, FOOT + 7);
         Operator::Ask([&] { foot.DestroyWindow(); });
         EXPECT_TRUE(Operator::WaitUntil(
-            [&] { return Operator::TakeWindowPicture(dialog).GetSize().cy == CLIENT.cy + 36; },
+            [&] { return Operator::TakeWindowPicture(dialog).GetSize().cy == CLIENT.cy + 36 + 7; },
             5000));
+        Operator::Ask([&] {
+            CRect area = dialog.GetWindowRect();
+            EXPECT_EQ(second.GetWindowRect().top, area.bottom) << "it closes up";
+            second.DestroyWindow();
+        });
         Operator::Ask([&] {
             foot.CreateFoot(dialog, FOOT);
             dialog.DestroyWindow();
             EXPECT_FALSE(foot.GetHandle()) << "it goes with the dialog";
         });
     });
+}
+
+TEST(Cover, StandsInFrontOfTheControlsAndTakesTheirInput) {
+    CDialog dialog(TEMPLATE);
+    CRedFoot cover;
+    RunModal(dialog, [&] {
+        const CRect area{10, 12, 110, 90};  // over the button
+        Operator::Ask([&] { EXPECT_TRUE(cover.CreateCover(dialog, area)); });
+        const CBitmap window = Operator::TakeWindowPicture(dialog);
+        for (int y = 0; y < CLIENT.cy; ++y)
+            for (int x = 0; x < CLIENT.cx; ++x)
+                EXPECT_EQ(window.GetPixel(CORNER.x + x, CORNER.y + y) == RGB(255, 0, 0),
+                          area.PtInRect({x, y}));
+        EXPECT_TRUE(Operator::Tap(cover));
+        EXPECT_EQ(cover.m_nPresses, 1);
+        Operator::Ask([&] { cover.DestroyWindow(); });
+        EXPECT_TRUE(Operator::Tap(dialog, IDOK));
+    });
+    EXPECT_FALSE(dialog.GetHandle());
 }

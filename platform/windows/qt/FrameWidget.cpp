@@ -46,28 +46,39 @@ FrameWidget* FrameWidget::Of(const NativeWindow* pNative) {
     return pNative ? dynamic_cast<FrameWidget*>(&pNative->Outermost()) : nullptr;
 }
 
-void FrameWidget::SetFoot(QWidget& foot, int nHeight) {
-    m_pFoot = &foot;
-    m_nFootHeight = nHeight;
+void FrameWidget::AddFoot(QWidget& foot, int nHeight) {
+    m_feet.push_back({&foot, nHeight});
     foot.setParent(this);
     Arrange();
     foot.show();
 }
 
+void FrameWidget::AddCover(QWidget& cover, const CRect& area) {
+    cover.setParent(this);
+    cover.setGeometry(m_pClient->x() + area.left, m_pClient->y() + area.top, area.Width(),
+                      area.Height());
+    cover.show();
+}
+
 void FrameWidget::childEvent(QChildEvent* pEvent) {
-    if (!pEvent->removed() || pEvent->child() != m_pFoot) return;
-    m_pFoot = nullptr;
-    Arrange();
+    if (!pEvent->removed()) return;
+    const auto nFeet =
+        std::erase_if(m_feet, [&](const Foot& foot) { return foot.m_pWidget == pEvent->child(); });
+    if (nFeet > 0) Arrange();
 }
 
 void FrameWidget::Arrange() {
     const int nBorder = m_bDrawn ? Scaled(FRAME_BORDER) : 0;
     const QRect client(QPoint(nBorder, CaptionRect().bottom() + 1), m_pClient->size());
     m_pClient->move(client.topLeft());
-    const int nFoot = m_pFoot ? m_nFootHeight : 0;
-    if (m_pFoot) m_pFoot->setGeometry(client.left(), client.bottom() + 1, client.width(), nFoot);
+    int nFeet = 0;
+    for (const Foot& foot : m_feet) {
+        foot.m_pWidget->setGeometry(client.left(), client.bottom() + 1 + nFeet, client.width(),
+                                    foot.m_nHeight);
+        nFeet += foot.m_nHeight;
+    }
     const CSize extent = GetFrameExtent();
-    setFixedSize(client.width() + extent.cx, client.height() + nFoot + extent.cy);
+    setFixedSize(client.width() + extent.cx, client.height() + nFeet + extent.cy);
     if (isVisible()) Place();
 }
 

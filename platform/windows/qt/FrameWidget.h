@@ -1,9 +1,10 @@
-// The outermost widget of a window: it holds the client area, and a foot below it when there is
-// one. Where no window manager frames the windows it draws border and caption around them, and the
-// window can be dragged by the caption.
+// The outermost widget of a window: it holds the client area, and the feet below it. Where no
+// window manager frames the windows it draws border and caption around them, and the window can be
+// dragged by the caption.
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "platform/windows/qt/Widgets.h"
 
@@ -21,10 +22,13 @@ class PLATFORM_API FrameWidget : public QWidget {
 
     DialogWidget& Client() { return *m_pClient; }
 
-    /// Puts a widget below the client area, as wide as that, and takes it over. When it goes, the
-    /// frame closes up.
-    void SetFoot(QWidget& foot, int nHeight);
-    bool HasFoot() const { return m_pFoot != nullptr; }
+    /// Puts a widget below the client area and the feet that are there, as wide as those, and takes
+    /// it over. When it goes, the frame closes up.
+    void AddFoot(QWidget& foot, int nHeight);
+
+    /// Puts a widget over a part of the client area, in front of all that is in it, and takes it
+    /// over.
+    void AddCover(QWidget& cover, const CRect& area);
 
     /// Centres the window over its owner, or on the screen, and keeps it on the screen.
     void Place();
@@ -55,8 +59,11 @@ class PLATFORM_API FrameWidget : public QWidget {
 
     const bool m_bDrawn;  ///< border and caption are the frame's own
     DialogWidget* m_pClient = nullptr;
-    QWidget* m_pFoot = nullptr;
-    int m_nFootHeight = 0;
+    struct Foot {
+        QWidget* m_pWidget;
+        int m_nHeight;
+    };
+    std::vector<Foot> m_feet;      ///< from the client area down
     std::optional<QPoint> m_grip;  ///< where in the caption it was pressed
     bool m_bDragged = false;       ///< the press has moved far enough to be a drag
 };

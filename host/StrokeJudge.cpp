@@ -1,0 +1,253 @@
+#include "host/StrokeJudge.h"
+
+#include <chrono>
+#include <cstdio>
+#include <utility>
+
+#include "evaluation/StrokeReport.h"
+#include "platform/system/Exceptions.h"
+#include "plugin/RealTimeData.h"
+
+namespace {
+
+/// Sample time of the screen's curves before its first Start, in seconds.
+constexpr unsigned FIRST_SAMPLE_SECONDS = 3;
+
+constexpr const char* OUT_OF_MEMORY = "out of memory";
+
+/// As 2026-01-31T12:00:00.000Z.
+std::string FormatTime(std::chrono::system_clock::time_point at) {
+    using namespace std::chrono;
+    const auto milliseconds = floor<std::chrono::milliseconds>(at);
+    const auto day = floor<days>(milliseconds);
+    const year_month_day date(day);
+    const hh_mm_ss time(milliseconds - day);
+    char szText[64];
+    std::snprintf(szText, sizeof szText, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", int{date.year()},
+                  unsigned{date.month()}, unsigned{date.day()},
+                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                  static_cast<int>(time.seconds().count()),
+                  static_cast<int>(time.subseconds().count()));
+    return szText;
+}
+
+/// What an error says behind the file's name, on one line.
+std::wstring FindReason(const CException& error) {
+    std::wstring strText = error.GetErrorMessage();
+    // The last break stands before the reason; others are a name's own.
+    strText.erase(0, strText.rfind(L'\n') + 1);
+    return strText;
+}
+
+unsigned GetRate(CRealTimeData& session) {
+    const std::lock_guard lock(session.m_lock);
+    return session.m_nValueRate;
+}
+
+bool HasCurves(CRealTimeData& session, std::size_t nChannel) {
+    const std::lock_guard lock(session.m_lock);
+    return !session.m_spCurves->m_lstCurves[nChannel].empty();
+}
+
+StrokeVerdict MakeUnknown(std::string strReason) {
+    StrokeVerdict verdict;
+    verdict.m_strReason = std::move(strReason);
+    verdict.m_outcome = Outcome::Cannot;
+    return verdict;
+}
+
+}  // namespace
+
+std::string JudgedStroke::Write(const Limits& limits) const {
+    return WriteVerdict({std::nullopt, m_nChannel, m_nNumber, m_strAt}, *m_verdict, limits);
+}
+
+CStrokeJudge::CStrokeJudge(const Limits& limits, const ValueLayout& layout, std::size_t nChannel,
+                           std::unique_ptr<CVerdictLog> pLog, std::function<void()> onNews)
+    : m_limits(limits), m_nChannel(nChannel), m_onNews(std::move(onNews)),
+      m_collector(layout, nChannel,
+                  [this](CStrokeCollector::Stroke stroke) { OnStroke(std::move(stroke)); }),
+      m_pLog(std::move(pLog)), m_nSampleSeconds(FIRST_SAMPLE_SECONDS),
+      // Whatever became of the file: the screen has cleared its curves first.
+      m_fileListener([this](const FileEvent& event) {
+          if (event.m_work == FileWork::Load) Post([this] { m_collector.Drop(); });
+      }),
+      m_thread([this] { Run(); }) {}
+
+CStrokeJudge::~CStrokeJudge() { Finish(); }
+
+void CStrokeJudge::Attach(CRealTimeData& session) {
+    const std::lock_guard lock(m_mutex);
+    m_pSession = &session;
+}
+
+void CStrokeJudge::Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue) {
+    const PacketMeaning meaning = FindMeaning(spPacket->m_nType, GetPayload(*spPacket));
+    {
+        const std::lock_guard lock(m_mutex);
+        // Before the screen changes its curves for the packet.
+        const bool bHadCurves =
+            meaning == PacketMeaning::Samples || !m_pSession || HasCurves(*m_pSession, m_nChannel);
+        queue.push(spPacket);
+        if (m_bEnding) return;
+        m_orders.emplace_back(
+            [this, spPacket = std::move(spPacket), bHadCurves] { Take(*spPacket, bHadCurves); });
+    }
+    m_wake.notify_one();
+}
+
+void CStrokeJudge::OnMessage(std::string_view image) {
+    const auto command = ReadCommand(image);
+    if (!command) return;
+    if (const auto* const pRequest = std::get_if<CaptureRequest>(&*command))
+        Post([this, request = *pRequest] { Start(request); });
+    else if (std::holds_alternative<StopRequest>(*command))
+        Post([this] { m_collector.Stop(); });
+}
+
+void CStrokeJudge::Finish() {
+    if (!m_thread.joinable()) return;
+    Post([this] { m_collector.Drop(); });
+    {
+        const std::lock_guard lock(m_mutex);
+        m_bEnding = true;
+    }
+    m_wake.notify_one();
+    m_thread.join();
+    const std::lock_guard lock(m_mutex);
+    m_pSession = nullptr;
+}
+
+JudgeNews CStrokeJudge::TakeNews() {
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_news, {});
+}
+
+void CStrokeJudge::Post(Order order) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_bEnding) return;
+        m_orders.push_back(std::move(order));
+    }
+    m_wake.notify_one();
+}
+
+void CStrokeJudge::Run() {
+    for (;;) {
+        std::vector<Order> orders;
+        {
+            std::unique_lock lock(m_mutex);
+            m_wake.wait(lock, [this] { return m_bEnding || !m_orders.empty(); });
+            if (m_orders.empty()) return;
+            orders.swap(m_orders);
+        }
+        m_nOrdersInHand = orders.size();
+        for (const Order& order : orders) {
+            --m_nOrdersInHand;
+            try {
+                order();
+            } catch (const std::exception&) {
+                EnterLostStroke();
+            }
+        }
+    }
+}
+
+/// There was no memory to collect a stroke in.
+void CStrokeJudge::EnterLostStroke() {
+    try {
+        m_collector.Drop();
+        Enter({}, MakeUnknown(OUT_OF_MEMORY));
+    } catch (const std::exception&) {
+        TraceDebug(L"Stroke not judged: no memory to say so");
+    }
+}
+
+void CStrokeJudge::Start(const CaptureRequest& request) {
+    m_nSampleSeconds = request.m_nSampleMilliseconds / 1000;
+    m_nScreenRate = request.m_nValueRate;
+    m_bScreenHasCurves = true;
+    m_collector.Start(request.m_bContinuous, MakeRoom());
+}
+
+void CStrokeJudge::Take(const RTPacket& packet, bool bScreenHadCurves) {
+    LookAtScreen();
+    // The screen tells nobody that an operator has cleared it in the midst of a capture that the
+    // instrument has begun by itself.
+    if (m_bScreenHasCurves && !bScreenHadCurves) m_collector.Drop();
+
+    const PacketPayload payload = GetPayload(packet);
+    const PacketMeaning meaning = FindMeaning(packet.m_nType, payload);
+    if (meaning == PacketMeaning::CaptureStarted)
+        if (const unsigned nMilliseconds = GetStartedSampleTime(payload))
+            m_nSampleSeconds = (nMilliseconds + 999) / 1000;
+    // A screen without curves begins one when it comes to this packet.
+    if (meaning == PacketMeaning::CaptureStarted || meaning == PacketMeaning::NewCurve)
+        m_bScreenHasCurves = bScreenHadCurves;
+    m_collector.Take(packet, MakeRoom());
+}
+
+void CStrokeJudge::LookAtScreen() {
+    bool bCaughtUp;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_pSession) return;
+        m_nScreenRate = GetRate(*m_pSession);
+        if (HasCurves(*m_pSession, m_nChannel)) {
+            m_bScreenHasCurves = true;
+            return;
+        }
+        bCaughtUp = m_nOrdersInHand == 0 && m_orders.empty();
+    }
+    // It has been cleared just now, and not behind what is still to come.
+    if (m_bScreenHasCurves && bCaughtUp) m_collector.Drop();
+}
+
+void CStrokeJudge::OnStroke(CStrokeCollector::Stroke stroke) {
+    JudgedStroke judged;
+    judged.m_spCurve = std::move(stroke.m_spCurve);
+    judged.m_nValueRate = stroke.m_nValueRate;
+    if (stroke.m_bCutOff) {
+        Publish(std::move(judged));
+        return;
+    }
+    try {
+        StrokeVerdict verdict =
+            JudgeStroke(CStroke(*judged.m_spCurve, judged.m_nValueRate), m_limits);
+        Enter(std::move(judged), std::move(verdict));
+    } catch (const std::bad_alloc&) {
+        Enter({}, MakeUnknown(OUT_OF_MEMORY));
+    }
+}
+
+/// Whoever shows the verdict need not wait for the disk.
+void CStrokeJudge::Enter(JudgedStroke stroke, StrokeVerdict verdict) {
+    stroke.m_nNumber = ++m_nJudged;
+    stroke.m_nChannel = m_nChannel + 1;
+    stroke.m_strAt = FormatTime(std::chrono::system_clock::now());
+    stroke.m_verdict = std::move(verdict);
+    const std::string strLine = m_pLog ? stroke.Write(m_limits) : std::string();
+    Publish(std::move(stroke));
+    if (m_pLog) WriteToLog(strLine);
+}
+
+void CStrokeJudge::Publish(JudgedStroke stroke) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_news.m_strokes.push_back(std::move(stroke));
+    }
+    m_onNews();
+}
+
+void CStrokeJudge::WriteToLog(const std::string& strLine) {
+    try {
+        m_pLog->Append(strLine);
+    } catch (const CException& error) {
+        if (std::exchange(m_bLogFailed, true)) return;
+        {
+            const std::lock_guard lock(m_mutex);
+            m_news.m_strLogError = FindReason(error);
+        }
+        m_onNews();
+    }
+}

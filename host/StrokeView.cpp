@@ -1,0 +1,44 @@
+#include "host/StrokeView.h"
+
+#include "evaluation/XyPicture.h"
+#include "platform/windows/PaintDC.h"
+#include "plugin/ScreenTemplate.h"
+
+BEGIN_MESSAGE_MAP(CStrokeView, CView)
+ON_WM_PAINT()
+ON_WM_LBUTTONUP()
+END_MESSAGE_MAP()
+
+void DrawStroke(CDC& dc, CSize size, const JudgedStroke& stroke, const Limits& limits,
+                bool bVoltage) {
+    XyPicture picture;
+    picture.m_pLimits = &limits;
+    picture.m_bVoltage = bVoltage;
+    std::optional<CStroke> path;
+    if (stroke.m_spCurve && stroke.m_verdict && stroke.m_verdict->m_strReason.empty()) {
+        path.emplace(*stroke.m_spCurve, stroke.m_nValueRate);
+        picture.m_strokes.push_back({&*path, &*stroke.m_verdict});
+    }
+    DrawXyPicture(dc, size, picture);
+}
+
+void CStrokeView::SetStroke(const JudgedStroke& stroke) {
+    m_stroke = stroke;
+    Invalidate();
+}
+
+void CStrokeView::Open(CWnd& screen) {
+    const CWnd* const pPlot = screen.GetControl(IDC_PLOT_1);
+    if (!pPlot) return;
+    CRect area = pPlot->GetWindowRect();
+    screen.ScreenToClient(area);
+    CreateCover(screen, area);
+}
+
+void CStrokeView::OnPaint() {
+    CPaintDC dc(this);
+    const CRect area = GetClientRect();
+    DrawStroke(dc, {area.Width(), area.Height()}, m_stroke, m_limits, m_bVoltage);
+}
+
+void CStrokeView::OnLButtonUp(UINT, CPoint) { Close(); }
