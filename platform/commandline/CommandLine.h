@@ -31,8 +31,8 @@ class CHelpRequest : public std::runtime_error {
 };
 
 /// The options of a program, or of one of its commands. A value stands in the next argument,
-/// whatever it begins with, or behind "=" of a long name; the last one counts, but where several may. A "--" ends the
-/// options; a "-" is a file.
+/// whatever it begins with, or behind "=" of a long name; the last one counts, but where several
+/// may. A "--" ends the options; a "-" is a file.
 class CCommandLine {
   public:
     /// @param pUsage what stands behind "usage: "; its first word is the program's name
