@@ -93,7 +93,7 @@ struct CPanelLink::Inside final : private IPanelTransport {
     std::promise<void> m_ended;
 };
 
-CPanelLink::CPanelLink(PanelLinkSettings settings, IPanelScreen& screen)
+CPanelLink::CPanelLink(const PanelLinkSettings& settings, IPanelScreen& screen)
     : m_pInside(std::make_unique<Inside>(settings, screen)) {
     Inside* const pInside = m_pInside.get();
     pInside->m_thread.Post([pInside] {

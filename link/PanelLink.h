@@ -31,7 +31,7 @@ class CPanelLink {
     /// Begins.
     /// @param screen must outlive the link
     /// @throws CTlsError
-    CPanelLink(PanelLinkSettings settings, IPanelScreen& screen);
+    CPanelLink(const PanelLinkSettings& settings, IPanelScreen& screen);
     /// Ends it if that has not been done.
     ~CPanelLink();
 

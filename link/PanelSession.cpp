@@ -165,6 +165,7 @@ void CPanelSession::Part(const Parting& why, bool bGoodbye, LinkTime now) {
 void CPanelSession::Lose(const LinkText& why, std::optional<LinkTime> delay, LinkTime now) {
     if (IsConnected()) {
         m_status.m_bLost = true;
+        m_status.m_notice = {};
         m_status.m_trouble = why;
         m_lostAt = now;
     } else if (!m_status.m_bLost) {
@@ -248,9 +249,9 @@ void CPanelSession::LeaveUnsent(ImageKind kind, const LinkText& notice) {
 void CPanelSession::TellIdle(bool bBehindScreen) {
     m_gate.OnIdlePushed();
     if (bBehindScreen)
-        m_screen.PushPacketBehindScreen(MakeIdleReport());
+        m_screen.PushPacketBehindScreen(MakeIdlePacket());
     else
-        Deliver(MakeIdleReport());
+        Deliver(MakeIdlePacket());
 }
 
 void CPanelSession::Deliver(std::shared_ptr<RTPacket> spPacket, unsigned nSampleSeconds) {
