@@ -97,7 +97,7 @@ TEST_F(Broker, CarriesACommandingPanel) {
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(m_link->End().m_nReconnections, 1u);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     EXPECT_TRUE(AwaitHeard("J1M1J2G0"));
 }
 
@@ -113,7 +113,7 @@ TEST_F(Broker, ShowsAViewerWhatTheInstrumentLeftThere) {
     EXPECT_TRUE(m_screen.AwaitPushed("csi"));
     m_instrument.reset();  // without a word: the broker says the last one
     EXPECT_TRUE(m_screen.Await([this] { return m_screen.m_status.m_bLost; }));
-    EXPECT_EQ(m_screen.m_status.m_trouble.m_strEnglish, "the instrument has ended");
+    EXPECT_EQ(m_screen.GetStatus().m_trouble.m_strEnglish, "the instrument has ended");
     EXPECT_EQ(m_strHeard, "");  // a viewer publishes nothing
 }
 
@@ -121,7 +121,7 @@ TEST_F(Broker, ThatIsNotThereOrDoesNotLetThePanelInIsSaid) {
     const auto awaitTrouble = [this](const std::string& strWhy) {
         EXPECT_TRUE(m_screen.Await([&] {
             return m_screen.m_status.m_trouble.m_strEnglish.find(strWhy) != std::string::npos;
-        })) << m_screen.m_status.m_trouble.m_strEnglish;
+        })) << m_screen.GetStatus().m_trouble.m_strEnglish;
     };
     m_broker->Stop();
     OpenPanel(true);
@@ -158,7 +158,7 @@ TEST_F(Broker, WithTlsIsTheOneOfItsCertificate) {
     EXPECT_TRUE(m_screen.Await([this] {
         return m_screen.m_status.m_trouble.m_strEnglish.find("certificate verify failed") !=
                std::string::npos;
-    })) << m_screen.m_status.m_trouble.m_strEnglish;
+    })) << m_screen.GetStatus().m_trouble.m_strEnglish;
     m_link.reset();
     OpenPanel(true, {}, {mine.m_strAuthorities, "", ""}, "mqtts");
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Joining));

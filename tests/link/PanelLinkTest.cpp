@@ -31,7 +31,7 @@ class PanelLink : public ::testing::Test {
     CPanelLink::Totals End() {
         const auto begin = std::chrono::steady_clock::now();
         const auto totals = m_link->End();
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
         return totals;
     }
 
@@ -75,7 +75,7 @@ TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
     ASSERT_TRUE(m_screen.AwaitPushed("rss"));
     m_instrument.Leave();
     EXPECT_TRUE(m_screen.AwaitPushed("rssi"));
-    EXPECT_TRUE(m_screen.m_status.m_bCutShort);
+    EXPECT_TRUE(m_screen.GetStatus().m_bCutShort);
     Start();
     EXPECT_TRUE(m_screen.AwaitPushed("rssiI"));
     std::this_thread::sleep_for(1200ms);  // tries in vain
@@ -83,7 +83,7 @@ TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
     m_instrument.Return();
     EXPECT_EQ(m_instrument.TakePanel().m_nAttempt, 2u);
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     SendPackets("s");  // of no curve of this screen
     Start();
     Acknowledge();
@@ -155,19 +155,18 @@ TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
 }
 
 TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {
+    // Small ones, of which each costs 256 bytes beside its payload of 8.
+    constexpr std::uint32_t SENT = 70000, HELD = (16u << 20) / 264;
+    Bytes bytes;
+    const auto spPacket = std::make_shared<const Bytes>(MakePacketOf('s'));
+    for (std::uint32_t n = 0; n < SENT; ++n)
+        MakeFrame(FrameKind::Packet, 0, 3 + n, spPacket).AppendTo(bytes);
     Open();
     m_instrument.TakePanel();
     m_screen.AwaitState(PanelState::Connected);
     Start();
     Acknowledge();
     SendPackets("r");
-    // Small ones, of which each costs 256 bytes beside its payload of 8.
-    constexpr std::size_t SENT = 70000, HELD = (16u << 20) / 264;
-    Bytes bytes;
-    for (std::size_t n = 0; n < SENT; ++n)
-        MakeFrame(FrameKind::Packet, 0, m_instrument.m_nNext++,
-                  std::make_shared<Bytes>(MakePacketOf('s')))
-            .AppendTo(bytes);
     m_instrument.SendBytes(bytes);
     EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_packets.size() >= HELD; }));
     std::this_thread::sleep_for(200ms);
@@ -177,7 +176,7 @@ TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {
         m_screen.m_packets.clear();
     }
     EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_strPushed.size() == SENT + 1; }));
-    EXPECT_EQ(m_screen.m_status.m_nLostInCapture, 0u);
+    EXPECT_EQ(m_screen.GetStatus().m_nLostInCapture, 0u);
 }
 
 TEST_F(PanelLink, OnALineAsksAgainUntilTheInstrumentHasStarted) {
@@ -207,7 +206,7 @@ TEST_F(PanelLink, OnALineAsksAgainUntilTheInstrumentHasStarted) {
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
     terminal.reset();
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Waiting));
-    EXPECT_EQ(m_screen.m_status.m_trouble.m_strEnglish, "the device is gone");
+    EXPECT_EQ(m_screen.GetStatus().m_trouble.m_strEnglish, "the device is gone");
 }
 
 }  // namespace

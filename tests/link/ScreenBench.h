@@ -28,7 +28,7 @@ class CScreenBench : public IPanelScreen {
 
     template <class Condition>
     bool Await(Condition condition) {
-        for (int n = 0; n < 500; ++n) {
+        for (int n = 0; n < 2000; ++n) {
             {
                 const std::lock_guard lock(m_mutex);
                 if (condition()) return true;
@@ -39,11 +39,17 @@ class CScreenBench : public IPanelScreen {
     }
     bool AwaitPushed(const std::string& strPackets) {
         const bool bThere = Await([&] { return m_strPushed == strPackets; });
+        const std::lock_guard lock(m_mutex);
         EXPECT_EQ(m_strPushed, strPackets);
         return bThere;
     }
     bool AwaitState(PanelState state) {
         return Await([&] { return m_status.m_state == state; });
+    }
+
+    LinkStatus GetStatus() {
+        const std::lock_guard lock(m_mutex);
+        return m_status;
     }
 
     std::mutex m_mutex;
