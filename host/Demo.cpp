@@ -66,9 +66,11 @@ std::wstring FindFreeName() {
 }  // namespace
 
 CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
-             const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip)
+             const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
+             std::function<std::string()> findTrouble)
     : m_screen(screen), m_session(session), m_options(options), m_pJudgement(pJudgement),
-      m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)) {}
+      m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)),
+      m_findTrouble(std::move(findTrouble)) {}
 
 bool CDemo::Run() {
     bool bSucceeded = false;
@@ -78,11 +80,13 @@ bool CDemo::Run() {
         EnterNumber(IDC_SAMPLE_TIME, m_options.m_strSampleTime);
         EnterNumber(IDC_TRIGGER, m_options.m_strTrigger);
         TakeCapture();
+        m_strIncomplete = m_findTrouble();
         PrintCurves();
         if (m_pJudgement) SaveVerdict();
         SavePictures();
         SaveCapture();
         ExportCurve();
+        if (!m_strIncomplete.empty()) throw CDemoError(m_strIncomplete);
         bSucceeded = true;
     } catch (const std::exception& error) {
         PrintError("rtpanel", DescribeError(error));
@@ -103,7 +107,7 @@ void CDemo::TakeCapture() {
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
 }
 
-void CDemo::PrintCurves() const {
+void CDemo::PrintCurves() {
     std::array<RTCurveList, CRTCurves::CHANNEL_COUNT> channels;
     {
         const std::lock_guard lock(m_session.m_lock);
@@ -124,7 +128,8 @@ void CDemo::PrintCurves() const {
         PrintExtremes("force", extremes[0]);
         PrintExtremes("second input", extremes[1]);
         std::printf("\n");
-        if (nCount != curve.GetCapacity()) throw CDemoError("values are missing");
+        if (nCount != curve.GetCapacity() && m_strIncomplete.empty())
+            m_strIncomplete = "values are missing";
     }
 }
 

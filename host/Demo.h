@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 class CDlgBase;
@@ -23,8 +24,10 @@ class CDemo {
     /// are replaced), and the sample time and trigger level to enter. All must outlive the
     /// demonstration.
     /// @param pJudgement, pVerdictStrip null: strokes are not judged
+    /// @param findTrouble what went wrong with the instrument since the start; empty: nothing
     CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
-          const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip);
+          const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
+          std::function<std::string()> findTrouble);
 
     /// Runs it. What goes wrong is said on standard error.
     /// @return whether everything was made
@@ -32,7 +35,7 @@ class CDemo {
 
   private:
     void TakeCapture();
-    void PrintCurves() const;
+    void PrintCurves();
     void SaveVerdict();
     void SavePictures();
     void SaveCapture();
@@ -50,4 +53,6 @@ class CDemo {
     const Judgement* const m_pJudgement;
     const CVerdictStrip* const m_pVerdictStrip;
     const std::filesystem::path m_folder;
+    const std::function<std::string()> m_findTrouble;
+    std::string m_strIncomplete;  ///< why the capture is not whole; empty: it is
 };

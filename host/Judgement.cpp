@@ -29,7 +29,9 @@ std::unique_ptr<CVerdictLog> OpenLog(const std::wstring& strPath) {
     }
 }
 
-void CheckMode(const Options& options) {
+}  // namespace
+
+void CheckJudgedMode(const Options& options) {
     const std::string strMode = "mode " + std::to_string(options.m_nMode);
     if (!HasValuePairs(options.m_nMode, options.m_secondInput))
         throw CUsageError("--limits: " + strMode +
@@ -40,13 +42,11 @@ void CheckMode(const Options& options) {
                           std::to_string(options.m_nLimitsChannel));
 }
 
-}  // namespace
-
 std::unique_ptr<Judgement> PrepareJudgement(const Options& options) {
     if (options.m_strLimits.empty()) return nullptr;
     auto pJudgement = std::make_unique<Judgement>();
     pJudgement->m_limits = ReadLimits(options.m_strLimits);
-    CheckMode(options);
+    if (!options.m_link) CheckJudgedMode(options);
     const std::string& strTitle = pJudgement->m_limits.m_strTitle;
     pJudgement->m_strTitle =
         strTitle.empty() ? GetNameOfPath(options.m_strLimits) : FromUtf8(strTitle);

@@ -16,6 +16,10 @@ struct Judgement {
     std::unique_ptr<CVerdictLog> m_pLog;  ///< null: none is wanted
 };
 
+/// @throws CUsageError when the mode that the options tell has no strokes to be judged
+void CheckJudgedMode(const Options& options);
+
 /// Reads the limits file and opens the log that the options name; null: nothing is judged.
-/// @throws CUsageError that says what is wrong with them, or that the mode has no such strokes
+/// @throws CUsageError that says what is wrong with them, or as CheckJudgedMode does: of
+///         an instrument on a link the mode is not known yet
 std::unique_ptr<Judgement> PrepareJudgement(const Options& options);

@@ -84,12 +84,13 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
         refusePair("--desktop", pOther, "there is no instrument");
     refusePair("--desktop", "--capture-locked", "there is no instrument");
     if (!options.m_strCaptureFile.empty())
-        for (const char* pOther :
-             {"--sample-time", "--trigger", "--demo", "--replay", "--capture-locked", "--limits"})
+        for (const char* pOther : {"--sample-time", "--trigger", "--demo", "--replay", "--link",
+                                   "--capture-locked", "--limits"})
             if (line.Has(pOther))
                 throw CUsageError(std::string("a capture file cannot go with ") + pOther +
                                   ": there is no instrument");
     CheckReplay(line);
+    CheckLink(line, options);
     for (const char* pName : {"--limits-channel", "--pass-output", "--verdict-log"})
         if (line.Has(pName) && !line.Has("--limits"))
             throw CUsageError(std::string(pName) + " needs --limits FILE");
@@ -100,11 +101,13 @@ void CheckCombinations(const CCommandLine& line, const Options& options) {
 Options ReadOptions(std::span<const char* const> arguments) {
     Options options;
     CCommandLine line("rtpanel [OPTION]... [FILE.rt3]",
-                      "Shows the Real Time Mode screen on a simulated press or on a recorded one "
-                      "(--replay).\nWith a capture file it is a viewer, without an instrument.\n");
+                      "Shows the Real Time Mode screen on a simulated press, on a recorded one "
+                      "(--replay), or\non an instrument elsewhere (--link).\nWith a capture file "
+                      "it is a viewer, without an instrument.\n");
     AddInstrument(line, options);
     AddScreen(line, options);
     AddReplay(line, options);
+    AddLink(line, options);
     AddVerdict(line, options);
     AddDisplay(line, options);
     AddPlaces(line, options);

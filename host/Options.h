@@ -6,8 +6,9 @@
 #include <string>
 
 #include "host/InstrumentOptions.h"
+#include "host/LinkOptions.h"
 
-struct Options : InstrumentOptions {
+struct Options : InstrumentOptions, LinkOptions {
     std::wstring m_strSampleTime;  ///< seconds as typed; empty: the screen's own
     std::wstring m_strTrigger;     ///< percent as typed; empty: the screen's own
 

@@ -1,10 +1,15 @@
 #include "host/Panel.h"
 
+#include <QString>
+#include <QSysInfo>
 #include <filesystem>
 
 #include "acquisition/ObjRTGeneric.h"
 #include "curves/CaptureRecords.h"
 #include "host/Demo.h"
+#include "host/LinkInstrument.h"
+#include "host/LinkTexts.h"
+#include "host/LinkWait.h"
 #include "host/Press.h"
 #include "host/StatusStrip.h"
 #include "host/VerdictStrip.h"
@@ -18,6 +23,8 @@
 #include "platform/system/Text.h"
 #include "plugin/DlgBase.h"
 #include "plugin/ScreenTemplate.h"
+#include "ui/Language.h"
+#include "ui/LanguageTable.h"
 
 namespace {
 
@@ -67,9 +74,15 @@ std::uint32_t CPanelDevice::ReadParameter(std::uint32_t nNumber) {
 CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement,
                const InstrumentMaker& makeInstrument)
     : m_options(options), m_app(L"rtpanel", MakeAbsolute(options.m_strSettingsFile)),
-      m_device(options.m_nDevice24V), m_pJudgement(std::move(pJudgement)), m_pJudge(MakeJudge()),
-      m_pInstrument(makeInstrument ? makeInstrument(MakeSink()) : MakeInstrument()),
-      m_view(m_pInstrument.get(), m_pJudge.get()) {}
+      m_pJudgement(std::move(pJudgement)) {
+    m_frame.Create(L"Panel");
+    if (m_options.m_link) {
+        m_pInstrument = MakeLink();
+        return;
+    }
+    m_pJudge = MakeJudge();
+    m_pInstrument = makeInstrument ? makeInstrument(MakeSink()) : MakeInstrument();
+}
 
 std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
     if (!m_pJudgement) return nullptr;
@@ -97,6 +110,17 @@ std::unique_ptr<IInstrument> CPanel::MakeInstrument() {
         std::move(press.m_pSignal), press.m_selfStart);
 }
 
+std::unique_ptr<IInstrument> CPanel::MakeLink() {
+    m_strInstrument = "link " + m_options.m_link->m_strText;
+    std::string strName = m_options.m_strPanelName;
+    if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
+    auto pLink = std::make_unique<CLinkInstrument>(
+        m_frame, PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
+                                   m_options.m_tlsFiles});
+    m_pLink = pLink.get();
+    return pLink;
+}
+
 CPanel::~CPanel() {
     // The one sends to the other, which sends to the frame.
     m_pInstrument.reset();
@@ -114,19 +138,20 @@ int CPanel::Run() {
     auto* const pGetDialog = library.GetFunction<GetDialogFunction>("GetDialog");
     if (!pGetDialog) throw CPanelError("RealTimeMode.so has no GetDialog");
 
+    m_app.m_pMainWnd = &m_frame;
+    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
+    if (m_pLink && !JoinInstrument()) return 1;
+    m_pView = std::make_unique<CPanelView>(m_pInstrument.get(), m_pJudge.get());
+    m_pView->Create(&m_frame);
+    m_frame.SetActiveView(m_pView.get());
+
     const std::unique_ptr<CDlgBase> pScreen(pGetDialog());
     auto* const pSession = dynamic_cast<CRealTimeData*>(pScreen.get());
     if (!pSession) throw CPanelError("RealTimeMode.so gives no screen");
     FillSession(*pSession);
 
-    m_frame.Create(L"Panel");
-    m_view.Create(&m_frame);
-    m_frame.SetActiveView(&m_view);
-    m_app.m_pMainWnd = &m_frame;
-    if (GetDisplayKind() == DisplayKind::Panel) m_frame.FillDisplay();
-
-    m_pStrip = std::make_unique<CStatusStrip>(*pSession, m_pInstrument.get(),
-                                              FromUtf8(m_options.m_strReplay));
+    m_pStrip =
+        std::make_unique<CStatusStrip>(*pSession, [this] { return DescribeInstrumentNow(); });
     /// However the screen ends, its judge does so before it.
     struct JudgeEnd {
         ~JudgeEnd() {
@@ -140,6 +165,7 @@ int CPanel::Run() {
         m_pVerdictStrip = std::make_unique<CVerdictStrip>(
             m_pJudgement->m_limits, m_pJudgement->m_strTitle, m_options.m_secondInput);
     }
+    if (m_pLink) m_pLink->AttachScreen(*pScreen, *pSession, MakeSink());
     // Handled once the screen's modal loop runs, and so after its set-up.
     m_frame.PostCall([&] { OnScreenShown(*pScreen); });
     const int nExitCode = RunScreen(*pScreen, *pSession);
@@ -157,12 +183,50 @@ int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     }
     bool bSucceeded = false;
     {
-        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get());
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(),
+                   [this] { return m_pLink ? m_pLink->FindTrouble() : std::string(); });
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
         screen.Run();
         script.Join();
     }
     return bSucceeded ? 0 : 1;
+}
+
+/// Waits until the instrument says what it is.
+/// @return false when the operator does not want to
+bool CPanel::JoinInstrument() {
+    if (!m_options.m_strDemo.empty()) {
+        const std::string strTrouble = AwaitInstrument(*m_pLink);
+        if (!strTrouble.empty()) throw CPanelError(strTrouble);
+    } else {
+        // The screen, which lends its language's texts, is not there yet.
+        CLanguageTable table;
+        LoadLanguage(FindLanguage(), &table);
+        const CTextSource texts([&table](std::int32_t nString) { return table.Find(nString); });
+        if (CLinkWait(*m_pLink).DoModal() != IDOK) return false;
+    }
+    const Hello hello = *m_pLink->GetHello();
+    m_options.m_nMode = hello.m_nMode;
+    m_options.m_secondInput = SecondInput{hello.m_nSecondInput};
+    m_options.m_nValueRate = hello.m_nValueRate;
+    m_options.m_nAuxRate = hello.m_nAuxRate;
+    m_options.m_nDevice24V = hello.m_nDevice24V;
+    m_options.m_bCaptureLocked = hello.m_bLocked || !hello.m_bCommands;
+    if (m_pJudgement) {
+        CheckJudgedMode(m_options);
+        m_pJudge = MakeJudge();
+    }
+    return true;
+}
+
+StripField CPanel::DescribeInstrumentNow() const {
+    if (!m_pInstrument) return DescribeNoInstrument();
+    if (m_pLink)
+        return DescribeLink(m_pLink->GetStatus(), FromUtf8(m_pLink->GetAddress()),
+                            m_options.m_bCaptureLocked);
+    return DescribeInstrument(m_pInstrument->GetState(),
+                              NameInstrument(FromUtf8(m_options.m_strReplay)),
+                              m_options.m_bCaptureLocked);
 }
 
 void CPanel::OnJudgeNews() {
@@ -180,6 +244,7 @@ void CPanel::OnJudgeNews() {
 void CPanel::FillSession(CRealTimeData& session) {
     session.m_pPacketQueue = m_pInstrument ? &m_queue : nullptr;
     session.m_nMode = m_options.m_nMode;
+    m_device.SetInputRanges(m_options.m_nDevice24V);
     session.m_bDesktopMode = m_options.m_bDesktop ? 1 : 0;
     session.m_nPositionInput = static_cast<std::uint8_t>(m_options.m_secondInput);
     session.m_pDevice = &m_device;

@@ -3,7 +3,6 @@
 #include <QTimer>
 
 #include "host/StripPainter.h"
-#include "instrument/Instrument.h"
 #include "platform/drawing/DisplayScale.h"
 #include "platform/windows/PaintDC.h"
 #include "plugin/RealTimeData.h"
@@ -33,9 +32,8 @@ std::wstring JoinTexts(const StripContents& contents) {
 
 }  // namespace
 
-CStatusStrip::CStatusStrip(const CRealTimeData& session, const IInstrument* pInstrument,
-                           const std::wstring& strRecording)
-    : m_session(session), m_pInstrument(pInstrument), m_strRecording(strRecording),
+CStatusStrip::CStatusStrip(const CRealTimeData& session, std::function<StripField()> describe)
+    : m_session(session), m_describe(std::move(describe)),
       m_fileListener([this](const FileEvent& event) {
           StripField field = DescribeFile(event);
           const std::lock_guard lock(m_mutex);
@@ -64,10 +62,7 @@ void CStatusStrip::Update() {
 
 StripContents CStatusStrip::Look() {
     StripContents contents;
-    contents.m_instrument = m_pInstrument ? DescribeInstrument(m_pInstrument->GetState(),
-                                                               NameInstrument(m_strRecording),
-                                                               m_session.m_bCaptureLocked != 0)
-                                          : DescribeNoInstrument();
+    contents.m_instrument = m_describe();
     {
         const std::lock_guard lock(m_mutex);
         contents.m_file = m_file;

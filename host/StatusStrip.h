@@ -2,6 +2,7 @@
 // the time markers.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -11,7 +12,6 @@
 #include "platform/system/FileEvents.h"
 #include "platform/windows/Application.h"
 
-class IInstrument;
 class QTimer;
 struct CRealTimeData;
 
@@ -19,11 +19,9 @@ struct CRealTimeData;
 /// making on, whatever thread works on them. Everything else is for the user-interface thread.
 class CStatusStrip : public CView {
   public:
-    /// @param session of the screen; must outlive the strip, as must the instrument
-    /// @param pInstrument null: there is none
-    /// @param strRecording the recording that the instrument plays; empty: none
-    CStatusStrip(const CRealTimeData& session, const IInstrument* pInstrument,
-                 const std::wstring& strRecording);
+    /// @param session of the screen; must outlive the strip
+    /// @param describe says how the instrument stands, whenever it is asked
+    CStatusStrip(const CRealTimeData& session, std::function<StripField()> describe);
     ~CStatusStrip() override;
 
     /// Shows the strip below a screen's window, which holds the session's plots. The window's text
@@ -41,8 +39,7 @@ class CStatusStrip : public CView {
     std::vector<StripRow> LookAtMarkers() const;
 
     const CRealTimeData& m_session;
-    const IInstrument* const m_pInstrument;
-    const std::wstring m_strRecording;
+    const std::function<StripField()> m_describe;
     const CWnd* m_pScreen = nullptr;
     StripContents m_shown;
     std::unique_ptr<QTimer> m_pTimer;

@@ -43,10 +43,14 @@ class CStripPainter {
     ~CStripPainter() { m_dc.SelectFont(nullptr); }
 
     void Paint(const StripContents& contents) {
-        CRect left = m_area;
-        left.right = std::min(left.left + Scaled(INSTRUMENT_WIDTH), m_area.right);
         CRect right = m_area;
         right.left = right.right - MeasureRows(contents.m_markers);
+        CRect left = m_area;
+        left.right = left.left + Scaled(INSTRUMENT_WIDTH);
+        // What has failed is read to its end, if need be in the room of the file.
+        if (contents.m_instrument.m_mood == StripMood::Alarm)
+            left.right = std::max(left.right, left.left + MeasureField(contents.m_instrument));
+        left.right = std::min(left.right, right.left);
         CRect middle = m_area;
         middle.left = left.right;
         middle.right = right.left;
@@ -77,6 +81,13 @@ class CStripPainter {
                                        nWidth - m_dc.GetTextExtent(strKept).cx, 1));
         m_dc.SelectFont(&m_font);
         m_dc.TextOut(x, LineTop(1), FitText(field.m_strDetail, m_font, nWidth, 1));
+    }
+
+    int MeasureField(const StripField& field) {
+        m_dc.SelectFont(&m_fontBold);
+        const int nHead = m_dc.GetTextExtent(field.m_strHead).cx;
+        m_dc.SelectFont(&m_font);
+        return std::max(nHead, m_dc.GetTextExtent(field.m_strDetail).cx) + 2 * Scaled(MARGIN);
     }
 
     int MeasureColumn(const std::vector<StripRow>& rows, std::size_t nColumn) const {

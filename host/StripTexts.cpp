@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/system/NumberedText.h"
 #include "platform/system/Paths.h"
 
 namespace {
@@ -13,11 +12,9 @@ constexpr NumberedText CAPTURING{3202, L"Capturing %1 of %2 s"};
 constexpr NumberedText STOPPED{3203, L"Stopped after %1 s"};
 constexpr NumberedText CONTINUOUS{3204, L"Capturing stroke %1, %2 s"};
 constexpr NumberedText CONTINUOUS_STOPPED{3205, L"Stopped: stroke %1, %2 s"};
-constexpr NumberedText UNREACHABLE{3206, L"No connection"};
 constexpr NumberedText NO_INSTRUMENT{3207, L"No instrument"};
 constexpr NumberedText SIMULATED{3210, L"Simulated press"};
 constexpr NumberedText RECORDING{3211, L"Recording %1"};
-constexpr NumberedText LOCKED{3212, L"%1 (locked)"};
 
 /// By FileWork.
 constexpr NumberedText DONE[] = {
@@ -60,7 +57,7 @@ StripField DescribeActivity(const InstrumentState& state) {
                                     : GetText(STOPPED, {strSeconds}),
                 {}};
     case InstrumentActivity::Unreachable:
-        return {StripMood::Alarm, GetText(UNREACHABLE), {}};
+        return {StripMood::Alarm, GetText(NO_CONNECTION), {}};
     case InstrumentActivity::Ready:
         break;
     }

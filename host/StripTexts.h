@@ -11,6 +11,10 @@
 #include "host/MarkerValues.h"
 #include "instrument/InstrumentState.h"
 #include "platform/system/FileEvents.h"
+#include "platform/system/NumberedText.h"
+
+constexpr NumberedText NO_CONNECTION{3206, L"No connection"};
+constexpr NumberedText LOCKED{3212, L"%1 (locked)"};
 
 /// How a field is to be seen.
 enum class StripMood : BYTE {

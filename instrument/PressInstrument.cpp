@@ -17,16 +17,16 @@ CPressInstrument::CPressInstrument(CPacketSink sink, const ValueLayout& layout,
       m_thread([this](const std::stop_token& stop) { Run(stop); }) {}
 
 void CPressInstrument::Send(std::string_view image) {
-    if (const auto command = ReadCommand(image))
-        Post([this, command = *command](CCaptureEngine::Time now) {
-            m_engine.Execute(command, now);
-        });
+    if (const auto command = ReadCommand(image)) CarryOut(*command, {}, {});
 }
 
-void CPressInstrument::SendMarked(std::string_view image, std::function<void()> mark) {
-    Post([this, command = ReadCommand(image), mark = std::move(mark)](CCaptureEngine::Time now) {
-        mark();
-        if (command) m_engine.Execute(*command, now);
+void CPressInstrument::CarryOut(const InstrumentCommand& command,
+                                const std::function<void()>& before,
+                                const std::function<void()>& after) {
+    Post([=, this](CCaptureEngine::Time now) {
+        if (before) before();
+        m_engine.Execute(command, now);
+        if (after) after();
     });
 }
 

@@ -26,10 +26,11 @@ class CPressInstrument : public IInstrument {
                      std::function<void()> onPackets = {});
 
     void Send(std::string_view image) override;
-    /// As Send, and calls `mark` right before the image is carried out, or in place of it when it
-    /// is no command: on the instrument's thread, behind all packets of what was before and in
-    /// front of those that come of it.
-    void SendMarked(std::string_view image, std::function<void()> mark);
+    /// As Send, with calls on the instrument's thread, either of which may be empty: `before`
+    /// behind all packets of what was before the command, `after` behind those that are pushed at
+    /// once because of it. They must not wait.
+    void CarryOut(const InstrumentCommand& command, const std::function<void()>& before,
+                  const std::function<void()>& after);
     void OnScreenShown() override;
     InstrumentState GetState() const override;
 

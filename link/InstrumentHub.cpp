@@ -160,7 +160,7 @@ void CInstrumentHub::TakeFrame(Panel& panel, const Frame& frame, LinkTime now) {
         const auto parting = ReadParting(frame.m_payload);
         if (!parting) return Part(panel, {LinkReason::Malformed, ""}, now);
         panel.m_peer.GetQueue().DropWaiting();
-        return Leave(panel, parting->m_reason, DescribeParting(*parting), now);
+        return Leave(panel, parting->m_reason, DescribeParting(*parting).m_strEnglish, now);
     }
     default:
         ++panel.m_peer.GetCounts().m_nIgnored;
@@ -309,8 +309,9 @@ void CInstrumentHub::Part(Panel& panel, const Parting& why, LinkTime now) {
     const bool bJoined = panel.IsJoined();
     if (!bJoined) panel.m_peer.GetQueue().RestartNumbers();
     panel.m_peer.SendLast(bJoined ? FrameKind::Goodbye : FrameKind::Refuse, why, now);
-    if (!bJoined) m_port.OnNews(panel.Describe() + " refused: " + DescribeParting(why));
-    Leave(panel, why.m_reason, DescribeParting(why), now);
+    if (!bJoined)
+        m_port.OnNews(panel.Describe() + " refused: " + DescribeParting(why).m_strEnglish);
+    Leave(panel, why.m_reason, DescribeParting(why).m_strEnglish, now);
 }
 
 void CInstrumentHub::Leave(Panel& panel, LinkReason reason, const std::string& strWhy,

@@ -1,40 +1,27 @@
 #include "link/LinkStatus.h"
 
+#include <iterator>
+
 namespace {
 
-std::string DescribeReason(LinkReason reason) {
-    switch (reason) {
-    case LinkReason::Normal:
-        return "ended by the other side";
-    case LinkReason::NoCommonVersion:
-        return "no common version of the protocol";
-    case LinkReason::OtherCommands:
-        return "another panel commands";
-    case LinkReason::TooMany:
-        return "too many panels";
-    case LinkReason::JoinFirst:
-        return "the instrument has begun anew";
-    case LinkReason::Malformed:
-        return "the other side breaks the protocol";
-    case LinkReason::NotKeepingUp:
-        return "this panel does not keep up";
-    case LinkReason::Replaced:
-        return "replaced by a newer connection of this panel";
-    case LinkReason::InstrumentEnds:
-        return "the instrument has ended";
-    case LinkReason::Silence:
-        return "silence for 3 s";
-    case LinkReason::Damaged:
-        return "damaged data";
-    case LinkReason::NotPermitted:
-        return "not permitted";
-    case LinkReason::Flood:
-        return "too much data";
-    case LinkReason::Changed:
-        return "the instrument has changed";
-    }
-    return "reason " + std::to_string(static_cast<unsigned>(reason));
-}
+/// By LinkReason.
+constexpr NumberedText REASONS[] = {
+    {3270, L"ended by the other side"},
+    {3271, L"no common version of the protocol"},
+    {3272, L"another panel commands"},
+    {3273, L"too many panels"},
+    {3274, L"the instrument has begun anew"},
+    {3275, L"the other side breaks the protocol"},
+    {3276, L"this panel does not keep up"},
+    {3277, L"replaced by a newer connection of this panel"},
+    {3278, L"the instrument has ended"},
+    {3279, L"silence for 3 s"},
+    {3280, L"damaged data"},
+    {3281, L"not permitted"},
+    {3282, L"too much data"},
+    {3283, L"the instrument has changed"},
+};
+constexpr NumberedText OTHER_REASON{3284, L"reason %1"};
 
 std::string DescribeInstrument(const LinkStatus& status) {
     std::string strText = status.m_strName.empty() ? "instrument" : status.m_strName;
@@ -59,39 +46,44 @@ std::string DescribeAbsence(const LinkStatus& status, const std::string& strAddr
         strText = (status.m_strName.empty() ? strAddress : status.m_strName) +
                   " is commanded by \"" + status.m_strOtherPanel + "\"";
     } else if (status.m_bLost) {
-        strText = "Connection lost (" + status.m_strTrouble + ")";
+        strText = "Connection lost (" + status.m_trouble.m_strEnglish + ")";
     } else {
         strText = strAddress + ": " +
-                  (status.m_strTrouble.empty() ? std::string("connecting") : status.m_strTrouble);
+                  (status.m_trouble.IsEmpty() ? std::string("connecting")
+                                              : status.m_trouble.m_strEnglish);
     }
     if (status.m_bCutShort) strText += ", capture cut short";
     strText += ".";
-    if (!status.m_strTrouble.empty() && status.m_bTriesAgain) strText += " Trying again.";
+    if (!status.m_trouble.IsEmpty() && status.m_bTriesAgain) strText += " Trying again.";
     if (status.m_bOtherCommands) strText += " (--view shows it without commanding.)";
     return strText;
 }
 
 }  // namespace
 
-std::string DescribeParting(const Parting& parting) {
-    std::string strText = DescribeReason(parting.m_reason);
-    if (!parting.m_strText.empty()) strText += ": " + parting.m_strText;
-    return strText;
+LinkText DescribeParting(const Parting& parting) {
+    const auto nReason = static_cast<std::size_t>(parting.m_reason);
+    LinkText text = nReason < std::size(REASONS)
+                        ? LinkText(REASONS[nReason])
+                        : LinkText(OTHER_REASON, {std::to_string(nReason)});
+    if (!parting.m_strText.empty()) text.Add(": ", LinkText(parting.m_strText));
+    return text;
 }
 
 bool IsWell(const LinkStatus& status) {
     return status.m_state == PanelState::Connected && status.m_nLostInCapture == 0 &&
-           status.m_strNotice.empty();
+           status.m_notice.IsEmpty();
 }
 
 std::string DescribeStatus(const LinkStatus& status, const std::string& strAddress) {
     if (status.m_state == PanelState::Changed)
-        return "The instrument has changed (" + status.m_strChange +
+        return "The instrument has changed (" + status.m_change.m_strEnglish +
                "). Close the screen and start again.";
     if (status.m_state == PanelState::Ended) return strAddress + ": ended.";
     std::string strText = status.m_state == PanelState::Connected
                               ? DescribeInstrument(status) + ", " + DescribeConnected(status)
                               : DescribeAbsence(status, strAddress);
-    if (!status.m_strNotice.empty()) strText += " " + status.m_strNotice;
+    if (!status.m_notice.IsEmpty())
+        strText += (strText.ends_with('.') ? " " : "; ") + status.m_notice.m_strEnglish;
     return strText;
 }

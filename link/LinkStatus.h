@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "link/LinkText.h"
 #include "link/Payloads.h"
 
 enum class PanelState : std::uint8_t {
@@ -28,9 +29,9 @@ struct LinkStatus {
     std::uint64_t m_nLostInCapture = 0;  ///< packets, of the capture on the screen
 
     /// Not connected: why, in words; empty: no try has failed yet.
-    std::string m_strTrouble;
-    bool m_bRefused = false;        ///< the instrument said so itself
-    bool m_bOtherCommands = false;  ///< and that another panel commands it;
+    LinkText m_trouble;
+    bool m_bRefused = false;        ///< the instrument said so itself, in place of a HELLO
+    bool m_bOtherCommands = false;  ///< another panel commands the instrument;
     std::string m_strOtherPanel;    ///< its name
     bool m_bLost = false;           ///< there was a connection before
     bool m_bCutShort = false;       ///< its end cut a capture short
@@ -39,17 +40,17 @@ struct LinkStatus {
     std::optional<std::chrono::seconds> m_away;
 
     /// What the operator should know of the last message or the last HELLO; empty: nothing.
-    std::string m_strNotice;
-    std::string m_strChange;  ///< Changed: what differs
+    LinkText m_notice;
+    LinkText m_change;  ///< Changed: what differs
     friend bool operator==(const LinkStatus&, const LinkStatus&) = default;
 };
 
 /// Whether all is as it should be.
 bool IsWell(const LinkStatus& status);
 
-/// One line that says how the link stands.
+/// One line of English that says how the link stands.
 /// @param strAddress where the link leads to, as it was given
 std::string DescribeStatus(const LinkStatus& status, const std::string& strAddress);
 
 /// Why a connection ended or did not begin, in words.
-std::string DescribeParting(const Parting& parting);
+LinkText DescribeParting(const Parting& parting);

@@ -70,6 +70,8 @@ class CStreamOn final : public CLinkStream, public std::enable_shared_from_this<
         Read();
     }
 
+    void Abandon() override { Finish(); }
+
   private:
     enum class State : std::uint8_t { Open, Closing, Gone };
 

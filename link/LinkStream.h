@@ -46,6 +46,8 @@ class CLinkStream {
     virtual void Send(CFrameQueue& queue) = 0;
     /// Sends what was taken and these frames, takes leave and closes, all within CLOSE_TIME.
     virtual void Close(const std::vector<OutFrame>& lastFrames) = 0;
+    /// Ends it at once, also while it closes.
+    virtual void Abandon() = 0;
 };
 
 /// Of a connected socket.

@@ -16,7 +16,7 @@ class CLinkThread {
   public:
     static constexpr LinkTime TICK = std::chrono::milliseconds(20);
     /// How long what is under way may take at the end.
-    static constexpr LinkTime END_TIME = std::chrono::milliseconds(500);
+    static constexpr LinkTime END_TIME = std::chrono::milliseconds(450);
 
     CLinkThread();
     ~CLinkThread();

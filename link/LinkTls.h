@@ -4,21 +4,9 @@
 #include <asio/ip/tcp.hpp>
 #include <asio/ssl/context.hpp>
 #include <asio/ssl/stream.hpp>
-#include <stdexcept>
 #include <string>
 
-/// A certificate or key that cannot be used. The text names its file.
-class CTlsError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Files in PEM form; empty names: none.
-struct TlsFiles {
-    std::string m_strAuthorities;  ///< whose signature the other side's certificate is to have
-    std::string m_strCertificate;  ///< this side's own, with those that lead to its authority
-    std::string m_strKey;          ///< of the certificate
-};
+#include "link/TlsFiles.h"
 
 using TlsSocket = asio::ssl::stream<asio::ip::tcp::socket>;
 

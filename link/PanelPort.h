@@ -1,4 +1,5 @@
-// What a panel's end of the link asks of its surroundings.
+// What a panel's end of the link asks of its surroundings. The calls come from within the session's
+// own operations, on the thread that called those; none may call the session back at once.
 #pragma once
 
 #include <cstdint>
@@ -9,17 +10,21 @@
 #include "link/Frame.h"
 #include "link/LinkStatus.h"
 
-/// The calls come from within the session's own operations, on the thread that called those; none
-/// may call the session back at once.
-class IPanelPort {
+class IPanelTransport {
   public:
-    virtual ~IPanelPort() = default;
+    virtual ~IPanelTransport() = default;
 
     /// Opens the transport. The session's OnOpened or OnTransportLost is called later.
     virtual void OpenTransport() = 0;
     /// Lets the transport take what it has been given and these frames, for at most a second, and
     /// closes it, opened or not. The session hears no more of it. Not called twice.
     virtual void CloseTransport(std::vector<OutFrame> lastFrames) = 0;
+};
+
+/// The screen that shows the instrument, and who is to know how the link stands.
+class IPanelScreen {
+  public:
+    virtual ~IPanelScreen() = default;
 
     /// Puts a packet into the screen's queue.
     virtual void PushPacket(std::shared_ptr<RTPacket> spPacket) = 0;

@@ -17,6 +17,11 @@ constexpr LinkTime NEVER = LinkTime::max();
 
 constexpr std::uint64_t MAX_FRAMES = 2000;  ///< in a second, without packets of values
 
+constexpr NumberedText UNSENT_VIEWING{3285, L"Nothing was sent: this panel views."};
+constexpr NumberedText UNSENT_UNCONNECTED{3286, L"Nothing was sent: not connected."};
+constexpr NumberedText UNSENT_TOO_MANY{3287, L"Nothing was sent: too many commands wait."};
+constexpr NumberedText NO_ANSWER{3288, L"no answer"};
+
 /// How long to wait after a reason; nothing: as after any failure.
 std::optional<LinkTime> FindDelay(LinkReason reason) {
     switch (reason) {
@@ -40,22 +45,23 @@ std::optional<LinkTime> FindDelay(LinkReason reason) {
 
 }  // namespace
 
-CPanelSession::CPanelSession(PanelSettings settings, IPanelPort& port)
-    : m_settings(std::move(settings)), m_port(port),
+CPanelSession::CPanelSession(PanelSettings settings, IPanelTransport& transport,
+                             IPanelScreen& screen)
+    : m_settings(std::move(settings)), m_transport(transport), m_screen(screen),
       m_peer(m_settings.m_manner, MAX_PAYLOAD_TO_PANEL), m_frameRate(1s, MAX_FRAMES),
       m_valueRate(5s, 0), m_spHeld(std::make_shared<std::atomic<std::size_t>>(0)) {}
 
 void CPanelSession::Start(LinkTime now) {
     Connect(now);
     m_reported = m_status;
-    m_port.OnStatus(m_status);
+    m_screen.OnStatus(m_status);
 }
 
 void CPanelSession::Connect(LinkTime now) {
     m_status.m_state = PanelState::Connecting;
     m_since = now;
     m_bOpening = true;
-    m_port.OpenTransport();
+    m_transport.OpenTransport();
 }
 
 void CPanelSession::OnOpened(LinkTime now) {
@@ -74,7 +80,7 @@ void CPanelSession::OnTransportLost(const std::string& strWhy, bool bPatient, Li
     if (!m_bOpen && !m_bOpening) return;
     m_bOpen = m_bOpening = false;
     if (bPatient) m_status.m_bLost = false;
-    Lose(strWhy, bPatient ? std::optional(PATIENT_PAUSE) : std::nullopt, now);
+    Lose(LinkText(strWhy), bPatient ? std::optional(PATIENT_PAUSE) : std::nullopt, now);
     Report();
 }
 
@@ -104,11 +110,11 @@ void CPanelSession::OnTime(LinkTime now) {
     }
     switch (m_status.m_state) {
     case PanelState::Connecting:
-        if (now - m_since >= OPEN_TIME) Lose("no answer", std::nullopt, now);
+        if (now - m_since >= OPEN_TIME) Lose(NO_ANSWER, std::nullopt, now);
         break;
     case PanelState::Joining:
         if (IsLine() ? now >= m_next : now - m_since >= HELLO_TIME)
-            IsLine() ? SendJoin(now) : Lose("no answer", std::nullopt, now);
+            IsLine() ? SendJoin(now) : Lose(NO_ANSWER, std::nullopt, now);
         break;
     case PanelState::Connected:
         KeepConnection(now);
@@ -150,21 +156,22 @@ void CPanelSession::Part(const Parting& why, bool bGoodbye, LinkTime now) {
     const bool bLost = IsConnected();
     Lose(DescribeParting(why), delay, now);
     // What the instrument says itself counts more than what was told before.
-    if (!bLost) m_status.m_strTrouble = DescribeParting(why);
+    if (!bLost) m_status.m_trouble = DescribeParting(why);
     m_status.m_bOtherCommands = why.m_reason == LinkReason::OtherCommands;
     m_status.m_strOtherPanel = m_status.m_bOtherCommands ? why.m_strText : "";
     m_status.m_bTriesAgain = delay != NEVER;
 }
 
-void CPanelSession::Lose(const std::string& strWhy, std::optional<LinkTime> delay, LinkTime now) {
+void CPanelSession::Lose(const LinkText& why, std::optional<LinkTime> delay, LinkTime now) {
     if (IsConnected()) {
         m_status.m_bLost = true;
-        m_status.m_strTrouble = strWhy;
+        m_status.m_notice = {};
+        m_status.m_trouble = why;
         m_lostAt = now;
     } else if (!m_status.m_bLost) {
-        m_status.m_strTrouble = strWhy;
+        m_status.m_trouble = why;
     }
-    m_status.m_bOtherCommands = false;
+    m_status.m_bRefused = m_status.m_bOtherCommands = false;
     DropWork();
     m_bAsked = false;
     if (IsLine() && m_bOpen) {
@@ -199,7 +206,7 @@ void CPanelSession::EndTransport() {
     if (!m_bOpen && !m_bOpening) return;
     m_bOpen = m_bOpening = false;
     m_bPaused = false;
-    m_port.CloseTransport(m_peer.GetQueue().TakeRest());
+    m_transport.CloseTransport(m_peer.GetQueue().TakeRest());
 }
 
 void CPanelSession::EndFor(PanelState state) {
@@ -216,13 +223,13 @@ void CPanelSession::Finish(LinkTime now) {
 }
 
 void CPanelSession::Send(std::string_view image, ImageKind kind, LinkTime now) {
-    m_status.m_strNotice.clear();
+    m_status.m_notice = {};
     if (m_first && !m_first->m_bCommands) {
-        if (kind != ImageKind::Stop) m_status.m_strNotice = "Nothing was sent: this panel views.";
+        if (kind != ImageKind::Stop) m_status.m_notice = UNSENT_VIEWING;
     } else if (!IsConnected()) {
-        LeaveUnsent(kind, "Nothing was sent: not connected.");
+        LeaveUnsent(kind, UNSENT_UNCONNECTED);
     } else if (!m_sender.Add(image, kind)) {
-        LeaveUnsent(kind, "Nothing was sent: too many commands wait.");
+        LeaveUnsent(kind, UNSENT_TOO_MANY);
     } else {
         if (kind == ImageKind::Start) {
             m_gate.OnStartHanded();
@@ -234,31 +241,31 @@ void CPanelSession::Send(std::string_view image, ImageKind kind, LinkTime now) {
     Report();
 }
 
-void CPanelSession::LeaveUnsent(ImageKind kind, const std::string& strNotice) {
-    m_status.m_strNotice = strNotice;
+void CPanelSession::LeaveUnsent(ImageKind kind, const LinkText& notice) {
+    m_status.m_notice = notice;
     if (kind != ImageKind::Other) TellIdle(true);
 }
 
 void CPanelSession::TellIdle(bool bBehindScreen) {
     m_gate.OnIdlePushed();
     if (bBehindScreen)
-        m_port.PushPacketBehindScreen(MakeIdleReport());
+        m_screen.PushPacketBehindScreen(MakeIdlePacket());
     else
-        Deliver(MakeIdleReport());
+        Deliver(MakeIdlePacket());
 }
 
 void CPanelSession::Deliver(std::shared_ptr<RTPacket> spPacket, unsigned nSampleSeconds) {
-    if (m_behind.empty() && nSampleSeconds == 0) return m_port.PushPacket(std::move(spPacket));
+    if (m_behind.empty() && nSampleSeconds == 0) return m_screen.PushPacket(std::move(spPacket));
     m_behind.push_back({std::move(spPacket), nSampleSeconds});
-    if (m_behind.size() == 1) m_port.SetSampleTime(nSampleSeconds);
+    if (m_behind.size() == 1) m_screen.SetSampleTime(nSampleSeconds);
 }
 
 void CPanelSession::OnSampleTimeSet(LinkTime /*now*/) {
     while (!m_behind.empty()) {
-        m_port.PushPacket(std::move(m_behind.front().m_spPacket));
+        m_screen.PushPacket(std::move(m_behind.front().m_spPacket));
         m_behind.pop_front();
         if (!m_behind.empty() && m_behind.front().m_nSampleSeconds > 0)
-            return m_port.SetSampleTime(m_behind.front().m_nSampleSeconds);
+            return m_screen.SetSampleTime(m_behind.front().m_nSampleSeconds);
     }
 }
 
@@ -267,5 +274,5 @@ void CPanelSession::Report() {
     m_status.m_bAwaitsCurve = IsConnected() && m_gate.AwaitsCurve();
     if (m_status == m_reported) return;
     m_reported = m_status;
-    m_port.OnStatus(m_status);
+    m_screen.OnStatus(m_status);
 }

@@ -29,7 +29,7 @@ enum class BrokerTopic : std::uint8_t { Hello, Packets, Down };
 
 /// States, acknowledgement, flow and bounds of one panel's link, over every connection that it has
 /// in its life. It has no socket, no clock and no thread: its surroundings tell what happens, and
-/// when, and do what it asks through the port. After every call they send what GetPeer().GetQueue()
+/// when, and do what it asks of them. After every call they send what GetPeer().GetQueue()
 /// holds, while a transport is open.
 ///
 /// - A message is carried out once or its failure is told; none is sent after a reconnection.
@@ -43,8 +43,8 @@ class CPanelSession {
     static constexpr std::size_t MAX_HELD = 16u << 20;
     static constexpr std::size_t RESUME_HELD = 12u << 20;
 
-    /// @param port must outlive the session
-    CPanelSession(PanelSettings settings, IPanelPort& port);
+    /// @param transport, screen must outlive the session
+    CPanelSession(PanelSettings settings, IPanelTransport& transport, IPanelScreen& screen);
 
     /// Begins. To be called once, before anything else.
     void Start(LinkTime now);
@@ -83,7 +83,7 @@ class CPanelSession {
     /// Ends the connection, or the attempt at one, for a reason of the protocol.
     /// @param bGoodbye the instrument is told too
     void Part(const Parting& why, bool bGoodbye, LinkTime now);
-    void Lose(const std::string& strWhy, std::optional<LinkTime> delay, LinkTime now);
+    void Lose(const LinkText& why, std::optional<LinkTime> delay, LinkTime now);
     LinkTime FindPause();
     void DropWork();
     void EndTransport();
@@ -105,7 +105,7 @@ class CPanelSession {
 
     void Deliver(std::shared_ptr<RTPacket> spPacket, unsigned nSampleSeconds = 0);
     void TellIdle(bool bBehindScreen);
-    void LeaveUnsent(ImageKind kind, const std::string& strNotice);
+    void LeaveUnsent(ImageKind kind, const LinkText& notice);
 
     bool IsLine() const { return m_settings.m_manner != LinkManner::Stream; }
     bool IsJoining() const { return m_status.m_state == PanelState::Joining; }
@@ -116,7 +116,8 @@ class CPanelSession {
     }
 
     const PanelSettings m_settings;
-    IPanelPort& m_port;
+    IPanelTransport& m_transport;
+    IPanelScreen& m_screen;
     CLinkPeer m_peer;
     CFrameOrder m_helloOrder;  ///< of a broker's topics
     CFrameOrder m_downOrder;

@@ -1,5 +1,6 @@
 // What a panel makes of the instrument's frames.
 #include <algorithm>
+#include <iterator>
 
 #include "curves/InstrumentMode.h"
 #include "link/PanelSession.h"
@@ -27,26 +28,28 @@ struct HeldPacket : RTPacket {
     const std::shared_ptr<std::atomic<std::size_t>> m_spHeld;
 };
 
-/// Adds "WHAT OLD is now NEW" when the two differ.
-void NameChange(std::string& strChange, const char* pszWhat, std::uint32_t nOld,
-                std::uint32_t nNew) {
-    if (nOld == nNew) return;
-    if (!strChange.empty()) strChange += ", ";
-    strChange.append(pszWhat).append(" ").append(std::to_string(nOld));
-    strChange.append(" is now ").append(std::to_string(nNew));
-}
+/// Settings of a HELLO that differ, with what they were and are.
+constexpr NumberedText MODE_CHANGED{3290, L"mode %1 is now %2"};
+constexpr NumberedText SECOND_INPUT_CHANGED{3291, L"second input %1 is now %2"};
+constexpr NumberedText RANGES_CHANGED{3292, L"parameter 50 %1 is now %2"};
+constexpr NumberedText LOCK_CHANGED{3293, L"lock %1 is now %2"};
+constexpr NumberedText VALUE_RATE_CHANGED{3294, L"value rate %1 is now %2"};
+constexpr NumberedText SECOND_RATE_CHANGED{3295, L"second rate %1 is now %2"};
+constexpr NumberedText SERIAL_NUMBER_CHANGED{3296, L"serial number %1 is now %2"};
 
-std::string DescribeResult(AckResult result) {
-    switch (result) {
-    case AckResult::NotUnderstood:
-        return "The instrument does not understand this command.";
-    case AckResult::NotAllowed:
-        return "The instrument does not take commands of this panel.";
-    case AckResult::Locked:
-        return "Captures are controlled elsewhere.";
-    default:
-        return "The instrument cannot do this now.";
-    }
+/// By AckResult; the last one also stands for all others.
+constexpr NumberedText NOT_DONE[] = {
+    NO_TEXT,
+    {3300, L"The instrument does not understand this command."},
+    {3301, L"The instrument does not take commands of this panel."},
+    {3302, L"Captures are controlled elsewhere."},
+    {3303, L"The instrument cannot do this now."},
+};
+
+void AddChange(LinkText& changes, const NumberedText& text, std::uint32_t nOld,
+               std::uint32_t nNew) {
+    if (nOld != nNew)
+        changes.Add(", ", LinkText(text, {std::to_string(nOld), std::to_string(nNew)}));
 }
 
 }  // namespace
@@ -159,6 +162,7 @@ void CPanelSession::TakeParting(const Frame& frame, LinkTime now) {
     const auto parting = ReadParting(frame.m_payload);
     if (!parting) return BreakOff(LinkReason::Malformed, now);
     Part(*parting, false, now);
+    m_status.m_bRefused = frame.m_kind == FrameKind::Refuse;
 }
 
 void CPanelSession::TakeHello(const Frame& frame, LinkTime now) {
@@ -208,56 +212,55 @@ void CPanelSession::Accept(const Hello& hello, LinkTime now) {
                                  VALUE_SURPLUS);
 
     const auto lost = m_status.m_nLostInCapture;
-    const std::string strNotice = m_status.m_strNotice;
+    const LinkText notice = m_status.m_notice;
     m_status = {};
     m_status.m_state = PanelState::Connected;
     m_status.m_strName = hello.m_strName;
     m_status.m_strSerialNumber = hello.m_strSerialNumber;
     m_status.m_bCommands = m_first->m_bCommands;
     m_status.m_nLostInCapture = lost;
-    m_status.m_strNotice = strNotice;
+    m_status.m_notice = notice;
     if (bBack) m_status.m_away = std::chrono::duration_cast<std::chrono::seconds>(now - m_lostAt);
 }
 
 /// Compares a HELLO with what the screen was made for.
 bool CPanelSession::SuitsScreen(const Hello& hello, LinkTime now) {
-    m_status.m_strNotice.clear();
+    m_status.m_notice = {};
     if (!m_first) {
         m_first = hello;
         m_first->m_bCommands = hello.m_bCommands && m_settings.m_bCommand;
-        m_port.OnInstrumentKnown(*m_first);
+        m_screen.OnInstrumentKnown(*m_first);
         return true;
     }
     Hello& first = *m_first;
-    std::string strChange;
-    NameChange(strChange, "mode", first.m_nMode, hello.m_nMode);
-    NameChange(strChange, "second input", first.m_nSecondInput, hello.m_nSecondInput);
-    NameChange(strChange, "parameter 50", first.m_nDevice24V, hello.m_nDevice24V);
-    NameChange(strChange, "lock", first.m_bLocked, hello.m_bLocked);
-    std::string strRates;
-    NameChange(strRates, "value rate", first.m_nValueRate, hello.m_nValueRate);
-    NameChange(strRates, "second rate", first.m_nAuxRate, hello.m_nAuxRate);
+    LinkText change;
+    AddChange(change, MODE_CHANGED, first.m_nMode, hello.m_nMode);
+    AddChange(change, SECOND_INPUT_CHANGED, first.m_nSecondInput, hello.m_nSecondInput);
+    AddChange(change, RANGES_CHANGED, first.m_nDevice24V, hello.m_nDevice24V);
+    AddChange(change, LOCK_CHANGED, first.m_bLocked, hello.m_bLocked);
     const bool bStarts = first.m_bCommands && !first.m_bLocked;
-    if (!bStarts && !strRates.empty())
-        strChange.append(strChange.empty() ? "" : ", ").append(strRates);
-    if (!strChange.empty()) {
-        if (!IsSilent()) m_peer.SendLast(FrameKind::Goodbye, {LinkReason::Changed, strChange}, now);
+    LinkText rates;
+    AddChange(rates, VALUE_RATE_CHANGED, first.m_nValueRate, hello.m_nValueRate);
+    AddChange(rates, SECOND_RATE_CHANGED, first.m_nAuxRate, hello.m_nAuxRate);
+    if (!bStarts && !rates.IsEmpty()) change.Add(", ", rates);
+    if (!change.IsEmpty()) {
+        if (!IsSilent())
+            m_peer.SendLast(FrameKind::Goodbye, {LinkReason::Changed, change.m_strEnglish}, now);
         EndFor(PanelState::Changed);
-        m_status.m_strChange = strChange;
+        m_status.m_change = change;
         return false;
     }
     if (first.m_bCommands && !hello.m_bCommands) {
         BreakOff(LinkReason::OtherCommands, now);
         return false;
     }
-    if (!strRates.empty()) {
-        m_port.SetRates(hello.m_nValueRate, hello.m_nAuxRate);
-        m_status.m_strNotice.append("The ").append(strRates).append(".");
+    if (!rates.IsEmpty()) {
+        m_screen.SetRates(hello.m_nValueRate, hello.m_nAuxRate);
+        m_status.m_notice = rates;
     }
     if (first.m_strSerialNumber != hello.m_strSerialNumber)
-        m_status.m_strNotice.append("It was no. ")
-            .append(first.m_strSerialNumber)
-            .append(" before.");
+        m_status.m_notice.Add(
+            ", ", {SERIAL_NUMBER_CHANGED, {first.m_strSerialNumber, hello.m_strSerialNumber}});
     first.m_nValueRate = hello.m_nValueRate;
     first.m_nAuxRate = hello.m_nAuxRate;
     first.m_strSerialNumber = hello.m_strSerialNumber;
@@ -270,7 +273,9 @@ void CPanelSession::TakeAck(const Frame& frame, LinkTime now) {
     const auto answered = m_sender.OnAck(ack->m_nNumber);
     if (!answered) return;
     const bool bTaken = ack->m_result == AckResult::Taken;
-    if (!bTaken) m_status.m_strNotice = DescribeResult(ack->m_result);
+    if (!bTaken)
+        m_status.m_notice =
+            NOT_DONE[std::min(static_cast<std::size_t>(ack->m_result), std::size(NOT_DONE) - 1)];
     if (answered->m_kind == ImageKind::Start) {
         m_status.m_nLostInCapture += m_gate.OnStartAnswered(bTaken, answered->m_bSentAgain);
         // The screen shows the last start's capture.

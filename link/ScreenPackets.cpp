@@ -7,7 +7,7 @@ std::uint16_t GetStartedSampleTime(const PacketView& packet) {
     return GetStartedSampleTime(packet.m_payload);
 }
 
-std::shared_ptr<RTPacket> MakeIdleReport() {
+std::shared_ptr<RTPacket> MakeIdlePacket() {
     std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
     payload[0] = RTCMD_STATUS;
     return MakePacket(RTPACKET_CONTROL, std::move(payload));

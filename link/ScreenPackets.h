@@ -20,4 +20,4 @@ constexpr bool IsOfCapture(std::int32_t nType) {
 std::uint16_t GetStartedSampleTime(const PacketView& packet);
 
 /// A report that the instrument is idle.
-std::shared_ptr<RTPacket> MakeIdleReport();
+std::shared_ptr<RTPacket> MakeIdlePacket();

@@ -69,10 +69,11 @@ void CCommandLine::AddFlag(const char* pNames, bool& bValue, const char* pHelp) 
     m_pApp->add_flag(pNames, bValue, Wrap(pHelp));
 }
 
-void CCommandLine::AddOption(const char* pNames, const char* pArgument, const std::string& strHelp,
-                             std::function<void(const std::string& strValue)> apply) {
+void CCommandLine::Add(const char* pNames, const char* pArgument, const std::string& strHelp,
+                       bool bRepeated, std::function<void(const std::string& strValue)> apply) {
     CLI::Option* const pOption = m_pApp->add_option(pNames, CLI::callback_t(), Wrap(strHelp));
-    pOption->option_text(pArgument)->take_last();
+    pOption->option_text(pArgument);
+    bRepeated ? pOption->take_all() : pOption->take_last();
     pOption->each([pOption, apply = std::move(apply)](const std::string& strValue) {
         if (strValue.empty()) throw MakeEmptyError(*pOption);
         try {

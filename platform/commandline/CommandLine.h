@@ -31,8 +31,8 @@ class CHelpRequest : public std::runtime_error {
 };
 
 /// The options of a program, or of one of its commands. A value stands in the next argument,
-/// whatever it begins with, or behind "=" of a long name; the last one counts. A "--" ends the
-/// options; a "-" is a file.
+/// whatever it begins with, or behind "=" of a long name; the last one counts, but where several
+/// may. A "--" ends the options; a "-" is a file.
 class CCommandLine {
   public:
     /// @param pUsage what stands behind "usage: "; its first word is the program's name
@@ -65,7 +65,14 @@ class CCommandLine {
     /// @param apply gets the value, which is not empty, and may throw a CUsageError that says what
     /// is wrong with it
     void AddOption(const char* pNames, const char* pArgument, const std::string& strHelp,
-                   std::function<void(const std::string& strValue)> apply);
+                   std::function<void(const std::string& strValue)> apply) {
+        Add(pNames, pArgument, strHelp, false, std::move(apply));
+    }
+    /// For an option that may be given several times: each value is applied, in their order.
+    void AddRepeated(const char* pNames, const char* pArgument, const std::string& strHelp,
+                     std::function<void(const std::string& strValue)> apply) {
+        Add(pNames, pArgument, strHelp, true, std::move(apply));
+    }
 
     /// Reads the options and returns the other arguments, the files. To be called once.
     /// @throws CUsageError, CHelpRequest
@@ -77,6 +84,8 @@ class CCommandLine {
     bool Has(const char* pName) const;
 
   private:
+    void Add(const char* pNames, const char* pArgument, const std::string& strHelp, bool bRepeated,
+             std::function<void(const std::string& strValue)> apply);
     std::string MakeHelp() const;
 
     std::string m_strProgram;

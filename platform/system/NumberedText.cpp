@@ -34,8 +34,7 @@ CTextSource::~CTextSource() {
     std::erase(Sources(), this);
 }
 
-std::wstring GetText(const NumberedText& text, std::initializer_list<std::wstring> arguments) {
-    const std::wstring strWords = FindWords(text);
+std::wstring FillText(const std::wstring& strWords, std::span<const std::wstring> arguments) {
     std::wstring strText;
     for (std::size_t n = 0; n < strWords.size(); ++n) {
         const std::size_t nArgument =
@@ -43,11 +42,15 @@ std::wstring GetText(const NumberedText& text, std::initializer_list<std::wstrin
                 ? static_cast<std::size_t>(strWords[n + 1]) - static_cast<std::size_t>(L'1')
                 : arguments.size();
         if (nArgument < arguments.size()) {
-            strText += arguments.begin()[nArgument];
+            strText += arguments[nArgument];
             ++n;
         } else {
             strText += strWords[n];
         }
     }
     return strText;
+}
+
+std::wstring GetText(const NumberedText& text, std::initializer_list<std::wstring> arguments) {
+    return FillText(FindWords(text), {arguments.begin(), arguments.size()});
 }

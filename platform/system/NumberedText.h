@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <span>
 #include <string>
 
 #include "platform/system/Export.h"
@@ -33,6 +34,10 @@ class PLATFORM_API CTextSource {
 
     const FindText m_findText;
 };
+
+/// Words with the arguments put in for "%1" to "%9"; what has no argument stays.
+PLATFORM_API std::wstring FillText(const std::wstring& strWords,
+                                   std::span<const std::wstring> arguments);
 
 /// The text in the operator's language, with the arguments put in. Any thread.
 PLATFORM_API std::wstring GetText(const NumberedText& text,

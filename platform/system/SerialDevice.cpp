@@ -51,6 +51,7 @@ int CountUnsentBytes(int hDevice) {
 }
 
 void ReleaseSerialDevice(int hDevice) {
-    ::ioctl(hDevice, TCFLSH, TCOFLUSH);
+    // Of a pseudo-terminal it would take away what the other side has not read yet.
+    if (CountUnsentBytes(hDevice) > 0) ::ioctl(hDevice, TCFLSH, TCOFLUSH);
     ::ioctl(hDevice, TIOCNXCL);
 }

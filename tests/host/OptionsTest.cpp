@@ -64,4 +64,45 @@ TEST(Options, ThatMeanNothingTogetherAreRefused) {
                   strOther.substr(0, strOther.find('=')) + " needs --limits FILE");
 }
 
+TEST(Options, OfAnInstrumentOnALinkAreThatInstruments) {
+    const auto refused = [](std::vector<const char*> arguments) {
+        return ErrorOf<CUsageError>([&] { Read(arguments); });
+    };
+    const char* const pLink = "--link=tls://press-3";
+    for (const std::string strOption :
+         {"--mode", "--second-input", "--value-rate", "--aux-rate", "--device-24v", "--seed",
+          "--replay", "--replay-rate", "--replay-first", "--replay-second-scale"}) {
+        const char* const pValue = strOption == "--second-input" ? "voltage" : "1";
+        EXPECT_EQ(refused({pLink, "--replay", "a", strOption.c_str(), pValue})
+                      .find("--link cannot go with --"),
+                  0u);
+        if (!strOption.starts_with("--replay-")) {
+            EXPECT_EQ(refused({pLink, strOption.c_str(), pValue}),
+                      "--link cannot go with " + strOption +
+                          ": the linked instrument says what it is");
+        }
+    }
+    EXPECT_EQ(refused({pLink, "--capture-locked"}),
+              "--link cannot go with --capture-locked: the linked instrument says what it is");
+    EXPECT_EQ(refused({pLink, "--desktop"}),
+              "--link cannot go with --desktop: a desktop has no instrument");
+    EXPECT_EQ(refused({pLink, "run1.rt3"}),
+              "a capture file cannot go with --link: there is no instrument");
+    for (const std::string strOther : {"--sample-time", "--trigger", "--demo"})
+        EXPECT_EQ(refused({pLink, "--view", strOther.c_str(), "5"}),
+                  "--view cannot go with " + strOther +
+                      ": the screen's capture controls are disabled");
+    for (const std::string strOption : {"--view", "--panel-name=a", "--link-ca=a", "--link-key=a"})
+        EXPECT_EQ(refused({strOption.c_str()}),
+                  strOption.substr(0, strOption.find('=')) + " needs --link ADDRESS");
+    EXPECT_EQ(refused({pLink, "--link-cert=a"}), "--link-cert and --link-key need each other");
+    EXPECT_EQ(refused({"--link=tcp://a", "--link-ca=a"}), "--link-ca needs a --link to tls://");
+    EXPECT_EQ(refused({"--link", "tcp://a:0"}),
+              "--link: 'tcp://a:0': '0' is not a port from 1 to 65535");
+    const Options options = Read({pLink, "--view", "--link-cert=c", "--link-key=k"});
+    EXPECT_EQ(options.m_link.value_or(LinkAddress()).m_nPort, 5040);
+    EXPECT_TRUE(options.m_bView);
+    EXPECT_EQ(options.m_tlsFiles.m_strKey, "k");
+}
+
 }  // namespace

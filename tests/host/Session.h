@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <mutex>
 
 #include "host/Panel.h"
@@ -20,8 +21,11 @@ class Session : public ::testing::Test {
              const wchar_t* pError = nullptr) {
         const std::string strFolder = m_folder.GetPath().native();
         const std::string strSettings = strFolder + "/settings.ini";
-        arguments.insert(arguments.begin(), {"--value-rate", "10000", "--data-folder",
-                                             strFolder.c_str(), "--settings", strSettings.c_str()});
+        arguments.insert(arguments.begin(),
+                         {"--data-folder", strFolder.c_str(), "--settings", strSettings.c_str()});
+        // An instrument on a link has its own.
+        if (std::ranges::count(arguments, std::string("--link")) == 0)
+            arguments.insert(arguments.begin(), {"--value-rate", "10000"});
         const Options options = ReadOptions(arguments);
         CPanel panel(options, PrepareJudgement(options), m_makeInstrument);
         m_pPanel = &panel;

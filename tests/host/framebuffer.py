@@ -18,7 +18,8 @@ WIDTH, HEIGHT = 1000, 700
 FRONT = bytes((38, 96, 164))  # border and caption of the window that has the keyboard
 BACKGROUND = bytes((52, 64, 80))
 # The status strip: left the instrument's state, beside it a file that failed.
-BUSY, QUIET, ALARM = bytes((0, 122, 61)), bytes((226, 230, 236)), bytes((255, 221, 221))
+QUIET, WAITS, BUSY = bytes((226, 230, 236)), bytes((255, 193, 7)), bytes((0, 122, 61))
+ALARM = bytes((255, 221, 221))
 START = 41, 87
 FILE_DIALOG, KEYBOARD = (726, 433), (786, 459)
 FIRST_ROW = 50  # of the recording in a capture
@@ -94,13 +95,13 @@ class Display:
             assert time.monotonic() < end, f"waited in vain for {what}; in front: {front}"
             time.sleep(0.05)
 
-    def await_pixel(self, what, x, y, colour):
-        """Until a pixel has a colour."""
+    def await_pixel(self, what, x, y, *colours):
+        """Until a pixel has one of some colours."""
         end = time.monotonic() + PATIENCE_S
         while True:
             row = self.take_rows()[round(y)]
             found = bytes(row[3 * round(x):][:3])
-            if found == colour:
+            if found in colours:
                 return
             assert time.monotonic() < end, f"waited in vain for {what}; there: {tuple(found)}"
             time.sleep(0.05)
@@ -146,9 +147,9 @@ class Panel:
     def await_screen(self, after):
         self.display.await_front("the screen after " + after, lambda front: front == self.screen)
 
-    def await_strip(self, what, x, colour):
+    def await_strip(self, what, x, *colours):
         """Until a part of the status strip has the colour of a state."""
-        self.display.await_pixel(what, *self.place(self.screen, x, 496), colour)
+        self.display.await_pixel(what, *self.place(self.screen, x, 496), *colours)
 
 
 def drag_settings(panel):
@@ -189,7 +190,7 @@ def end_lists(panel):
 
 def capture(panel):
     panel.tap(panel.screen, *START)
-    panel.await_strip("a capture that runs", 200, BUSY)
+    panel.await_strip("a capture that has begun", 200, WAITS, BUSY)
     panel.await_strip("the end of the capture", 200, QUIET)
 
 

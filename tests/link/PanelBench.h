@@ -74,10 +74,10 @@ inline Bytes TakeBytes(CFrameQueue& queue) {
     return bytes;
 }
 
-class CPanelBench : public IPanelPort {
+class CPanelBench : public IPanelTransport, public IPanelScreen {
   public:
     explicit CPanelBench(LinkManner manner = LinkManner::Stream, bool bCommand = true)
-        : m_session({manner, bCommand, 0x11223344, "desk 1"}, *this) {
+        : m_session({manner, bCommand, 0x11223344, "desk 1"}, *this, *this) {
         m_session.Start(m_now);
     }
 

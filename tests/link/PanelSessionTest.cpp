@@ -171,7 +171,7 @@ TEST(PanelSession, TellsTheScreenWhatBecameOfAStart) {
         bench.Send(START).Feed("rsi").Ack(static_cast<std::uint32_t>(nResult == 77 ? 5 : nResult),
                                           nResult);
         EXPECT_EQ(bench.TakePushed(), "I") << nResult;
-        EXPECT_NE(bench.m_status.m_strNotice, "") << nResult;
+        EXPECT_NE(bench.m_status.m_notice, LinkText()) << nResult;
         EXPECT_FALSE(bench.m_status.m_bRunning);
     }
     bench.Send(START).Ack(6).Feed("rss");
@@ -231,7 +231,7 @@ TEST(PanelSession, EndsTheCaptureWhenTheConnectionEnds) {
               "Connection lost (connection reset), capture cut short. Trying again.");
     // Nothing is sent, and the screen is told, behind the hand-over.
     EXPECT_EQ(bench.Send(START).Send(OTHER).Send(STOP).TakePushed(), "II");
-    EXPECT_EQ(bench.m_status.m_strNotice, "Nothing was sent: not connected.");
+    EXPECT_EQ(bench.m_status.m_notice.m_strEnglish, "Nothing was sent: not connected.");
     bench.TakeSent();
     EXPECT_EQ(bench.Pass(100ms).Join().Pass(900ms).TakeSent(), "J2");
     EXPECT_EQ(bench.GetText(), "press (no. 0042), connected again after 0 s");
@@ -252,8 +252,8 @@ TEST(PanelSession, ShowsAViewerWholeCurvesOnly) {
     bench.Feed("nssnsi");
     EXPECT_EQ(bench.TakePushed(), "nssnsi");
     EXPECT_EQ(bench.GetText(), "press (no. 0042), viewing");
-    EXPECT_EQ(bench.Send(STOP).m_status.m_strNotice, "");
-    EXPECT_NE(bench.Send(START).m_status.m_strNotice, "");
+    EXPECT_EQ(bench.Send(STOP).m_status.m_notice, LinkText());
+    EXPECT_NE(bench.Send(START).m_status.m_notice, LinkText());
     EXPECT_EQ(bench.TakePushed() + bench.TakeSent(), "J1");
 
     // Packets wait until the screen shows as much as the curve will have.
@@ -361,11 +361,11 @@ TEST(PanelSession, ComparesALaterHelloWithTheFirst) {
          {change([](Hello& h) { h.m_bLocked = true; }),
           "The instrument has changed (lock 0 is now 1). Close the screen and start again.", ""},
          {change([](Hello& h) { h.m_nValueRate = 9; }),
-          "press (no. 0042), connected again after 1 s The value rate 40000 is now 9.",
+          "press (no. 0042), connected again after 1 s; value rate 40000 is now 9",
           "The instrument has changed (value rate 40000 is now 9). Close the screen and start "
           "again."},
          {change([](Hello& h) { h.m_strSerialNumber = "7"; }),
-          "press (no. 7), connected again after 1 s It was no. 0042 before.", ""}})
+          "press (no. 7), connected again after 1 s; serial number 0042 is now 7", ""}})
         for (const bool bCommand : {true, false}) {
             CPanelBench bench(LinkManner::Line, bCommand);
             const auto hello = [&](Hello h) {

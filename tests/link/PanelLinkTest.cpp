@@ -1,0 +1,259 @@
+// A panel's link as it runs, against an instrument made by hand.
+#include "link/PanelLink.h"
+
+#include <fstream>
+#include <mutex>
+#include <set>
+
+#include "link/ByteOrder.h"
+#include "link/Checksum.h"
+#include "tests/link/HandInstrument.h"
+#include "tests/link/PanelBench.h"
+
+namespace {
+
+/// Remembers what the link tells.
+class CScreenBench : public IPanelScreen {
+  public:
+    void PushPacket(std::shared_ptr<RTPacket> spPacket) override {
+        const std::lock_guard lock(m_mutex);
+        m_strPushed += GetLetter(*spPacket);
+        m_packets.push_back(std::move(spPacket));
+    }
+    void PushPacketBehindScreen(std::shared_ptr<RTPacket> spPacket) override {
+        const std::lock_guard lock(m_mutex);
+        m_strPushed += static_cast<char>(std::toupper(GetLetter(*spPacket)));
+    }
+    void OnInstrumentKnown(const Hello&) override {}
+    void SetRates(std::uint16_t, std::uint16_t) override {}
+    void SetSampleTime(unsigned) override {}
+    void OnStatus(const LinkStatus& status) override {
+        const std::lock_guard lock(m_mutex);
+        m_status = status;
+    }
+
+    template <class Condition>
+    bool Await(Condition condition) {
+        for (int n = 0; n < 500; ++n) {
+            {
+                const std::lock_guard lock(m_mutex);
+                if (condition()) return true;
+            }
+            std::this_thread::sleep_for(10ms);
+        }
+        return false;
+    }
+    bool AwaitPushed(const std::string& strPackets) {
+        const bool bThere = Await([&] { return m_strPushed == strPackets; });
+        EXPECT_EQ(m_strPushed, strPackets);
+        return bThere;
+    }
+    bool AwaitState(PanelState state) {
+        return Await([&] { return m_status.m_state == state; });
+    }
+
+    std::mutex m_mutex;
+    LinkStatus m_status;
+    std::string m_strPushed;
+    std::vector<std::shared_ptr<RTPacket>> m_packets;
+};
+
+class PanelLink : public ::testing::Test {
+  protected:
+    void Open(std::string strAddress = "") {
+        if (strAddress.empty()) strAddress = m_instrument.GetAddress();
+        m_link.emplace(
+            PanelLinkSettings{ReadLinkAddress(strAddress, LinkUse::Connect), true, "desk 1", {}},
+            m_screen);
+    }
+    void Start() { m_link->Send(std::string(44, 'x'), ImageKind::Start); }
+    void Acknowledge() {
+        const auto message = ReadMessage(m_instrument.Read(FrameKind::Message));
+        m_instrument.Send(FrameKind::Ack, FormAck({message ? message->m_nNumber : 0}));
+    }
+    void SendPackets(std::string_view strPackets) {
+        for (const char ch : strPackets) m_instrument.Send(FrameKind::Packet, MakePacketOf(ch));
+    }
+    CPanelLink::Totals End() {
+        const auto begin = std::chrono::steady_clock::now();
+        const auto totals = m_link->End();
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+        return totals;
+    }
+
+    CHandInstrument m_instrument;
+    CScreenBench m_screen;
+    std::optional<CPanelLink> m_link;
+};
+
+TEST_F(PanelLink, BringsACaptureAndTakesLeave) {
+    Open();
+    const Join join = m_instrument.TakePanel();
+    EXPECT_EQ(join.m_strName, "desk 1");
+    EXPECT_TRUE(join.m_bCommand);
+    EXPECT_NE(join.m_nToken, 0u);
+    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
+    Start();
+    Acknowledge();
+    SendPackets("rsssi");
+    EXPECT_TRUE(m_screen.AwaitPushed("rsssi"));
+    std::set<std::string> names;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string strName;
+        std::ifstream(task.path() / "comm") >> strName;
+        names.insert(strName);
+    }
+    EXPECT_TRUE(names.contains("link-panel"));
+    const auto totals = End();
+    EXPECT_EQ(m_instrument.ReadEnd(), LinkReason::Normal);
+    EXPECT_EQ(totals.m_counts.m_nFrames, 7u);  // HELLO, ACK, five packets
+    EXPECT_EQ(totals.m_counts.m_nLost + totals.m_counts.m_nDamages, 0u);
+    EXPECT_EQ(totals.m_nReconnections, 0u);
+}
+
+TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
+    Open();
+    m_instrument.TakePanel();
+    m_screen.AwaitState(PanelState::Connected);
+    Start();
+    Acknowledge();
+    SendPackets("rss");
+    ASSERT_TRUE(m_screen.AwaitPushed("rss"));
+    m_instrument.Leave();
+    EXPECT_TRUE(m_screen.AwaitPushed("rssi"));
+    EXPECT_TRUE(m_screen.m_status.m_bCutShort);
+    Start();
+    EXPECT_TRUE(m_screen.AwaitPushed("rssiI"));
+    std::this_thread::sleep_for(1200ms);  // tries in vain
+    const auto begin = std::chrono::steady_clock::now();
+    m_instrument.Return();
+    EXPECT_EQ(m_instrument.TakePanel().m_nAttempt, 2u);
+    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    SendPackets("s");  // of no curve of this screen
+    Start();
+    Acknowledge();
+    SendPackets("rsi");
+    EXPECT_TRUE(m_screen.AwaitPushed("rssiIrsi"));
+    EXPECT_EQ(End().m_nReconnections, 1u);
+}
+
+TEST_F(PanelLink, ThatNobodyAnswersEndsWithinASecond) {
+    Open();
+    m_instrument.TakePanel();
+    m_screen.AwaitState(PanelState::Connected);
+    Start();
+    m_instrument.Read(FrameKind::Message);
+    End();
+    Open("tcp://no-such-host.invalid");
+    End();
+    Open("tcp://127.0.0.1:1");
+    std::this_thread::sleep_for(50ms);
+    End();
+}
+
+TEST_F(PanelLink, TriesEveryAddressOfAName) {
+    Open("tcp://localhost:" + m_instrument.GetAddress().substr(16));
+    m_instrument.TakePanel();
+    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
+}
+
+/// What a bad instrument sends behind its HELLO, and the reason that it is told.
+TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
+    Bytes longHead = MakeBytes(FrameKind::Packet, 1);
+    PutNumber(std::span(longHead).subspan(12), std::uint32_t{0xFFFFFFFF});
+    CChecksum check;
+    check.Add(std::span(longHead).first(16));
+    PutNumber(std::span(longHead).subspan(16), check.Get());
+    Bytes keepAlives;
+    for (std::uint32_t n = 1; n <= 2001; ++n)
+        keepAlives = keepAlives + MakeBytes(FrameKind::KeepAlive, n);
+    const std::string strHttp = "HTTP/1.1 400 Bad Request\r\n\r\n";
+    const Bytes http(strHttp.begin(), strHttp.end());
+    const Bytes half(example::HELLO.begin(), example::HELLO.begin() + 30);
+    const std::pair<Bytes, LinkReason> bad[] = {
+        {longHead, LinkReason::Malformed},
+        {keepAlives, LinkReason::Flood},
+        {http, LinkReason::Damaged},
+        {half, LinkReason::Silence},
+        {MakeBytes(FrameKind::Packet, 1, Bytes(3)), LinkReason::Malformed},
+        {MakeBytes(FrameKind::Hello, 1), LinkReason::Malformed},
+    };
+    for (const auto& [bytes, reason] : bad) {
+        SCOPED_TRACE(static_cast<int>(reason));
+        CHandInstrument instrument;
+        CScreenBench screen;
+        CPanelLink link(
+            {ReadLinkAddress(instrument.GetAddress(), LinkUse::Connect), true, "desk 1", {}},
+            screen);
+        instrument.TakePanel();
+        instrument.SendBytes(bytes);
+        EXPECT_EQ(instrument.ReadEnd(), reason);
+        if (reason == LinkReason::Flood) continue;  // ten seconds
+        instrument.TakePanel();
+        EXPECT_TRUE(screen.AwaitState(PanelState::Connected));
+    }
+    // No good frame has come in: no answer.
+    Open();
+    m_instrument.Accept();
+    m_instrument.SendBytes(http);
+    EXPECT_EQ(m_instrument.ReadEnd(), std::nullopt);
+}
+
+TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {
+    Open();
+    m_instrument.TakePanel();
+    m_screen.AwaitState(PanelState::Connected);
+    Start();
+    Acknowledge();
+    SendPackets("r");
+    // Small ones, of which each costs 256 bytes beside its payload of 8.
+    constexpr std::size_t SENT = 70000, HELD = (16u << 20) / 264;
+    Bytes bytes;
+    for (std::size_t n = 0; n < SENT; ++n)
+        MakeFrame(FrameKind::Packet, 0, m_instrument.m_nNext++,
+                  std::make_shared<Bytes>(MakePacketOf('s')))
+            .AppendTo(bytes);
+    m_instrument.SendBytes(bytes);
+    EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_packets.size() >= HELD; }));
+    std::this_thread::sleep_for(200ms);
+    {
+        const std::lock_guard lock(m_screen.m_mutex);
+        EXPECT_LE(m_screen.m_packets.size(), HELD + 65536 / 36 + 1);  // and one read
+        m_screen.m_packets.clear();
+    }
+    EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_strPushed.size() == SENT + 1; }));
+    EXPECT_EQ(m_screen.m_status.m_nLostInCapture, 0u);
+}
+
+TEST_F(PanelLink, OnALineAsksAgainUntilTheInstrumentHasStarted) {
+    std::optional<CPseudoTerminal> terminal(std::in_place);
+    Open("serial:" + terminal->GetDevice());
+    CFrameReader reader(LinkManner::Line, MAX_PAYLOAD_TO_INSTRUMENT);
+    const auto readJoin = [&] {
+        std::optional<Join> join;
+        m_screen.Await([&] {
+            Bytes bytes(1000);
+            const auto nRead = ::read(terminal->m_hFile, bytes.data(), bytes.size());
+            reader.Add(
+                std::span(bytes).first(static_cast<std::size_t>(std::max(nRead, ssize_t{0}))), {});
+            while (const auto frame = reader.Read())
+                if (frame->m_kind == FrameKind::Join) join = ReadJoin(frame->m_payload);
+            return join.has_value();
+        });
+        return join ? join->m_nAttempt : 0;
+    };
+    EXPECT_EQ(readJoin(), 1u);
+    EXPECT_EQ(readJoin(), 2u);
+    Hello hello = CHandInstrument::MakeHello();
+    hello.m_nAttempt = 2;
+    const Bytes bytes = MakeBytes(FrameKind::KeepAlive, 7) + Bytes{1, 2, 3} +
+                        MakeBytes(FrameKind::Hello, 0, FormHello(hello));
+    ASSERT_EQ(::write(terminal->m_hFile, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
+    terminal.reset();
+    EXPECT_TRUE(m_screen.AwaitState(PanelState::Waiting));
+    EXPECT_EQ(m_screen.m_status.m_trouble.m_strEnglish, "the device is gone");
+}
+
+}  // namespace

@@ -1,0 +1,293 @@
+// The instrument's server, on real sockets and lines.
+#include <gtest/gtest.h>
+
+#include <mutex>
+#include <stdlib.h>
+
+#include "link/InstrumentServer.h"
+#include "tests/link/PanelBench.h"
+#include "tests/link/WirePanel.h"
+
+namespace {
+
+/// An instrument whose packets the test makes.
+class CHandInstrument : public IServedInstrument {
+  public:
+    void Push(Bytes packet) {
+        const std::lock_guard lock(m_mutex);
+        m_packets.push_back(std::move(packet));
+        if (m_onPackets) m_onPackets();
+    }
+    std::string GetDone() {
+        const std::lock_guard lock(m_mutex);
+        return m_strDone;
+    }
+
+    void Begin(std::function<void()> onPackets) override { m_onPackets = std::move(onPackets); }
+    void End() override {
+        const std::lock_guard lock(m_mutex);
+        m_onPackets = nullptr;
+    }
+    void HandOver(const SendPacket& send) override {
+        for (const Bytes& packet : Take()) send(ReadPacket(packet).value(), 0);
+    }
+    AckResult Execute(PayloadView image, const SendPacket& send) override {
+        HandOver(send);
+        Note(image.size() == 44 ? 'e' : 'u');
+        return image.size() == 44 ? AckResult::Taken : AckResult::NotUnderstood;
+    }
+    void StopCapture(const SendPacket& send) override {
+        Note('s');
+        send(ReadPacket(MakePacketOf('i')).value(), 0);
+    }
+    void OnFirstJoined() override { Note('f'); }
+
+  private:
+    std::deque<Bytes> Take() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_packets, {});
+    }
+    void Note(char ch) {
+        const std::lock_guard lock(m_mutex);
+        m_strDone += ch;
+    }
+
+    std::mutex m_mutex;
+    std::deque<Bytes> m_packets;
+    std::string m_strDone;
+    std::function<void()> m_onPackets;
+};
+
+class Server : public ::testing::Test {
+  protected:
+    Server() { Serve("tcp://127.0.0.1:0"); }
+
+    void Serve(const std::string& strAddress, TlsFiles tls = {}) {
+        ServerSettings settings;
+        settings.m_hub.m_hello = CPanelBench::MakeHello();
+        settings.m_addresses = {ReadLinkAddress(strAddress, LinkUse::Listen)};
+        settings.m_tls = std::move(tls);
+        settings.m_onNews = [this](const std::string& strLine) {
+            const std::lock_guard lock(m_mutex);
+            m_news.push_back(strLine);
+        };
+        m_pServer.reset();
+        m_pServer = std::make_unique<CInstrumentServer>(std::move(settings), m_instrument);
+        m_strAddress = m_pServer->GetAddresses().at(0);
+        m_pServer->Start();
+    }
+    std::uint16_t GetPort() const {
+        return static_cast<std::uint16_t>(
+            std::stoi(m_strAddress.substr(m_strAddress.rfind(':') + 1)));
+    }
+    std::string GetNews() {
+        const std::lock_guard lock(m_mutex);
+        std::string strNews;
+        for (const std::string& str : m_news) strNews += str + "\n";
+        return strNews;
+    }
+
+    CHandInstrument m_instrument;
+    std::mutex m_mutex;
+    std::vector<std::string> m_news;
+    std::string m_strAddress;
+    std::unique_ptr<CInstrumentServer> m_pServer;
+};
+
+TEST_F(Server, ServesACommanderAndAViewer) {
+    CWirePanel desk(GetPort());
+    EXPECT_EQ(desk.Join(true).Await("H"), "H");
+    EXPECT_EQ(desk.m_hello, CPanelBench::MakeHello());
+    CWirePanel viewer(GetPort());
+    EXPECT_EQ(viewer.Join(false, 8, "wall").Await("H"), "H");
+    for (const char ch : std::string("rsi")) m_instrument.Push(MakePacketOf(ch));
+    EXPECT_EQ(desk.Await("i"), "rsi");
+    EXPECT_EQ(viewer.Await("i"), "rsi");
+    EXPECT_EQ(desk.Message(1).Message(1).Message(2, Bytes(1000)).Message(3, Bytes(1)).Await("A1A1"),
+              "A0A0A1A1");
+    EXPECT_EQ(viewer.Message(1).Await("A2"), "A2");
+    EXPECT_EQ(m_instrument.GetDone(), "feuu");
+    // It goes, and the capture with it.
+    desk.Send(FrameKind::Goodbye, FormParting({}));
+    EXPECT_EQ(desk.Await("x"), "x");
+    EXPECT_EQ(viewer.Await("i"), "i");
+    EXPECT_EQ(m_instrument.GetDone(), "feuus");
+    const auto begin = std::chrono::steady_clock::now();
+    m_pServer.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1500ms);
+    EXPECT_EQ(viewer.Await("x"), "G8x");
+    EXPECT_FALSE(CWirePanel(GetPort()).Join(true).Await("H", 500ms).starts_with("H"));
+    EXPECT_NE(GetNews().find("desk (127.0.0.1:"), std::string::npos);
+    for (const char* const pszPart :
+         {") commands\n", ") views\n", ") gone: ended by the other side\n",
+          ") gone: the instrument has ended\n"})
+        EXPECT_NE(GetNews().find(pszPart), std::string::npos) << GetNews();
+}
+
+// What a peer writes as soon as it has connected, and what it gets; "x" closed, "!" reset.
+TEST_F(Server, CostsABadPeerItsOwnConnection) {
+    CWirePanel good(GetPort());
+    EXPECT_EQ(good.Join(true).Await("H"), "H");
+    Bytes longest(FRAME_HEAD);
+    const OutFrame frame = MakeFrame(FrameKind::Join, 0, 0, std::make_shared<Bytes>(1025));
+    std::ranges::copy(frame.m_head, longest.begin());
+    const Bytes join = MakeBytes(FrameKind::Join, 0, FormJoin({{1, 1}, false, 9, 1, "x"}));
+    const auto text = [](const char* psz) { return Bytes(psz, psz + std::strlen(psz)); };
+    const auto after = [&](FrameKind kind, Bytes payload, unsigned nTimes = 1) {
+        Bytes bytes = join;
+        for (unsigned n = 1; n <= nTimes; ++n) bytes = bytes + MakeBytes(kind, n, payload);
+        return bytes;
+    };
+    Bytes damaged = join;
+    damaged.back() ^= 1;
+    Bytes jump = after(FrameKind::Message, FormMessage({2, Bytes(44)}));
+    const std::tuple<const char*, Bytes, std::string> cases[] = {
+        {"HTTP", text("GET / HTTP/1.1\r\nHost: a\r\n\r\n"), "x"},
+        {"TLS", FromHex("16030100C8010000C40303"), "x"},
+        {"an announcement of too much", longest, "x"},
+        {"a damaged JOIN", damaged, "x"},
+        {"a MESSAGE first", MakeBytes(FrameKind::Message, 0, Bytes(48)), "R4x"},
+        {"a later version", MakeBytes(FrameKind::Join, 0, Bytes{2, 9, 1}), "R1x"},
+        {"half a payload", MakeBytes(FrameKind::Join, 0, Bytes(12)), "R5x"},
+        {"another commander", MakeBytes(FrameKind::Join, 0, FormJoin({{1, 1}, true, 9, 1, ""})),
+         "R2x"},
+        {"two JOINs", join + join, "G5x"},
+        {"a jump of message numbers", jump, "G5x"},
+        {"damage behind a frame", join + text("\xA5RTZ----------------------"), "G10x"},
+        {"a flood", after(FrameKind{99}, {}, 300), "G12x"},
+        {"a flood of messages", after(FrameKind::Message, FormMessage({1, Bytes(44)}), 60), "G12x"},
+        {"half a JOIN", Bytes(join.begin(), join.begin() + 30), "x"},
+        {"silence", {}, "R9x"},
+        {"silence behind a JOIN", join, "HKKG9x"},
+    };
+    const auto isSlow = [](const std::string& str) { return str == "x" || str.ends_with("9x"); };
+    std::vector<CWirePanel> peers;
+    for (const auto& [pszName, bytes, strAnswer] : cases) {
+        good.Send(FrameKind::KeepAlive);
+        peers.emplace_back(GetPort()).Write(bytes);
+        // More than eight that have not joined would close the oldest.
+        if (isSlow(strAnswer)) continue;
+        EXPECT_TRUE(peers.back().Await("x").ends_with(strAnswer)) << pszName;
+    }
+    for (int n = 0; n < 12; ++n) {
+        std::this_thread::sleep_for(500ms);
+        good.Send(FrameKind::KeepAlive);
+    }
+    for (std::size_t n = 0; n < peers.size(); ++n) {
+        const auto& [pszName, bytes, strAnswer] = cases[n];
+        if (!isSlow(strAnswer)) continue;
+        EXPECT_EQ(peers[n].Await("x", 1s), strAnswer) << pszName;
+    }
+    EXPECT_EQ(good.Message(1).Await("A0").back(), '0');
+    EXPECT_EQ(good.m_nLost, 0u);
+}
+
+TEST_F(Server, IsNotCrowdedOut) {
+    std::vector<CWirePanel> idle;
+    for (int n = 0; n < 100; ++n) idle.emplace_back(GetPort());
+    CWirePanel desk(GetPort());
+    EXPECT_EQ(desk.Join(true).Await("H"), "H");
+    for (int n = 0; n < 91; ++n) EXPECT_EQ(idle[n].Await("x"), "x") << n;
+    std::vector<CWirePanel> viewers;
+    for (std::uint32_t n = 0; n < 8; ++n)
+        EXPECT_EQ(viewers.emplace_back(GetPort()).Join(false, 20 + n).Await(n < 7 ? "H" : "x"),
+                  n < 7 ? "H" : "R3x");
+}
+
+TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
+    CWirePanel lazy(GetPort(), true);
+    EXPECT_EQ(lazy.Join(true).Await("H"), "H");
+    std::vector<CWirePanel> viewers;
+    for (std::uint32_t n = 0; n < 7; ++n)
+        EXPECT_EQ(viewers.emplace_back(GetPort()).Join(false, 20 + n).Await("H"), "H");
+    // 13 MB, more than the system keeps for a socket and the queue together.
+    constexpr int PACKETS = 400;
+    std::thread pusher([&] {
+        for (int n = 0; n < PACKETS; ++n) {
+            m_instrument.Push(MakePacketOf('s', 16'000));
+            std::this_thread::sleep_for(4ms);
+        }
+        m_instrument.Push(MakePacketOf('n'));
+    });
+    std::vector<std::thread> readers;
+    for (CWirePanel& viewer : viewers)
+        readers.emplace_back([&viewer] {
+            for (int n = 0; n < 30 && !viewer.Await("n", 300ms).ends_with("n"); ++n)
+                viewer.Send(FrameKind::KeepAlive);
+        });
+    pusher.join();
+    for (std::thread& reader : readers) reader.join();
+    for (CWirePanel& viewer : viewers) {
+        EXPECT_EQ(viewer.m_nLost, 0u);
+        EXPECT_EQ(viewer.m_nPackets, std::size_t{PACKETS});
+    }
+    EXPECT_NE(GetNews().find("gone: this panel does not keep up"), std::string::npos) << GetNews();
+    EXPECT_EQ(m_instrument.GetDone(), "fs");
+}
+
+TEST_F(Server, SaysWhichPlaceCannotBeHad) {
+    CHandInstrument other;
+    for (const std::string& strAddress :
+         {"tcp://127.0.0.1:" + std::to_string(GetPort()), std::string("serial:/dev/none")}) {
+        ServerSettings settings;
+        settings.m_addresses = {ReadLinkAddress(strAddress, LinkUse::Listen)};
+        try {
+            CInstrumentServer(settings, other);
+            ADD_FAILURE() << strAddress;
+        } catch (const CListenError& error) {
+            EXPECT_TRUE(std::string(error.what()).starts_with(strAddress + ": ")) << error.what();
+        }
+    }
+    for (const auto& [pszHost, bLoopback] : {std::pair("127.0.0.1", true),
+                                             {"::1", true},
+                                             {"localhost", true},
+                                             {"127.9.9.9", true},
+                                             {"0.0.0.0", false},
+                                             {"::", false},
+                                             {"::ffff:10.0.0.1", false},
+                                             {"no.such.host", false}})
+        EXPECT_EQ(IsLoopback(pszHost), bLoopback) << pszHost;
+}
+
+TEST_F(Server, ServesALineThatComesAndGoes) {
+    const auto openMaster = [] {
+        const int nHandle = ::posix_openpt(O_RDWR | O_NOCTTY);
+        ::grantpt(nHandle);
+        ::unlockpt(nHandle);
+        return nHandle;
+    };
+    const int nFirst = openMaster();
+    const std::string strLink = ::testing::TempDir() + "line" + std::to_string(::getpid());
+    ASSERT_EQ(::symlink(::ptsname(nFirst), strLink.c_str()), 0);
+    CWirePanel panel = CWirePanel::On(nFirst);
+    Serve("serial:" + strLink + "?baud=9600");
+    // Noise, then a JOIN; nothing is sent before it.
+    EXPECT_EQ(panel.Write(Bytes{1, 2, 0xA5, 'R'}).Await("", 100ms), "");
+    EXPECT_EQ(panel.Join(true).Await("H"), "H");
+    // 1,200 values in one packet, in frames of at most 256 bytes.
+    m_instrument.Push(FormPacket({RTPACKET_SAMPLES, FromHex("00 05 04B0") + Bytes(2400)}));
+    m_instrument.Push(MakePacketOf('i'));
+    EXPECT_EQ(panel.Await("i"), "si");
+    EXPECT_EQ(panel.m_values.size(), 1200u);
+    EXPECT_GE(panel.m_nPackets, 10u);
+    EXPECT_EQ(panel.Message(1).Await("A0"), "A0");
+    // A JOIN at any time begins anew.
+    EXPECT_EQ(panel.Join(true).Await("H"), "H");
+    EXPECT_EQ(panel.Message(1).Await("A0"), "A0");
+
+    { const CWirePanel gone = std::move(panel); }
+    for (int n = 0; n < 100 && GetNews().find("waiting for it") == std::string::npos; ++n)
+        std::this_thread::sleep_for(20ms);
+    const int nSecond = openMaster();
+    ASSERT_EQ(::unlink(strLink.c_str()), 0);
+    ASSERT_EQ(::symlink(::ptsname(nSecond), strLink.c_str()), 0);
+    CWirePanel back = CWirePanel::On(nSecond);
+    for (int n = 0; n < 100 && GetNews().find("is back") == std::string::npos; ++n)
+        std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(back.Join(true).Await("H"), "H");
+    m_pServer.reset();
+    EXPECT_TRUE(back.Await("!").starts_with("G8")) << GetNews();
+    ::unlink(strLink.c_str());
+}
+
+}  // namespace
