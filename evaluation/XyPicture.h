@@ -25,7 +25,7 @@ struct XyPicture {
     std::vector<Stroke> m_strokes;      ///< the newest last; none: only limits and axes
     const Limits* m_pLimits = nullptr;  ///< null: values as they are, and no objects
     std::wstring m_strTitle;            ///< when the limits have none
-    bool m_bVoltage = false;  ///< the second input is a voltage, not a position
+    bool m_bVoltage = false;            ///< the second input is a voltage, not a position
     XyWords m_words = {};
 };
 
