@@ -116,7 +116,7 @@ std::unique_ptr<IInstrument> CPanel::MakeLink() {
     if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
     auto pLink = std::make_unique<CLinkInstrument>(
         m_frame, PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
-                                   m_options.m_tlsFiles});
+                                   m_options.m_tlsFiles, m_options.m_login});
     m_pLink = pLink.get();
     return pLink;
 }

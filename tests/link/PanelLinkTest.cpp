@@ -2,68 +2,22 @@
 #include "link/PanelLink.h"
 
 #include <fstream>
-#include <mutex>
 #include <set>
 
 #include "link/ByteOrder.h"
 #include "link/Checksum.h"
 #include "tests/link/HandInstrument.h"
-#include "tests/link/PanelBench.h"
+#include "tests/link/ScreenBench.h"
 
 namespace {
-
-/// Remembers what the link tells.
-class CScreenBench : public IPanelScreen {
-  public:
-    void PushPacket(std::shared_ptr<RTPacket> spPacket) override {
-        const std::lock_guard lock(m_mutex);
-        m_strPushed += GetLetter(*spPacket);
-        m_packets.push_back(std::move(spPacket));
-    }
-    void PushPacketBehindScreen(std::shared_ptr<RTPacket> spPacket) override {
-        const std::lock_guard lock(m_mutex);
-        m_strPushed += static_cast<char>(std::toupper(GetLetter(*spPacket)));
-    }
-    void OnInstrumentKnown(const Hello&) override {}
-    void SetRates(std::uint16_t, std::uint16_t) override {}
-    void SetSampleTime(unsigned) override {}
-    void OnStatus(const LinkStatus& status) override {
-        const std::lock_guard lock(m_mutex);
-        m_status = status;
-    }
-
-    template <class Condition>
-    bool Await(Condition condition) {
-        for (int n = 0; n < 500; ++n) {
-            {
-                const std::lock_guard lock(m_mutex);
-                if (condition()) return true;
-            }
-            std::this_thread::sleep_for(10ms);
-        }
-        return false;
-    }
-    bool AwaitPushed(const std::string& strPackets) {
-        const bool bThere = Await([&] { return m_strPushed == strPackets; });
-        EXPECT_EQ(m_strPushed, strPackets);
-        return bThere;
-    }
-    bool AwaitState(PanelState state) {
-        return Await([&] { return m_status.m_state == state; });
-    }
-
-    std::mutex m_mutex;
-    LinkStatus m_status;
-    std::string m_strPushed;
-    std::vector<std::shared_ptr<RTPacket>> m_packets;
-};
 
 class PanelLink : public ::testing::Test {
   protected:
     void Open(std::string strAddress = "") {
         if (strAddress.empty()) strAddress = m_instrument.GetAddress();
         m_link.emplace(
-            PanelLinkSettings{ReadLinkAddress(strAddress, LinkUse::Connect), true, "desk 1", {}},
+            PanelLinkSettings{
+                ReadLinkAddress(strAddress, LinkUse::Connect), true, "desk 1", {}, {}},
             m_screen);
     }
     void Start() { m_link->Send(std::string(44, 'x'), ImageKind::Start); }
@@ -184,7 +138,7 @@ TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
         CHandInstrument instrument;
         CScreenBench screen;
         CPanelLink link(
-            {ReadLinkAddress(instrument.GetAddress(), LinkUse::Connect), true, "desk 1", {}},
+            {ReadLinkAddress(instrument.GetAddress(), LinkUse::Connect), true, "desk 1", {}, {}},
             screen);
         instrument.TakePanel();
         instrument.SendBytes(bytes);
