@@ -1,6 +1,7 @@
 // The instrument's server, on real sockets and lines.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <mutex>
 #include <stdlib.h>
 
@@ -200,12 +201,18 @@ TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
     std::vector<CWirePanel> viewers;
     for (std::uint32_t n = 0; n < 7; ++n)
         EXPECT_EQ(viewers.emplace_back(GetPort()).Join(false, 20 + n).Await("H"), "H");
-    // 13 MB, more than the system keeps for a socket and the queue together.
-    constexpr int PACKETS = 400;
+    // 13 MB, more than the system keeps for a socket and the queue together, as fast as those who
+    // read take it.
+    constexpr std::size_t PACKETS = 400;
+    const auto isTaken = [&](std::size_t nPackets) {
+        return std::ranges::all_of(
+            viewers, [&](const CWirePanel& viewer) { return viewer.m_nPackets >= nPackets; });
+    };
     std::thread pusher([&] {
-        for (int n = 0; n < PACKETS; ++n) {
+        for (std::size_t n = 0; n < PACKETS; ++n) {
+            for (int i = 0; i < 500 && !isTaken(n < 20 ? 0 : n - 20); ++i)
+                std::this_thread::sleep_for(1ms);
             m_instrument.Push(MakePacketOf('s', 16'000));
-            std::this_thread::sleep_for(4ms);
         }
         m_instrument.Push(MakePacketOf('n'));
     });
@@ -219,7 +226,7 @@ TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
     for (std::thread& reader : readers) reader.join();
     for (CWirePanel& viewer : viewers) {
         EXPECT_EQ(viewer.m_nLost, 0u);
-        EXPECT_EQ(viewer.m_nPackets, std::size_t{PACKETS});
+        EXPECT_EQ(viewer.m_nPackets, PACKETS);
     }
     EXPECT_NE(GetNews().find("gone: this panel does not keep up"), std::string::npos) << GetNews();
     EXPECT_EQ(m_instrument.GetDone(), "fs");
