@@ -106,12 +106,6 @@ TEST_F(PanelLink, ThatNobodyAnswersEndsWithinASecond) {
     End();
 }
 
-TEST_F(PanelLink, TriesEveryAddressOfAName) {
-    Open("tcp://localhost:" + m_instrument.GetAddress().substr(16));
-    m_instrument.TakePanel();
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-}
-
 /// What a bad instrument sends behind its HELLO, and the reason that it is told.
 TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
     Bytes longHead = MakeBytes(FrameKind::Packet, 1);

@@ -166,16 +166,19 @@ TEST_F(Transport, TlsTakesOnlyTheHostsOwnCertificateFromItsAuthority) {
     const TlsFiles other = MakeCertificate(folder, "other", "IP:127.0.0.1,DNS:localhost");
     asio::ssl::context tls = MakeInstrumentTls({"", mine.m_strCertificate, mine.m_strKey});
     std::optional<TlsSocket> peer;
+    bool bShaken = false;
     const auto accept = [&](const char* pScheme, const TlsFiles& files) {
         m_spStream.reset();
         m_strFailure.clear();
         m_acceptor.async_accept([&](const asio::error_code&, asio::ip::tcp::socket socket) {
             peer.emplace(std::move(socket), tls);
-            peer->async_handshake(asio::ssl::stream_base::server, [](const asio::error_code&) {});
+            peer->async_handshake(asio::ssl::stream_base::server,
+                                  [&](const asio::error_code& error) { bShaken = !error; });
         });
         return Connect(Tcp(pScheme), files);
     };
     ASSERT_TRUE(accept("tls://127.0.0.1:", {mine.m_strAuthorities, "", ""})) << m_strFailure;
+    ASSERT_TRUE(Await([&] { return bShaken; }));
     Send(100, 1000);
     m_spStream->Close({MakeFrame(FrameKind::Goodbye, 0, 0, nullptr)});
     Reading reading;
