@@ -21,8 +21,8 @@ setup_packages() {
 
 setup_build() {
     setup_packages g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libxcb1-dev libtbb-dev \
-        libasio-dev libssl-dev openssl libmosquitto-dev libcli11-dev nlohmann-json3-dev libgtest-dev python3 \
-        fonts-liberation
+        libasio-dev libssl-dev openssl libmosquitto-dev mosquitto libcli11-dev \
+        nlohmann-json3-dev libgtest-dev python3 fonts-liberation
 }
 
 # build PRESET TARGET [CMAKE-ARGUMENT...]: configures with a preset and builds a target and what it

@@ -41,9 +41,9 @@ RESERVED = (
     (r"tests/(?!support/).*", ("tests",), "what the tests keep to themselves"),
     (r"<Q.*", ("platform", "siblings", "host", "benchmarks/alternatives"), "Qt"),
     (r"<(oneapi|tbb)/.*", ("platform",), "oneTBB"),
-    (r"<(asio|openssl)[/.].*|<mosquitto\.h>", ("link", "tests"), "a transport's library"),
+    (r"<(asio|openssl)[/.].*|<mosquitto\.h>|<mqtt_protocol\.h>", ("link", "tests"), "a transport's library"),
     # The headers of C++ itself have no ending.
-    (r"<(?!openssl/|mosquitto\.).*\.h>", ("platform", "tests", "soak", "benchmarks"), "the system's header"),
+    (r"<(?!openssl/|mosquitto\.|mqtt_protocol\.).*\.h>", ("platform", "tests", "soak", "benchmarks"), "the system's header"),
 )
 
 INCLUDE = re.compile(r'\s*#\s*include\s*(<[^>]+>|"[^"]+")')

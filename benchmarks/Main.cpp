@@ -30,6 +30,8 @@ constexpr Group GROUPS[] = {
     {"live", "A live capture of 3 channels of 40,000 values a second, on the real screen",
      MeasureLive},
     {"window", "A plot alone in a window, whose curve grows 50 times a second", MeasureWindow},
+    {"link", "The link over TCP on this machine, 3 channels of 65,535 values a second",
+     MeasureLink},
     {"packets", "Packets of 10 ms of 3 channels, on the real screen", MeasurePackets},
 };
 

@@ -21,6 +21,8 @@ void MeasureFiles(CTable& table);
 void MeasureCsv(CTable& table);
 /// Splitting sample packets among the channels.
 void MeasureDecode(CTable& table);
+/// The link, over TCP on this machine.
+void MeasureLink(CTable& table);
 /// What a curve takes.
 void MeasureMemory(CTable& table);
 /// Measuring and judging strokes.

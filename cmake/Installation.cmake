@@ -4,7 +4,7 @@ set(shared_dir ${CMAKE_INSTALL_DATADIR}/realtime-mode)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/realtime-mode)
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/RealTimeMode)
 
-set(programs rtpanel rt3)
+set(programs rtpanel rtinstrument rt3)
 set(rooms system drawing windows operator)
 set(loaded_by_name RealTimeMode OnscreenKeyboard BitmapRes)
 

@@ -1,13 +1,15 @@
-// Makes the pictures of operating.md: works the real panel as an operator would, in a folder of its
-// own. The target "pictures" runs it; without a display it needs none.
+// Makes the pictures of operating.md, and that of the panel in evaluation.md: works the real panel
+// as an operator would, in a folder of its own. The target "pictures" runs it; without a display it
+// needs none.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
 
-#include "host/Options.h"
+#include "host/Judgement.h"
 #include "host/Panel.h"
+#include "host/VerdictStrip.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Text.h"
 #include "platform/windows/WindowScale.h"
@@ -44,7 +46,8 @@ class CSitting {
                 pointers.push_back(strArgument.c_str());
             return pointers;
         }();
-        CPanel panel(ReadOptions(arguments));
+        const Options options = ReadOptions(arguments);
+        CPanel panel(options, PrepareJudgement(options));
         m_pPanel = &panel;
         Operator::CScript running([&] {
             Operator::WaitFor("the screen", [this] {
@@ -136,6 +139,10 @@ class CSitting {
     void TapPlot(int x) {
         Operator::Press(Screen(), AtPlot(x));
         Operator::Release(Screen(), AtPlot(x));
+    }
+    void TapVerdict() {
+        if (!Operator::Tap(*m_pPanel->GetVerdictStrip()))
+            throw std::runtime_error("the verdict cannot be tapped");
     }
     CDlgBase& Screen() const { return *m_pScreen; }
     const fs::path& DataFolder() const { return m_data; }
@@ -232,6 +239,15 @@ void ShowFailure(CSitting& sitting) {
     sitting.AwaitScreen();
 }
 
+/// One stroke that is taken whole, and one of which a trigger leaves out the beginning.
+void ShowVerdict(CSitting& sitting) {
+    sitting.TakeCapture();
+    sitting.TapVerdict();
+    sitting.Enter(IDC_TRIGGER, L"40");
+    sitting.TakeCapture();
+    sitting.TakePicture("verdict");
+}
+
 void MakePictures(const fs::path& pictures, const fs::path& data) {
     fs::create_directories(pictures);
     CSitting(pictures, data, {}).Run([](CSitting& sitting) {
@@ -242,6 +258,8 @@ void MakePictures(const fs::path& pictures, const fs::path& data) {
         ShowWaiting(sitting);
         ShowFailure(sitting);
     });
+    const fs::path limits = fs::path(RT_SOURCES) / "samples/stroke.json";
+    CSitting(pictures, data, {"--sample-time=1", "--limits", limits.native()}).Run(ShowVerdict);
     CSitting(pictures, data, {"--sample-time=2", "--language=German"}).Run([](CSitting& sitting) {
         sitting.TakeCapture();
         sitting.TakePicture("german");

@@ -44,7 +44,6 @@ COLORREF GetColor(Outcome outcome) {
 
 /// "PASS", or of several strokes how many did what.
 std::wstring DescribeOutcomes(const XyPicture& picture) {
-    constexpr const wchar_t* WORDS[] = {L"PASS", L"FAIL", L"CANNOT"};
     std::size_t anStrokes[3] = {};
     for (const XyPicture::Stroke& stroke : picture.m_strokes)
         if (stroke.m_pVerdict) ++anStrokes[static_cast<std::size_t>(stroke.m_pVerdict->m_outcome)];
@@ -54,7 +53,7 @@ std::wstring DescribeOutcomes(const XyPicture& picture) {
         if (anStrokes[n] == 0) continue;
         if (!strText.empty()) strText += L", ";
         if (bSeveral) strText += std::to_wstring(anStrokes[n]) + L' ';
-        strText += WORDS[n];
+        strText += picture.m_words.m_arrOutcomes[n];
     }
     return strText;
 }
@@ -146,12 +145,14 @@ class CXyPainter {
 
         m_dc.SetTextColor(TEXT_COLOR);
         DrawLabels(positions, forces);
+        const XyWords& words = m_picture.m_words;
         m_dc.SetTextAlign(TextAlign::Right);
-        m_dc.TextOut(
-            area.right, area.bottom + m_nText * 3 / 2,
-            MakeAxisName(m_picture.m_bVoltage ? L"voltage" : L"position", scales.m_position));
+        m_dc.TextOut(area.right, area.bottom + m_nText * 3 / 2,
+                     MakeAxisName(m_picture.m_bVoltage ? words.m_strVoltage : words.m_strPosition,
+                                  scales.m_position));
         m_dc.SetTextAlign(TextAlign::Left);
-        m_dc.TextOut(area.left, area.top - m_nText * 3 / 2, MakeAxisName(L"force", scales.m_force));
+        m_dc.TextOut(area.left, area.top - m_nText * 3 / 2,
+                     MakeAxisName(words.m_strForce, scales.m_force));
     }
 
     /// As many as there is room for.

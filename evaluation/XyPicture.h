@@ -1,11 +1,20 @@
 // The picture of strokes as force over position, with the limits that they are held against.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "evaluation/Verdict.h"
 #include "platform/drawing/Graphics.h"
+
+/// What a picture says beside names and numbers.
+struct XyWords {
+    std::wstring m_strForce = L"force";
+    std::wstring m_strPosition = L"position";
+    std::wstring m_strVoltage = L"voltage";
+    std::array<std::wstring, 3> m_arrOutcomes{L"PASS", L"FAIL", L"CANNOT"};  ///< by Outcome
+};
 
 /// What a picture shows. Everything is borrowed.
 struct XyPicture {
@@ -17,6 +26,7 @@ struct XyPicture {
     const Limits* m_pLimits = nullptr;  ///< null: values as they are, and no objects
     std::wstring m_strTitle;            ///< when the limits have none
     bool m_bVoltage = false;            ///< the second input is a voltage, not a position
+    XyWords m_words = {};
 };
 
 /// The size that a picture has when nobody asks for another one, in pixels of the design.

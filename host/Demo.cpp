@@ -162,8 +162,7 @@ void CDemo::SaveVerdict() {
         CDC dc;
         dc.CreateCompatibleDC(nullptr);
         dc.SelectBitmap(&bitmap);
-        DrawStroke(dc, XY_PICTURE_SIZE, stroke, limits,
-                   m_options.m_secondInput == SecondInput::Voltage);
+        DrawStroke(dc, XY_PICTURE_SIZE, stroke, limits, m_options.m_secondInput);
         bitmap.SavePng(FromUtf8(path.native()));
     });
     std::printf("picture      %s\n", path.c_str());

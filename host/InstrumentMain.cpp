@@ -41,6 +41,8 @@ int Serve(const ServiceOptions& options) {
     settings.m_hub = DescribeInstrument(options);
     settings.m_addresses = options.m_addresses;
     settings.m_tls = {options.m_strClientAuthority, options.m_strCertificate, options.m_strKey};
+    settings.m_brokerLogin = options.m_brokerLogin;
+    settings.m_brokerTls.m_strAuthorities = options.m_strBrokerAuthorities;
     settings.m_onNews = [&news](const std::string& strLine) { news.Add(strLine); };
     for (const LinkAddress& address : options.m_addresses) {
         const std::string strShortage = DescribeShortage(address, settings.m_hub.m_hello);

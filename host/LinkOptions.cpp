@@ -4,8 +4,9 @@
 
 namespace {
 
-constexpr const char* NEED_LINK[] = {"--view", "--panel-name", "--link-ca", "--link-cert",
-                                     "--link-key"};
+constexpr const char* NEED_LINK[] = {
+    "--view",     "--panel-name", "--link-ca",           "--link-cert",
+    "--link-key", "--link-user",  "--link-password-file"};
 constexpr const char* NEED_TLS[] = {"--link-ca", "--link-cert", "--link-key"};
 constexpr const char* OF_INSTRUMENT[] = {
     "--mode",          "--second-input",       "--value-rate",
@@ -26,8 +27,9 @@ void ReadLink(const std::string& strAddress, LinkOptions& options) {
 
 void AddLink(CCommandLine& line, LinkOptions& options) {
     line.AddOption("--link", "ADDRESS",
-                   "an instrument elsewhere: tcp://HOST:PORT, tls://HOST:PORT or "
-                   "serial:DEVICE?baud=N&flow=hardware (ports 5039 and 5040, 115200 baud, no flow "
+                   "an instrument elsewhere: tcp://HOST:PORT, tls://HOST:PORT, "
+                   "serial:DEVICE?baud=N&flow=hardware, mqtt://BROKER:PORT/TOPIC or "
+                   "mqtts://BROKER:PORT/TOPIC (ports 5039, 5040, 1883, 8883; 115200 baud, no flow "
                    "control)",
                    [&](const std::string& str) { ReadLink(str, options); });
     line.AddFlag("--view", options.m_bView, "show the linked instrument without commanding it");
@@ -39,6 +41,10 @@ void AddLink(CCommandLine& line, LinkOptions& options) {
     line.AddText("--link-cert", "FILE", options.m_tlsFiles.m_strCertificate,
                  "this panel's own certificate");
     line.AddText("--link-key", "FILE", options.m_tlsFiles.m_strKey, "its key");
+    line.AddText("--link-user", "NAME", options.m_login.m_strUser,
+                 "who the panel is to the message broker");
+    line.AddText("--link-password-file", "FILE", options.m_login.m_strPasswordFile,
+                 "file whose first line is the password of that user");
 }
 
 void CheckLink(const CCommandLine& line, const LinkOptions& options) {
@@ -56,7 +62,11 @@ void CheckLink(const CCommandLine& line, const LinkOptions& options) {
         refusePair("--view", pOther, "the screen's capture controls are disabled");
     for (const char* pName : NEED_TLS)
         if (line.Has(pName) && !options.m_link->IsEncrypted())
-            throw CUsageError(std::string(pName) + " needs a --link to tls://");
+            throw CUsageError(std::string(pName) + " needs a --link to tls:// or mqtts://");
     if (line.Has("--link-cert") != line.Has("--link-key"))
         throw CUsageError("--link-cert and --link-key need each other");
+    if (line.Has("--link-user") && !options.m_link->IsBroker())
+        throw CUsageError("--link-user needs a --link to mqtt:// or mqtts://");
+    if (line.Has("--link-password-file") && !line.Has("--link-user"))
+        throw CUsageError("--link-password-file needs --link-user NAME");
 }

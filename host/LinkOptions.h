@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "link/BrokerLogin.h"
 #include "link/LinkAddress.h"
 #include "link/TlsFiles.h"
 
@@ -14,6 +15,7 @@ struct LinkOptions {
     bool m_bView = false;               ///< without commanding
     std::string m_strPanelName;         ///< empty: the host's
     TlsFiles m_tlsFiles;
+    BrokerLogin m_login;
 };
 
 /// The options must outlive the line's Parse.

@@ -86,10 +86,9 @@ CPanel::CPanel(const Options& options, std::unique_ptr<Judgement> pJudgement,
 
 std::unique_ptr<CStrokeJudge> CPanel::MakeJudge() {
     if (!m_pJudgement) return nullptr;
-    return std::make_unique<CStrokeJudge>(
-        m_pJudgement->m_limits, FindValueLayout(m_options.m_nMode, m_options.m_secondInput),
-        m_pJudgement->m_nChannel, std::move(m_pJudgement->m_pLog),
-        [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
+    return std::make_unique<CStrokeJudge>(m_pJudgement->m_limits, m_pJudgement->m_nChannel,
+                                          std::move(m_pJudgement->m_pLog),
+                                          [this] { m_frame.PostCall([this] { OnJudgeNews(); }); });
 }
 
 CPacketSink CPanel::MakeSink() {
@@ -117,7 +116,7 @@ std::unique_ptr<IInstrument> CPanel::MakeLink() {
     if (strName.empty()) strName = QSysInfo::machineHostName().toStdString();
     auto pLink = std::make_unique<CLinkInstrument>(
         m_frame, PanelLinkSettings{*m_options.m_link, !m_options.m_bView, std::move(strName),
-                                   m_options.m_tlsFiles});
+                                   m_options.m_tlsFiles, m_options.m_login});
     m_pLink = pLink.get();
     return pLink;
 }
@@ -162,10 +161,9 @@ int CPanel::Run() {
     };
     const JudgeEnd judgeEnd{m_pJudge.get()};
     if (m_pJudge) {
-        m_pJudge->Attach(*pSession);
-        m_pVerdictStrip =
-            std::make_unique<CVerdictStrip>(m_pJudgement->m_limits, m_pJudgement->m_strTitle,
-                                            m_options.m_secondInput == SecondInput::Voltage);
+        m_pJudge->Begin(*pSession, FindValueLayout(m_options.m_nMode, m_options.m_secondInput));
+        m_pVerdictStrip = std::make_unique<CVerdictStrip>(
+            m_pJudgement->m_limits, m_pJudgement->m_strTitle, m_options.m_secondInput);
     }
     if (m_pLink) m_pLink->AttachScreen(*pScreen, *pSession, MakeSink());
     // Handled once the screen's modal loop runs, and so after its set-up.

@@ -18,8 +18,12 @@ CServedPress::CServedPress(const InstrumentOptions& options, Press press)
       m_press(std::move(press)) {}
 
 void CServedPress::Begin(std::function<void()> onPackets) {
+    CPacketSink sink([this, onPackets = std::move(onPackets)](std::shared_ptr<RTPacket> spPacket) {
+        m_queue.push(std::move(spPacket));
+        onPackets();
+    });
     m_pInstrument = std::make_unique<CPressInstrument>(
-        m_queue, m_layout, std::move(m_press.m_pSignal), m_press.m_selfStart, std::move(onPackets));
+        std::move(sink), m_layout, std::move(m_press.m_pSignal), m_press.m_selfStart);
 }
 
 void CServedPress::End() { m_pInstrument.reset(); }

@@ -1,5 +1,7 @@
 #include "host/ServiceOptions.h"
 
+#include <algorithm>
+
 #include "link/Acceptor.h"
 #include "link/Payloads.h"
 #include "platform/commandline/CommandLine.h"
@@ -11,7 +13,8 @@ void AddService(CCommandLine& line, ServiceOptions& options, bool& bInsecure) {
         "--listen", "ADDRESS",
         "where panels are awaited, up to four times: tcp://HOST:PORT (5039; 0 is any that is "
         "free), "
-        "tls://HOST:PORT (5040), serial:DEVICE?baud=N&flow=none|hardware (115200, none)",
+        "tls://HOST:PORT (5040), serial:DEVICE?baud=N&flow=none|hardware (115200, none), "
+        "mqtt://BROKER:PORT/TOPIC (1883), mqtts://BROKER:PORT/TOPIC (8883)",
         [&](const std::string& str) {
             try {
                 options.m_addresses.push_back(ReadLinkAddress(str, LinkUse::Listen));
@@ -30,6 +33,12 @@ void AddService(CCommandLine& line, ServiceOptions& options, bool& bInsecure) {
     line.AddText("--key", "FILE", options.m_strKey, "key of the certificate, in PEM form");
     line.AddText("--client-ca", "FILE", options.m_strClientAuthority,
                  "let in only panels with a certificate that one of these authorities signed");
+    line.AddText("--link-user", "NAME", options.m_brokerLogin.m_strUser,
+                 "user's name for a broker (none)");
+    line.AddText("--link-password-file", "FILE", options.m_brokerLogin.m_strPasswordFile,
+                 "file whose first line is the user's password for a broker");
+    line.AddText("--link-ca", "FILE", options.m_strBrokerAuthorities,
+                 "authorities that may have signed the certificate of a broker (the system's)");
     line.AddFlag("--insecure", bInsecure,
                  "serve other machines without TLS, too: everyone on the network can start the "
                  "press's captures then");
@@ -66,6 +75,15 @@ void CheckTls(const CCommandLine& line, const ServiceOptions& options) {
             throw CUsageError(std::string(pName) + " needs --listen tls://HOST:PORT");
 }
 
+void CheckBroker(const CCommandLine& line, const ServiceOptions& options) {
+    const bool bBroker = std::ranges::any_of(options.m_addresses, &LinkAddress::IsBroker);
+    for (const char* pName : {"--link-user", "--link-password-file", "--link-ca"})
+        if (line.Has(pName) && !bBroker)
+            throw CUsageError(std::string(pName) + " needs --listen mqtt:// or mqtts://");
+    if (line.Has("--link-password-file") && !line.Has("--link-user"))
+        throw CUsageError("--link-password-file needs --link-user NAME");
+}
+
 }  // namespace
 
 ServiceOptions ReadServiceOptions(std::span<const char* const> arguments) {
@@ -83,6 +101,7 @@ ServiceOptions ReadServiceOptions(std::span<const char* const> arguments) {
     CheckReplay(line);
     CheckAddresses(options, bInsecure);
     CheckTls(line, options);
+    CheckBroker(line, options);
     CheckLength("--name", options.m_strName, MAX_NAME);
     CheckLength("--serial-number", options.m_strSerialNumber, MAX_SERIAL_NUMBER);
     return options;

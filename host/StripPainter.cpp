@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "host/FitText.h"
 #include "platform/drawing/DisplayScale.h"
 #include "platform/drawing/FitText.h"
 

@@ -93,6 +93,12 @@ StripField DescribeInstrument(const InstrumentState& state, const std::wstring& 
     return field;
 }
 
+std::wstring NameForce() { return GetText(FORCE); }
+
+std::wstring NameSecond(SecondInput secondInput) {
+    return GetText(secondInput == SecondInput::Voltage ? VOLTAGE : POSITION);
+}
+
 StripField DescribeNoInstrument() { return {StripMood::Quiet, GetText(NO_INSTRUMENT), {}}; }
 
 StripField DescribeFile(const FileEvent& event) {
@@ -112,11 +118,10 @@ StripField DescribeFile(const FileEvent& event) {
 
 std::vector<StripRow> DescribeMarkers(const std::vector<MarkerValues>& values,
                                       SecondInput secondInput) {
-    const NumberedText& second = secondInput == SecondInput::Voltage ? VOLTAGE : POSITION;
     std::vector<StripRow> rows;
     for (const MarkerValues& at : values) {
         StripRow& row = rows.emplace_back();
-        row[0] = GetText(rows.size() == 1 ? FORCE : second);
+        row[0] = rows.size() == 1 ? NameForce() : NameSecond(secondInput);
         row[1] = FormatValue(L'A', at.m_a);
         row[2] = FormatValue(L'B', at.m_b);
         row[3] = FormatValue(L'\u0394',

@@ -54,6 +54,10 @@ std::wstring NameInstrument(const std::wstring& strRecording);
 StripField DescribeInstrument(const InstrumentState& state, const std::wstring& strName,
                               bool bLocked);
 
+/// The quantities of a pair, as the display list calls them.
+std::wstring NameForce();
+std::wstring NameSecond(SecondInput secondInput);
+
 /// A panel without an instrument.
 StripField DescribeNoInstrument();
 

@@ -62,23 +62,25 @@ std::string JudgedStroke::Write(const Limits& limits) const {
     return WriteVerdict({std::nullopt, m_nChannel, m_nNumber, m_strAt}, *m_verdict, limits);
 }
 
-CStrokeJudge::CStrokeJudge(const Limits& limits, const ValueLayout& layout, std::size_t nChannel,
+CStrokeJudge::CStrokeJudge(const Limits& limits, std::size_t nChannel,
                            std::unique_ptr<CVerdictLog> pLog, std::function<void()> onNews)
-    : m_limits(limits), m_nChannel(nChannel), m_onNews(std::move(onNews)),
-      m_collector(layout, nChannel,
-                  [this](CStrokeCollector::Stroke stroke) { OnStroke(std::move(stroke)); }),
-      m_pLog(std::move(pLog)), m_nSampleSeconds(FIRST_SAMPLE_SECONDS),
+    : m_limits(limits), m_nChannel(nChannel), m_onNews(std::move(onNews)), m_pLog(std::move(pLog)),
+      m_nSampleSeconds(FIRST_SAMPLE_SECONDS),
       // Whatever became of the file: the screen has cleared its curves first.
       m_fileListener([this](const FileEvent& event) {
-          if (event.m_work == FileWork::Load) Post([this] { m_collector.Drop(); });
-      }),
-      m_thread([this] { Run(); }) {}
+          if (event.m_work == FileWork::Load) Post([this] { m_collector->Drop(); });
+      }) {}
 
 CStrokeJudge::~CStrokeJudge() { Finish(); }
 
-void CStrokeJudge::Attach(CRealTimeData& session) {
-    const std::lock_guard lock(m_mutex);
-    m_pSession = &session;
+void CStrokeJudge::Begin(CRealTimeData& session, const ValueLayout& layout) {
+    m_collector.emplace(layout, m_nChannel,
+                        [this](CStrokeCollector::Stroke stroke) { OnStroke(std::move(stroke)); });
+    {
+        const std::lock_guard lock(m_mutex);
+        m_pSession = &session;
+    }
+    m_thread = std::thread([this] { Run(); });
 }
 
 void CStrokeJudge::Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue) {
@@ -87,7 +89,7 @@ void CStrokeJudge::Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue
         const std::lock_guard lock(m_mutex);
         // Before the screen changes its curves for the packet.
         const bool bHadCurves =
-            meaning == PacketMeaning::Samples || !m_pSession || HasCurves(*m_pSession, m_nChannel);
+            meaning == PacketMeaning::Samples || (m_pSession && HasCurves(*m_pSession, m_nChannel));
         queue.push(spPacket);
         if (m_bEnding) return;
         m_orders.emplace_back(
@@ -102,18 +104,17 @@ void CStrokeJudge::OnMessage(std::string_view image) {
     if (const auto* const pRequest = std::get_if<CaptureRequest>(&*command))
         Post([this, request = *pRequest] { Start(request); });
     else if (std::holds_alternative<StopRequest>(*command))
-        Post([this] { m_collector.Stop(); });
+        Post([this] { m_collector->Stop(); });
 }
 
 void CStrokeJudge::Finish() {
-    if (!m_thread.joinable()) return;
-    Post([this] { m_collector.Drop(); });
+    Post([this] { m_collector->Drop(); });
     {
         const std::lock_guard lock(m_mutex);
         m_bEnding = true;
     }
     m_wake.notify_one();
-    m_thread.join();
+    if (m_thread.joinable()) m_thread.join();
     const std::lock_guard lock(m_mutex);
     m_pSession = nullptr;
 }
@@ -156,7 +157,7 @@ void CStrokeJudge::Run() {
 /// There was no memory to collect a stroke in.
 void CStrokeJudge::EnterLostStroke() {
     try {
-        m_collector.Drop();
+        m_collector->Drop();
         Enter({}, MakeUnknown(OUT_OF_MEMORY));
     } catch (const std::exception&) {
         TraceDebug(L"Stroke not judged: no memory to say so");
@@ -167,14 +168,14 @@ void CStrokeJudge::Start(const CaptureRequest& request) {
     m_nSampleSeconds = request.m_nSampleMilliseconds / 1000;
     m_nScreenRate = request.m_nValueRate;
     m_bScreenHasCurves = true;
-    m_collector.Start(request.m_bContinuous, MakeRoom());
+    m_collector->Start(request.m_bContinuous, MakeRoom());
 }
 
 void CStrokeJudge::Take(const RTPacket& packet, bool bScreenHadCurves) {
     LookAtScreen();
     // The screen tells nobody that an operator has cleared it in the midst of a capture that the
     // instrument has begun by itself.
-    if (m_bScreenHasCurves && !bScreenHadCurves) m_collector.Drop();
+    if (m_bScreenHasCurves && !bScreenHadCurves) m_collector->Drop();
 
     const PacketPayload payload = GetPayload(packet);
     const PacketMeaning meaning = FindMeaning(packet.m_nType, payload);
@@ -184,7 +185,7 @@ void CStrokeJudge::Take(const RTPacket& packet, bool bScreenHadCurves) {
     // A screen without curves begins one when it comes to this packet.
     if (meaning == PacketMeaning::CaptureStarted || meaning == PacketMeaning::NewCurve)
         m_bScreenHasCurves = bScreenHadCurves;
-    m_collector.Take(packet, MakeRoom());
+    m_collector->Take(packet, MakeRoom());
 }
 
 void CStrokeJudge::LookAtScreen() {
@@ -200,7 +201,7 @@ void CStrokeJudge::LookAtScreen() {
         bCaughtUp = m_nOrdersInHand == 0 && m_orders.empty();
     }
     // It has been cleared just now, and not behind what is still to come.
-    if (m_bScreenHasCurves && bCaughtUp) m_collector.Drop();
+    if (m_bScreenHasCurves && bCaughtUp) m_collector->Drop();
 }
 
 void CStrokeJudge::OnStroke(CStrokeCollector::Stroke stroke) {

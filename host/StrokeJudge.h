@@ -43,16 +43,19 @@ struct JudgeNews {
 class CStrokeJudge {
   public:
     /// @param limits must outlive the judge
-    /// @param nChannel from 0, one of the layout's
+    /// @param nChannel from 0
     /// @param pLog gets a line for each stroke that is judged; null: there is none
     /// @param onNews called on the judge's thread when there is something to be taken
-    CStrokeJudge(const Limits& limits, const ValueLayout& layout, std::size_t nChannel,
-                 std::unique_ptr<CVerdictLog> pLog, std::function<void()> onNews);
+    CStrokeJudge(const Limits& limits, std::size_t nChannel, std::unique_ptr<CVerdictLog> pLog,
+                 std::function<void()> onNews);
     /// As Finish.
     ~CStrokeJudge();
 
-    /// The screen that the packets go to. To be called once; it must live until Finish.
-    void Attach(CRealTimeData& session);
+    /// Begins with what has been passed on before. To be called once, when the screen is there that
+    /// the packets go to.
+    /// @param session of the screen; must live until Finish
+    /// @param layout of its mode; has the channel
+    void Begin(CRealTimeData& session, const ValueLayout& layout);
 
     /// Passes a packet on to the screen, and looks into it later.
     void Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue);
@@ -87,7 +90,7 @@ class CStrokeJudge {
     const std::function<void()> m_onNews;
 
     // Of the judge's thread.
-    CStrokeCollector m_collector;
+    std::optional<CStrokeCollector> m_collector;  ///< none before Begin
     const std::unique_ptr<CVerdictLog> m_pLog;
     unsigned m_nSampleSeconds;        ///< by which the screen makes its curves
     unsigned m_nScreenRate = 0;       ///< values per second, likewise

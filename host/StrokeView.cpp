@@ -1,6 +1,8 @@
 #include "host/StrokeView.h"
 
 #include "evaluation/XyPicture.h"
+#include "host/StripTexts.h"
+#include "host/VerdictTexts.h"
 #include "platform/windows/PaintDC.h"
 #include "plugin/ScreenTemplate.h"
 
@@ -10,10 +12,15 @@ ON_WM_LBUTTONUP()
 END_MESSAGE_MAP()
 
 void DrawStroke(CDC& dc, CSize size, const JudgedStroke& stroke, const Limits& limits,
-                bool bVoltage) {
+                SecondInput secondInput) {
     XyPicture picture;
     picture.m_pLimits = &limits;
-    picture.m_bVoltage = bVoltage;
+    picture.m_bVoltage = secondInput == SecondInput::Voltage;
+    picture.m_words = {NameForce(),
+                       NameSecond(SecondInput::Position),
+                       NameSecond(SecondInput::Voltage),
+                       {GetMark(Outcome::Pass), GetMark(Outcome::Fail), GetMark(Outcome::Cannot)}};
+    picture.m_strTitle = NameStroke(stroke);
     std::optional<CStroke> path;
     if (stroke.m_spCurve && stroke.m_verdict && stroke.m_verdict->m_strReason.empty()) {
         path.emplace(*stroke.m_spCurve, stroke.m_nValueRate);
@@ -38,7 +45,7 @@ void CStrokeView::Open(CWnd& screen) {
 void CStrokeView::OnPaint() {
     CPaintDC dc(this);
     const CRect area = GetClientRect();
-    DrawStroke(dc, {area.Width(), area.Height()}, m_stroke, m_limits, m_bVoltage);
+    DrawStroke(dc, {area.Width(), area.Height()}, m_stroke, m_limits, m_secondInput);
 }
 
 void CStrokeView::OnLButtonUp(UINT, CPoint) { Close(); }

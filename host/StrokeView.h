@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "curves/InstrumentMode.h"
 #include "host/StrokeJudge.h"
 #include "platform/windows/Application.h"
 
@@ -12,8 +13,8 @@
 class CStrokeView : public CView {
   public:
     /// @param limits must outlive the view
-    /// @param bVoltage the second input is a voltage, not a position
-    CStrokeView(const Limits& limits, bool bVoltage) : m_limits(limits), m_bVoltage(bVoltage) {}
+    CStrokeView(const Limits& limits, SecondInput secondInput)
+        : m_limits(limits), m_secondInput(secondInput) {}
 
     /// What is shown, now or when it is opened next; of no stroke, and of one that cannot be
     /// evaluated, only the limits.
@@ -29,10 +30,10 @@ class CStrokeView : public CView {
     DECLARE_MESSAGE_MAP()
 
     const Limits& m_limits;
-    const bool m_bVoltage;
+    const SecondInput m_secondInput;
     JudgedStroke m_stroke;
 };
 
 /// Draws a stroke and the limits on all of a surface.
 void DrawStroke(CDC& dc, CSize size, const JudgedStroke& stroke, const Limits& limits,
-                bool bVoltage);
+                SecondInput secondInput);

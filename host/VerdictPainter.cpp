@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/FitText.h"
 #include "platform/drawing/DisplayScale.h"
+#include "platform/drawing/FitText.h"
 
 namespace {
 
@@ -78,7 +78,7 @@ class CVerdictPainter {
         const auto paintLine = [&](const CFont& font, COLORREF color, const std::wstring& strText) {
             m_dc.SelectFont(&font);
             m_dc.SetTextColor(color);
-            m_dc.TextOut(room.left, y, LeaveOutMiddle(m_dc, strText, 0, room.Width()));
+            m_dc.TextOut(room.left, y, FitText(strText, font, room.Width(), 1));
             y += nLine;
         };
         m_dc.SetTextAlign(TextAlign::Left);

@@ -24,8 +24,8 @@ std::wstring JoinTexts(const VerdictContents& contents) {
 
 }  // namespace
 
-CVerdictStrip::CVerdictStrip(const Limits& limits, std::wstring strTitle, bool bVoltage)
-    : m_limits(limits), m_strTitle(std::move(strTitle)), m_strokeView(limits, bVoltage) {
+CVerdictStrip::CVerdictStrip(const Limits& limits, std::wstring strTitle, SecondInput secondInput)
+    : m_limits(limits), m_strTitle(std::move(strTitle)), m_strokeView(limits, secondInput) {
     m_shown.m_strHead = m_strTitle;
 }
 

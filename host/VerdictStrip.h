@@ -15,8 +15,7 @@ class CVerdictStrip : public CView {
   public:
     /// @param limits must outlive the strip
     /// @param strTitle what is judged by, for the operator
-    /// @param bVoltage the second input is a voltage, not a position
-    CVerdictStrip(const Limits& limits, std::wstring strTitle, bool bVoltage);
+    CVerdictStrip(const Limits& limits, std::wstring strTitle, SecondInput secondInput);
     ~CVerdictStrip() override;
 
     /// Shows the strip below a screen's window.

@@ -71,13 +71,17 @@ std::wstring GetMark(const std::optional<Outcome>& outcome) {
     return outcome ? MARKS[static_cast<std::size_t>(*outcome)] : L"\u2013";
 }
 
+std::wstring NameStroke(const JudgedStroke& stroke) {
+    return GetText(STROKE, {std::to_wstring(stroke.m_nNumber)});
+}
+
 std::wstring DescribeStroke(const JudgedStroke& stroke, const std::wstring& strTitle) {
-    const std::wstring strNumber = std::to_wstring(stroke.m_nNumber);
-    std::wstring strText = strTitle + L" \u2013 ";
-    if (!stroke.m_verdict) return strText + GetText(CUT_OFF);
+    const std::wstring strBegin = strTitle + L" \u2013 ";
+    if (!stroke.m_verdict) return strBegin + GetText(CUT_OFF);
     const std::size_t nFailed = CountFailed(*stroke.m_verdict);
-    return strText + (nFailed > 0 ? GetText(STROKE_FAILED, {strNumber, std::to_wstring(nFailed)})
-                                  : GetText(STROKE, {strNumber}));
+    if (nFailed == 0) return strBegin + NameStroke(stroke);
+    return strBegin +
+           GetText(STROKE_FAILED, {std::to_wstring(stroke.m_nNumber), std::to_wstring(nFailed)});
 }
 
 std::vector<std::wstring> DescribeFaults(const StrokeVerdict& verdict, const Limits& limits) {

@@ -23,6 +23,9 @@ struct VerdictContents {
 /// "OK", "NOK", "?", or a dash; the same in every language.
 std::wstring GetMark(const std::optional<Outcome>& outcome);
 
+/// "Stroke 12".
+std::wstring NameStroke(const JudgedStroke& stroke);
+
 /// What is said of a stroke beside its mark.
 /// @param strTitle what it is judged by
 std::wstring DescribeStroke(const JudgedStroke& stroke, const std::wstring& strTitle);

@@ -10,10 +10,8 @@ constexpr std::chrono::milliseconds BLOCK_TIME(10);
 
 CPressInstrument::CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                                    std::unique_ptr<IPressSignal> pPress,
-                                   std::optional<CaptureRequest> selfStart,
-                                   std::function<void()> onPackets)
+                                   std::optional<CaptureRequest> selfStart)
     : m_engine(std::move(sink), layout, std::move(pPress)), m_selfStart(selfStart),
-      m_onPackets(std::move(onPackets)),
       m_thread([this](const std::stop_token& stop) { Run(stop); }) {}
 
 void CPressInstrument::Send(std::string_view image) {
@@ -69,7 +67,6 @@ void CPressInstrument::Run(const std::stop_token& stop) {
             m_engine.Advance(now.time_since_epoch());
             nextBlock = now + BLOCK_TIME;
         }
-        if (m_onPackets) m_onPackets();
         const std::lock_guard lock(m_mutex);
         m_state = m_engine.GetState();
     }

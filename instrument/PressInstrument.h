@@ -18,12 +18,9 @@
 class CPressInstrument : public IInstrument {
   public:
     /// @param selfStart a capture that begins by itself once the screen is shown
-    /// @param onPackets called on the instrument's thread when packets may have been pushed; must
-    ///        not wait
     CPressInstrument(CPacketSink sink, const ValueLayout& layout,
                      std::unique_ptr<IPressSignal> pPress,
-                     std::optional<CaptureRequest> selfStart = {},
-                     std::function<void()> onPackets = {});
+                     std::optional<CaptureRequest> selfStart = {});
 
     void Send(std::string_view image) override;
     /// As Send, with calls on the instrument's thread, either of which may be empty: `before`
@@ -42,7 +39,6 @@ class CPressInstrument : public IInstrument {
 
     CCaptureEngine m_engine;
     const std::optional<CaptureRequest> m_selfStart;
-    const std::function<void()> m_onPackets;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_wake;
     std::vector<Order> m_orders;  ///< guarded by m_mutex

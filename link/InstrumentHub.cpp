@@ -218,9 +218,8 @@ void CInstrumentHub::Admit(Panel& panel, const Join& join, std::uint32_t nSequen
     panel.m_peer.GetQueue().DropWaiting();
     panel.m_peer.GetQueue().RestartNumbers();
 
-    Hello hello = m_settings.m_hello;
+    Hello hello = MakeHello();
     hello.m_bCommands = join.m_bCommand;
-    hello.m_bRunning = m_bRunning;
     hello.m_nAttempt = join.m_nAttempt;
     panel.m_peer.Send(FrameKind::Hello, FormHello(hello), now);
     m_port.OnNews(panel.Describe() + (join.m_bCommand ? " commands" : " views"));
@@ -353,6 +352,19 @@ std::size_t CInstrumentHub::CountViewers() const {
 std::size_t CInstrumentHub::CountJoined() const {
     return static_cast<std::size_t>(std::ranges::count_if(
         m_panels, [](const auto& panel) { return panel.second->IsJoined(); }));
+}
+
+bool CInstrumentHub::IsJoined(PanelId id) const {
+    const auto found = m_panels.find(id);
+    return found != m_panels.end() && found->second->IsJoined();
+}
+
+Hello CInstrumentHub::MakeHello() const {
+    Hello hello = m_settings.m_hello;
+    hello.m_bCommands = false;
+    hello.m_bRunning = m_bRunning;
+    hello.m_nAttempt = 0;
+    return hello;
 }
 
 CFrameQueue* CInstrumentHub::GetQueue(PanelId id) {

@@ -24,6 +24,7 @@ CInstrumentServer::CInstrumentServer(ServerSettings settings, IServedInstrument&
     : m_settings(std::move(settings)), m_instrument(instrument),
       m_send([this](const PacketView& packet, std::uint16_t nFlags) {
           m_hub.Broadcast(packet, nFlags, CLinkThread::Now());
+          for (const auto& pStation : m_stations) pStation->Send(packet, nFlags);
       }),
       m_hub(m_settings.m_hub, *this) {
     for (const LinkAddress& address : m_settings.m_addresses) Listen(address);
@@ -39,6 +40,16 @@ void CInstrumentServer::Listen(const LinkAddress& address) {
             Line{address, asio::steady_timer(context), std::move(spStream)}));
         return;
     }
+    if (address.IsBroker()) {
+        BrokerSettings settings;
+        settings.m_address = address;
+        settings.m_login = m_settings.m_brokerLogin;
+        settings.m_tlsFiles = m_settings.m_brokerTls;
+        m_stations.push_back(std::make_unique<CBrokerStation>(
+            context, m_hub, std::move(settings),
+            [this](const std::string& strLine) { OnNews(strLine); }));
+        return;
+    }
     if (address.m_scheme == LinkScheme::Tls && !m_tls) m_tls = MakeInstrumentTls(m_settings.m_tls);
     m_acceptors.push_back(std::make_unique<CAcceptor>(context, address));
 }
@@ -48,6 +59,8 @@ std::vector<std::string> CInstrumentServer::GetAddresses() const {
     for (const auto& pAcceptor : m_acceptors)
         addresses.push_back(FormatLinkAddress(pAcceptor->GetAddress()));
     for (const auto& pLine : m_lines) addresses.push_back(FormatLinkAddress(pLine->m_address));
+    for (const auto& pStation : m_stations)
+        addresses.push_back(FormatLinkAddress(pStation->GetAddress()));
     return addresses;
 }
 
@@ -59,6 +72,7 @@ void CInstrumentServer::Start() {
     m_thread.Start("link", [this] { OnTick(); });
     m_thread.Post([this] {
         for (const auto& pLine : m_lines) StartLine(*pLine);
+        for (const auto& pStation : m_stations) pStation->Start();
         for (const auto& pAcceptor : m_acceptors) {
             const bool bTls = pAcceptor->GetAddress().IsEncrypted();
             pAcceptor->Start(
@@ -88,6 +102,7 @@ void CInstrumentServer::Finish() {
         connection.m_spStream->Close(m_hub.GetQueue(id)->TakeRest());
     m_connections.clear();
     for (const auto& pLine : m_lines) pLine->m_timer.cancel();
+    for (const auto& pStation : m_stations) pStation->Finish();
 }
 
 void CInstrumentServer::Greet(asio::ip::tcp::socket socket, const std::string& strFrom, bool bTls) {
@@ -163,13 +178,16 @@ void CInstrumentServer::HandOver() {
 }
 
 void CInstrumentServer::OnTick() {
-    m_hub.OnTime(CLinkThread::Now());
+    const LinkTime now = CLinkThread::Now();
+    m_hub.OnTime(now);
+    for (const auto& pStation : m_stations) pStation->OnTime(now);
     SendAll();
 }
 
 void CInstrumentServer::SendAll() {
     for (const auto& [id, connection] : m_connections)
         if (connection.m_spStream) connection.m_spStream->Send(*m_hub.GetQueue(id));
+    for (const auto& pStation : m_stations) pStation->SendAll();
 }
 
 AckResult CInstrumentServer::Execute(PayloadView image) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "link/Acceptor.h"
+#include "link/BrokerStation.h"
 #include "link/InstrumentHub.h"
 #include "link/LinkStream.h"
 #include "link/LinkThread.h"
@@ -23,6 +24,8 @@ struct ServerSettings {
     HubSettings m_hub;
     std::vector<LinkAddress> m_addresses;  ///< where panels are awaited
     TlsFiles m_tls;                        ///< for tls://
+    BrokerLogin m_brokerLogin;             ///< for mqtt:// and mqtts://
+    TlsFiles m_brokerTls;                  ///< for mqtts://
     /// A panel came, went or was refused, in words; called on the link's thread, must not wait.
     std::function<void(const std::string& strLine)> m_onNews;
 };
@@ -89,6 +92,7 @@ class CInstrumentServer : private IInstrumentPort {
     CInstrumentHub m_hub;
     std::vector<std::unique_ptr<CAcceptor>> m_acceptors;
     std::vector<std::unique_ptr<Line>> m_lines;
+    std::vector<std::unique_ptr<CBrokerStation>> m_stations;
     std::map<PanelId, Connection> m_connections;
     std::deque<std::weak_ptr<CLinkStream>> m_parting;  ///< the oldest first
     std::atomic<bool> m_bWoken = false;                ///< a hand-over is on its way

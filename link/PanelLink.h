@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "link/BrokerLogin.h"
 #include "link/LinkAddress.h"
 #include "link/LinkPeer.h"
 #include "link/MessageSender.h"
@@ -16,6 +17,7 @@ struct PanelLinkSettings {
     bool m_bCommand = true;  ///< not only to view
     std::string m_strName;   ///< the panel's, for people
     TlsFiles m_tlsFiles;     ///< for an address that is encrypted
+    BrokerLogin m_login;     ///< for a broker's
 };
 
 /// Joins the instrument, again whenever the connection is lost, until it is ended. What the session

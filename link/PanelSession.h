@@ -90,6 +90,7 @@ class CPanelSession {
     void EndFor(PanelState state);
 
     void ReadFrames(LinkTime now);
+    /// @param pOrder null: its number is not looked at
     void TakeFrame(const Frame& frame, CFrameOrder* pOrder, LinkTime now);
     void TakeWhileJoining(const Frame& frame, LinkTime now);
     void TakeWhileConnected(const Frame& frame, LinkTime now);

@@ -93,8 +93,10 @@ void CPanelSession::OnBrokerMessage(BrokerTopic topic, std::span<const std::uint
         m_peer.OnFrame(now);
         TakeRetainedHello(*frame, now);
     } else {
+        // A will was numbered long before it is published.
+        const bool bWill = topic == BrokerTopic::Hello && frame->m_kind == FrameKind::Goodbye;
         CFrameOrder* const apOrder[] = {&m_helloOrder, &m_peer.GetOrder(), &m_downOrder};
-        TakeFrame(*frame, apOrder[static_cast<std::size_t>(topic)], now);
+        TakeFrame(*frame, bWill ? nullptr : apOrder[static_cast<std::size_t>(topic)], now);
     }
     Report();
 }
@@ -107,7 +109,7 @@ void CPanelSession::TakeFrame(const Frame& frame, CFrameOrder* pOrder, LinkTime 
     // An instrument that was restarted counts from 0 again, and says so by a REFUSE.
     if (frame.m_kind == FrameKind::Refuse && m_settings.m_manner != LinkManner::Broker)
         return TakeParting(frame, now);
-    const auto nMissing = pOrder->Take(frame.m_nSequence);
+    const auto nMissing = pOrder ? pOrder->Take(frame.m_nSequence) : 0;
     if (!nMissing) {
         ++m_peer.GetCounts().m_nOld;
         return;

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <mutex>
 #include <pthread.h>
 #include <system_error>
@@ -67,6 +68,13 @@ CThreadHandle StartThread(std::function<void()> run) {
 }
 
 void NameThread(const char* pName) { ::pthread_setname_np(::pthread_self(), pName); }
+
+void BlockPipeSignal() {
+    sigset_t pipe;
+    ::sigemptyset(&pipe);
+    ::sigaddset(&pipe, SIGPIPE);
+    ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+}
 
 void SleepMilliseconds(unsigned nMilliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(nMilliseconds));

@@ -44,6 +44,10 @@ PLATFORM_API CThreadHandle StartThread(std::function<void()> run);
 /// Gives the calling thread a name, by which the system's tools show it: at most 15 bytes.
 PLATFORM_API void NameThread(const char* pName);
 
+/// A connection that the other side has closed is an error of the write, no signal that ends the
+/// program: in the calling thread.
+PLATFORM_API void BlockPipeSignal();
+
 PLATFORM_API void SleepMilliseconds(unsigned nMilliseconds);
 
 /// Milliseconds of a steady clock; only differences mean anything.

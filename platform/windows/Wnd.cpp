@@ -10,7 +10,10 @@
 #include "platform/windows/qt/UiQueue.h"
 #include "platform/windows/qt/Widgets.h"
 
-CWnd::~CWnd() { DestroyWindow(); }
+CWnd::~CWnd() {
+    DestroyWindow();
+    DropCallsOfGoneWindows();
+}
 
 LRESULT CWnd::SendMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
     if (!IsUiThread()) {
@@ -33,14 +36,16 @@ bool CWnd::PostMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) {
 void CWnd::PostCall(std::function<void()> call) {
     const WindowHandle hWnd = GetHandle();
     if (!hWnd) return;
-    PostToUi([hWnd, call = std::move(call)] {
-        if (!NativeWindow::Find(hWnd)) return;
-        try {
-            call();
-        } catch (...) {
-            ReportCurrentException();
-        }
-    });
+    PostToUi(
+        [hWnd, call = std::move(call)] {
+            if (!NativeWindow::Find(hWnd)) return;
+            try {
+                call();
+            } catch (...) {
+                ReportCurrentException();
+            }
+        },
+        hWnd);
 }
 
 void CWnd::EnableWindow(bool bEnable) {

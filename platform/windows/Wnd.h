@@ -39,7 +39,8 @@ class PLATFORM_API CWnd : public CObject {
     bool PostMessage(UINT nMessage, WPARAM wParam = 0, LPARAM lParam = 0);
 
     /// Queues a call to the user-interface thread, which makes it if the window is still there.
-    /// Any thread.
+    /// Any thread. A call that is not made does not outlive this object: the library that it comes
+    /// from may go then.
     void PostCall(std::function<void()> call);
 
     // State

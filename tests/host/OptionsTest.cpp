@@ -96,7 +96,12 @@ TEST(Options, OfAnInstrumentOnALinkAreThatInstruments) {
         EXPECT_EQ(refused({strOption.c_str()}),
                   strOption.substr(0, strOption.find('=')) + " needs --link ADDRESS");
     EXPECT_EQ(refused({pLink, "--link-cert=a"}), "--link-cert and --link-key need each other");
-    EXPECT_EQ(refused({"--link=tcp://a", "--link-ca=a"}), "--link-ca needs a --link to tls://");
+    EXPECT_EQ(refused({"--link=tcp://a", "--link-ca=a"}),
+              "--link-ca needs a --link to tls:// or mqtts://");
+    EXPECT_EQ(refused({pLink, "--link-user=a"}),
+              "--link-user needs a --link to mqtt:// or mqtts://");
+    EXPECT_EQ(refused({"--link=mqtt://a/t", "--link-password-file=a"}),
+              "--link-password-file needs --link-user NAME");
     EXPECT_EQ(refused({"--link", "tcp://a:0"}),
               "--link: 'tcp://a:0': '0' is not a port from 1 to 65535");
     const Options options = Read({pLink, "--view", "--link-cert=c", "--link-key=k"});

@@ -98,10 +98,45 @@ TEST_F(Program, DemonstratesSingleValuesInAFolderOfItsOwn) {
               std::string("\x04\0\0\0\x03\x01\x40\x9C\x20\x4E", 10));
 }
 
+TEST_F(Program, DemonstratesTheVerdictAsTheToolGivesIt) {
+    // Position from 0 to 999 and back to 0, force a fifth of it up to 199.
+    std::string strRecording = "Load,Path\n";
+    for (int n = 0; n < 2000; ++n) {
+        const int nPath = std::min(n, 1999 - n);
+        strRecording += std::to_string(nPath / 5) + "," + std::to_string(nPath) + "\n";
+    }
+    m_folder.Put("r.csv", strRecording);
+    m_folder.Put("l.json", R"({"format": "rt3-limits", "version": 1, "objects": [
+        {"name": "peak", "kind": "feature", "feature": "peak_force", "max": 100.5},
+        {"name": "free", "kind": "block", "x": [0, 100], "y": [30, null]}]})");
+    EXPECT_EQ(
+        Run("--value-rate 4000 --sample-time 1 --replay r.csv --replay-rate 2000 "
+            "--replay-first-scale 1 --replay-second-scale 1 --limits l.json --verdict-log log "
+            "--data-folder . --settings set.ini --demo out"),
+        0);
+    EXPECT_NE(
+        m_strOutput.find("\nverdict      NOK\n             peak: above maximum, margin -98.5\n"
+                         "picture      "),
+        std::string::npos)
+        << m_strOutput;
+    EXPECT_EQ(m_folder.Get("out/xy.png").substr(16, 8), std::string("\0\0\x03\x20\0\0\x02\x58", 8));
+    const std::string strLine = m_folder.Get("out/verdict.json");
+    EXPECT_EQ(m_folder.Get("log"), strLine);
+    const std::string strTool = "cd '" + m_folder.GetPath().native() + "' && '" +
+                                ToUtf8(GetExecutableFolder()) +
+                                "/rt3' check --json --limits l.json out/capture.rt3 >checked";
+    EXPECT_EQ(WEXITSTATUS(std::system(strTool.c_str())), 1);
+    const auto skipName = [](const std::string& str) {
+        return str.substr(str.find("\"channel\""), str.find('\n') - str.find("\"channel\""));
+    };
+    EXPECT_EQ(skipName(strLine), skipName(m_folder.Get("checked")));
+}
+
 TEST_F(Program, SaysOnStandardErrorWhyItCannotGoOn) {
     const std::string strInstrument = "instrument   simulated press\n";
     const std::tuple<const char*, int, std::string, std::string> cases[] = {
         {"--mode 256", 2, "", "rtpanel: --mode: '256' is not"},
+        {"--limits nowhere.json", 2, "", "rtpanel: nowhere.json: No such file or directory."},
         {"--data-folder nowhere", 1, strInstrument, "rtpanel: nowhere: there is no such folder\n"},
         {"--replay nowhere.csv", 1, "", "rtpanel: nowhere.csv: "},
         {"--language Qr", 1, strInstrument, "rtpanel: there is no language 'Qr' in "},

@@ -12,7 +12,7 @@
 #include "tests/link/Support.h"
 #include "tests/link/Transports.h"
 
-/// Every wait is for 5 s at the most; what does not come fails the test.
+/// Every wait is for 20 s at the most; what does not come fails the test.
 class CHandInstrument {
   public:
     std::string GetAddress() const {

@@ -31,10 +31,13 @@ inline std::string DescribeFrames(const Bytes& bytes) {
     reader.Add(bytes, {});
     std::string strFrames;
     while (const auto frame = reader.Read()) {
-        const auto number = [&] { return std::to_string(frame->m_payload[0]); };
+        const auto add = [&](char ch, std::size_t nByte) {
+            strFrames += ch;
+            strFrames += std::to_string(frame->m_payload[nByte]);
+        };
         switch (frame->m_kind) {
         case FrameKind::Join:
-            strFrames += "J" + std::to_string(frame->m_payload[8]);
+            add('J', 8);
             break;
         case FrameKind::Hello:
             strFrames += "H";
@@ -43,19 +46,20 @@ inline std::string DescribeFrames(const Bytes& bytes) {
             strFrames += "P";
             break;
         case FrameKind::Message:
-            strFrames += "M" + number();
+            add('M', 0);
             break;
         case FrameKind::Ack:
-            strFrames += "A" + number() + ":" + std::to_string(frame->m_payload[4]);
+            add('A', 0);
+            add(':', 4);
             break;
         case FrameKind::KeepAlive:
             strFrames += "K";
             break;
         case FrameKind::Refuse:
-            strFrames += "R" + number();
+            add('R', 0);
             break;
         case FrameKind::Goodbye:
-            strFrames += "G" + number();
+            add('G', 0);
             break;
         default:
             strFrames += "?";

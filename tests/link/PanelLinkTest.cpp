@@ -2,68 +2,22 @@
 #include "link/PanelLink.h"
 
 #include <fstream>
-#include <mutex>
 #include <set>
 
 #include "link/ByteOrder.h"
 #include "link/Checksum.h"
 #include "tests/link/HandInstrument.h"
-#include "tests/link/PanelBench.h"
+#include "tests/link/ScreenBench.h"
 
 namespace {
-
-/// Remembers what the link tells.
-class CScreenBench : public IPanelScreen {
-  public:
-    void PushPacket(std::shared_ptr<RTPacket> spPacket) override {
-        const std::lock_guard lock(m_mutex);
-        m_strPushed += GetLetter(*spPacket);
-        m_packets.push_back(std::move(spPacket));
-    }
-    void PushPacketBehindScreen(std::shared_ptr<RTPacket> spPacket) override {
-        const std::lock_guard lock(m_mutex);
-        m_strPushed += static_cast<char>(std::toupper(GetLetter(*spPacket)));
-    }
-    void OnInstrumentKnown(const Hello&) override {}
-    void SetRates(std::uint16_t, std::uint16_t) override {}
-    void SetSampleTime(unsigned) override {}
-    void OnStatus(const LinkStatus& status) override {
-        const std::lock_guard lock(m_mutex);
-        m_status = status;
-    }
-
-    template <class Condition>
-    bool Await(Condition condition) {
-        for (int n = 0; n < 500; ++n) {
-            {
-                const std::lock_guard lock(m_mutex);
-                if (condition()) return true;
-            }
-            std::this_thread::sleep_for(10ms);
-        }
-        return false;
-    }
-    bool AwaitPushed(const std::string& strPackets) {
-        const bool bThere = Await([&] { return m_strPushed == strPackets; });
-        EXPECT_EQ(m_strPushed, strPackets);
-        return bThere;
-    }
-    bool AwaitState(PanelState state) {
-        return Await([&] { return m_status.m_state == state; });
-    }
-
-    std::mutex m_mutex;
-    LinkStatus m_status;
-    std::string m_strPushed;
-    std::vector<std::shared_ptr<RTPacket>> m_packets;
-};
 
 class PanelLink : public ::testing::Test {
   protected:
     void Open(std::string strAddress = "") {
         if (strAddress.empty()) strAddress = m_instrument.GetAddress();
         m_link.emplace(
-            PanelLinkSettings{ReadLinkAddress(strAddress, LinkUse::Connect), true, "desk 1", {}},
+            PanelLinkSettings{
+                ReadLinkAddress(strAddress, LinkUse::Connect), true, "desk 1", {}, {}},
             m_screen);
     }
     void Start() { m_link->Send(std::string(44, 'x'), ImageKind::Start); }
@@ -77,7 +31,7 @@ class PanelLink : public ::testing::Test {
     CPanelLink::Totals End() {
         const auto begin = std::chrono::steady_clock::now();
         const auto totals = m_link->End();
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
         return totals;
     }
 
@@ -121,7 +75,7 @@ TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
     ASSERT_TRUE(m_screen.AwaitPushed("rss"));
     m_instrument.Leave();
     EXPECT_TRUE(m_screen.AwaitPushed("rssi"));
-    EXPECT_TRUE(m_screen.m_status.m_bCutShort);
+    EXPECT_TRUE(m_screen.GetStatus().m_bCutShort);
     Start();
     EXPECT_TRUE(m_screen.AwaitPushed("rssiI"));
     std::this_thread::sleep_for(1200ms);  // tries in vain
@@ -129,7 +83,7 @@ TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
     m_instrument.Return();
     EXPECT_EQ(m_instrument.TakePanel().m_nAttempt, 2u);
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     SendPackets("s");  // of no curve of this screen
     Start();
     Acknowledge();
@@ -184,7 +138,7 @@ TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
         CHandInstrument instrument;
         CScreenBench screen;
         CPanelLink link(
-            {ReadLinkAddress(instrument.GetAddress(), LinkUse::Connect), true, "desk 1", {}},
+            {ReadLinkAddress(instrument.GetAddress(), LinkUse::Connect), true, "desk 1", {}, {}},
             screen);
         instrument.TakePanel();
         instrument.SendBytes(bytes);
@@ -201,19 +155,18 @@ TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
 }
 
 TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {
+    // Small ones, of which each costs 256 bytes beside its payload of 8.
+    constexpr std::uint32_t SENT = 70000, HELD = (16u << 20) / 264;
+    Bytes bytes;
+    const auto spPacket = std::make_shared<const Bytes>(MakePacketOf('s'));
+    for (std::uint32_t n = 0; n < SENT; ++n)
+        MakeFrame(FrameKind::Packet, 0, 3 + n, spPacket).AppendTo(bytes);
     Open();
     m_instrument.TakePanel();
     m_screen.AwaitState(PanelState::Connected);
     Start();
     Acknowledge();
     SendPackets("r");
-    // Small ones, of which each costs 256 bytes beside its payload of 8.
-    constexpr std::size_t SENT = 70000, HELD = (16u << 20) / 264;
-    Bytes bytes;
-    for (std::size_t n = 0; n < SENT; ++n)
-        MakeFrame(FrameKind::Packet, 0, m_instrument.m_nNext++,
-                  std::make_shared<Bytes>(MakePacketOf('s')))
-            .AppendTo(bytes);
     m_instrument.SendBytes(bytes);
     EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_packets.size() >= HELD; }));
     std::this_thread::sleep_for(200ms);
@@ -223,7 +176,7 @@ TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {
         m_screen.m_packets.clear();
     }
     EXPECT_TRUE(m_screen.Await([&] { return m_screen.m_strPushed.size() == SENT + 1; }));
-    EXPECT_EQ(m_screen.m_status.m_nLostInCapture, 0u);
+    EXPECT_EQ(m_screen.GetStatus().m_nLostInCapture, 0u);
 }
 
 TEST_F(PanelLink, OnALineAsksAgainUntilTheInstrumentHasStarted) {
@@ -253,7 +206,7 @@ TEST_F(PanelLink, OnALineAsksAgainUntilTheInstrumentHasStarted) {
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
     terminal.reset();
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Waiting));
-    EXPECT_EQ(m_screen.m_status.m_trouble.m_strEnglish, "the device is gone");
+    EXPECT_EQ(m_screen.GetStatus().m_trouble.m_strEnglish, "the device is gone");
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 // The instrument's server, on real sockets and lines.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <mutex>
 #include <stdlib.h>
 
 #include "link/InstrumentServer.h"
+#include "link/PanelLink.h"
 #include "tests/link/PanelBench.h"
+#include "tests/link/Transports.h"
 #include "tests/link/WirePanel.h"
 
 namespace {
@@ -200,12 +203,18 @@ TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
     std::vector<CWirePanel> viewers;
     for (std::uint32_t n = 0; n < 7; ++n)
         EXPECT_EQ(viewers.emplace_back(GetPort()).Join(false, 20 + n).Await("H"), "H");
-    // 13 MB, more than the system keeps for a socket and the queue together.
-    constexpr int PACKETS = 400;
+    // 13 MB, more than the system keeps for a socket and the queue together, as fast as those who
+    // read take it.
+    constexpr std::size_t PACKETS = 400;
+    const auto isTaken = [&](std::size_t nPackets) {
+        return std::ranges::all_of(
+            viewers, [&](const CWirePanel& viewer) { return viewer.m_nPackets >= nPackets; });
+    };
     std::thread pusher([&] {
-        for (int n = 0; n < PACKETS; ++n) {
+        for (std::size_t n = 0; n < PACKETS; ++n) {
+            for (int i = 0; i < 500 && !isTaken(n < 20 ? 0 : n - 20); ++i)
+                std::this_thread::sleep_for(1ms);
             m_instrument.Push(MakePacketOf('s', 16'000));
-            std::this_thread::sleep_for(4ms);
         }
         m_instrument.Push(MakePacketOf('n'));
     });
@@ -219,9 +228,56 @@ TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
     for (std::thread& reader : readers) reader.join();
     for (CWirePanel& viewer : viewers) {
         EXPECT_EQ(viewer.m_nLost, 0u);
-        EXPECT_EQ(viewer.m_nPackets, std::size_t{PACKETS});
+        EXPECT_EQ(viewer.m_nPackets, PACKETS);
     }
     EXPECT_NE(GetNews().find("gone: this panel does not keep up"), std::string::npos) << GetNews();
+    EXPECT_EQ(m_instrument.GetDone(), "fs");
+}
+
+/// Only asks whether there is an instrument.
+class CBareScreen : public IPanelScreen {
+  public:
+    void PushPacket(std::shared_ptr<RTPacket>) override {}
+    void PushPacketBehindScreen(std::shared_ptr<RTPacket>) override {}
+    void OnInstrumentKnown(const Hello&) override { m_bKnown = true; }
+    void SetRates(std::uint16_t, std::uint16_t) override {}
+    void SetSampleTime(unsigned) override {}
+    void OnStatus(const LinkStatus&) override {}
+    std::atomic<bool> m_bKnown = false;
+};
+
+TEST_F(Server, LetsInOverTlsWhomItsAuthorityKnows) {
+    const TemporaryFolder folder;
+    const TlsFiles press = MakeCertificate(folder, "press", "IP:127.0.0.1");
+    const TlsFiles desk = MakeCertificate(folder, "desk", "DNS:desk");
+    Serve("tls://127.0.0.1:0", {desk.m_strAuthorities, press.m_strCertificate, press.m_strKey});
+    const auto isKnown = [&](const TlsFiles& files, std::chrono::milliseconds time) {
+        CBareScreen screen;
+        PanelLinkSettings settings;
+        settings.m_address = ReadLinkAddress(m_strAddress, LinkUse::Connect);
+        settings.m_tlsFiles = files;
+        const CPanelLink link(settings, screen);
+        for (auto left = time; left > 0ms && !screen.m_bKnown; left -= 10ms)
+            std::this_thread::sleep_for(10ms);
+        return screen.m_bKnown.load();
+    };
+    // Those who never shake hands are the first to go.
+    std::vector<CWirePanel> idle;
+    for (int n = 0; n < 20; ++n) idle.emplace_back(GetPort());
+    EXPECT_TRUE(isKnown({press.m_strAuthorities, desk.m_strCertificate, desk.m_strKey}, 5000ms));
+    EXPECT_FALSE(isKnown({press.m_strAuthorities, "", ""}, 500ms));
+    EXPECT_FALSE(isKnown({press.m_strAuthorities, press.m_strCertificate, press.m_strKey}, 500ms));
+    for (const char* const pszWhy : {" refused: peer did not return a certificate",
+                                     " refused: certificate: self-signed certificate\n"})
+        EXPECT_NE(GetNews().find(pszWhy), std::string::npos) << GetNews();
+    EXPECT_FALSE(idle[0].Await("x", 100ms).empty());
+    EXPECT_TRUE(idle[19].Await("x", 3s).ends_with("x"));
+    EXPECT_NE(GetNews().find("the handshake takes too long"), std::string::npos) << GetNews();
+    const std::string strPlain = "GET / HTTP/1.1\r\n\r\n";
+    CWirePanel plain(GetPort());
+    EXPECT_FALSE(plain.Write(Bytes(strPlain.begin(), strPlain.end())).Await("x").empty());
+    CWirePanel late(GetPort());
+    m_pServer.reset();  // with a handshake under way
     EXPECT_EQ(m_instrument.GetDone(), "fs");
 }
 

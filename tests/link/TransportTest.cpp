@@ -135,7 +135,7 @@ TEST_F(Transport, WithoutReadingThePeerIsHeldBack) {
     asio::ip::tcp::socket peer = m_acceptor.accept();
     m_spStream->SetReading(false);
     std::size_t nWritten = 0;
-    const Bytes bytes(64u << 20);
+    const Bytes bytes(24u << 20);
     asio::async_write(peer, asio::buffer(bytes),
                       [&](const asio::error_code&, std::size_t n) { nWritten = n; });
     m_context.restart();

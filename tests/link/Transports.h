@@ -15,9 +15,9 @@
 #include "tests/support/TemporaryFolder.h"
 
 /// Runs a context until something has come about.
-/// @return whether it has, within 5 s
+/// @return whether it has, within 20 s
 inline bool RunUntil(asio::io_context& context, const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!condition() && std::chrono::steady_clock::now() < end) {
         context.restart();
         context.run_for(std::chrono::milliseconds(5));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <arpa/inet.h>
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <netinet/in.h>
@@ -18,7 +19,69 @@
 
 using namespace std::chrono_literals;
 
-class CWirePanel {
+/// Tells what an instrument's frames are, and keeps what they bring. A letter for each frame: H, A0
+/// (ACK with its result), K, R2, G8 with their reasons; packets as GetLetter says, those for
+/// viewers as capitals.
+class CFrameTeller {
+  public:
+    std::string Tell(const Frame& frame) {
+        if (const auto nMissing = m_order.Take(frame.m_nSequence)) m_nLost += *nMissing;
+        const auto name = [&](const char* pszName, std::size_t nByte) {
+            return std::string(pszName).append(std::to_string(frame.m_payload[nByte]));
+        };
+        switch (frame.m_kind) {
+        case FrameKind::Hello:
+            m_hello = ReadHello(frame.m_payload).value();
+            m_order.Restart();
+            m_order.Take(frame.m_nSequence);
+            return "H";
+        case FrameKind::Packet:
+            return TellPacket(ReadPacket(frame.m_payload).value(), frame.m_nFlags);
+        case FrameKind::Ack:
+            return name("A", 4);
+        case FrameKind::KeepAlive:
+            return "K";
+        case FrameKind::Refuse:
+            return name("R", 0);
+        case FrameKind::Goodbye:
+            return name("G", 0);
+        default:
+            return "?";
+        }
+    }
+
+    Hello m_hello;
+    std::uint64_t m_nLost = 0;
+    std::vector<std::int16_t> m_values;       ///< since the last running-state report
+    std::string m_strLines;                   ///< a digit for each block
+    std::atomic<std::size_t> m_nPackets = 0;  ///< of values; may be read on any thread
+    std::vector<unsigned> m_started;          ///< milliseconds and rate of the last one announced
+
+  private:
+    std::string TellPacket(const PacketView& packet, std::uint16_t nFlags) {
+        const char ch = "osncri"[static_cast<int>(FindMeaning(packet))];
+        if (ch == 's') TakeValues(packet.m_payload);
+        if (ch == 'r') m_values.clear();
+        if (ch == 'c')
+            m_started = {GetNumber<std::uint16_t>(packet.m_payload.subspan(6)),
+                         GetNumber<std::uint16_t>(packet.m_payload.subspan(8))};
+        return std::string(1, static_cast<char>(nFlags == 0 ? ch : std::toupper(ch)));
+    }
+    void TakeValues(PayloadView payload) {
+        ++m_nPackets;
+        for (std::size_t n = 1; n + 3 <= payload.size();) {
+            const unsigned nValues = payload[n + 1] * 256u + payload[n + 2];
+            m_strLines += static_cast<char>('0' + payload[n]);
+            n += 3;
+            for (unsigned i = 0; i < nValues; ++i, n += 2)
+                m_values.push_back(static_cast<std::int16_t>(payload[n] | payload[n + 1] << 8));
+        }
+    }
+
+    CFrameOrder m_order;
+};
+
+class CWirePanel : public CFrameTeller {
   public:
     /// @param nPort on this machine; @param bSmall with the smallest buffer for what comes in
     explicit CWirePanel(std::uint16_t nPort, bool bSmall = false)
@@ -57,9 +120,8 @@ class CWirePanel {
         return Send(FrameKind::Message, FormMessage({nNumber, image}));
     }
 
-    /// Reads until what has come says so, or the other side closes ("x"), or time is up. A letter
-    /// for each frame: H, A0 (ACK with its result), K, R2, G8 with their reasons; packets as
-    /// GetLetter says, of values only the first in a row, those for viewers as capitals.
+    /// Reads until what has come says so, or the other side closes ("x"), or time is up. Of
+    /// values in a row only the first is told.
     std::string Await(std::string_view strEnd, std::chrono::milliseconds time = 5s) {
         const auto end = std::chrono::steady_clock::now() + time;
         std::string strTold;
@@ -89,65 +151,12 @@ class CWirePanel {
         }
     }
 
-    Hello m_hello;
-    std::uint64_t m_nLost = 0;
-    std::vector<std::int16_t> m_values;  ///< since the last running-state report
-    std::string m_strLines;              ///< a digit for each block
-    std::size_t m_nPackets = 0;          ///< of values
-    std::vector<unsigned> m_started;     ///< milliseconds and rate of the last one announced
-
   private:
     CWirePanel(int nHandle, int, int) : m_nHandle(nHandle) {}
-
-    std::string Tell(const Frame& frame) {
-        if (const auto nMissing = m_order.Take(frame.m_nSequence)) m_nLost += *nMissing;
-        const auto name = [&](const char* pszName, std::size_t nByte) {
-            return std::string(pszName).append(std::to_string(frame.m_payload[nByte]));
-        };
-        switch (frame.m_kind) {
-        case FrameKind::Hello:
-            m_hello = ReadHello(frame.m_payload).value();
-            m_order.Restart();
-            m_order.Take(frame.m_nSequence);
-            return "H";
-        case FrameKind::Packet:
-            return TellPacket(ReadPacket(frame.m_payload).value(), frame.m_nFlags);
-        case FrameKind::Ack:
-            return name("A", 4);
-        case FrameKind::KeepAlive:
-            return "K";
-        case FrameKind::Refuse:
-            return name("R", 0);
-        case FrameKind::Goodbye:
-            return name("G", 0);
-        default:
-            return "?";
-        }
-    }
-    std::string TellPacket(const PacketView& packet, std::uint16_t nFlags) {
-        const char ch = "osncri"[static_cast<int>(FindMeaning(packet))];
-        if (ch == 's') TakeValues(packet.m_payload);
-        if (ch == 'r') m_values.clear();
-        if (ch == 'c')
-            m_started = {GetNumber<std::uint16_t>(packet.m_payload.subspan(6)),
-                         GetNumber<std::uint16_t>(packet.m_payload.subspan(8))};
-        return std::string(1, static_cast<char>(nFlags == 0 ? ch : std::toupper(ch)));
-    }
-    void TakeValues(PayloadView payload) {
-        ++m_nPackets;
-        for (std::size_t n = 1; n + 3 <= payload.size();) {
-            const unsigned nValues = payload[n + 1] * 256u + payload[n + 2];
-            m_strLines += static_cast<char>('0' + payload[n]);
-            n += 3;
-            for (unsigned i = 0; i < nValues; ++i, n += 2)
-                m_values.push_back(static_cast<std::int16_t>(payload[n] | payload[n + 1] << 8));
-        }
-    }
 
     int m_nHandle;
     std::uint32_t m_nNext = 0;
     bool m_bClosed = false;
     CFrameReader m_reader{LinkManner::Stream, MAX_PAYLOAD_TO_PANEL};
-    CFrameOrder m_order;
     std::deque<std::string> m_told;  ///< and not given out
 };

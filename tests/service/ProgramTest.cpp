@@ -5,40 +5,12 @@
 #include <cmath>
 #include <fcntl.h>
 
-#include "platform/system/Paths.h"
 #include "tests/link/WirePanel.h"
 #include "tests/service/ChildProgram.h"
+#include "tests/service/Service.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
-
-Bytes MakeStart(unsigned nMilliseconds, unsigned nRate, bool bContinuous = false) {
-    Bytes image(44);
-    const auto put = [&](std::size_t n, unsigned nValue) {
-        image[n] = static_cast<std::uint8_t>(nValue & 0xFF);
-        image[n + 1] = static_cast<std::uint8_t>(nValue >> 8);
-    };
-    image[0] = 39;
-    image[1] = 1;
-    image[2] = 41;
-    image[3] = 2;
-    put(4, nMilliseconds);
-    image[6] = bContinuous ? 1 : 0;
-    put(7, nRate);
-    return image;
-}
-
-const Bytes STOP = MakeStart(0, 0);
-
-std::vector<std::string> Instrument(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), ToUtf8(GetExecutableFolder()).append("/rtinstrument"));
-    return arguments;
-}
-
-std::uint16_t ReadPort(CChildProgram& program, const std::string& strBefore) {
-    const std::string strPort = program.Await(strBefore);
-    return static_cast<std::uint16_t>(strPort.empty() ? 0 : std::stoi(strPort));
-}
 
 TEST(Instrument, ServesCapturesToACommanderAndViewers) {
     CChildProgram program(

@@ -1,6 +1,7 @@
 // What every dialog looks like by itself, and drawing on its controls.
 #include <gtest/gtest.h>
 
+#include "platform/windows/Application.h"
 #include "platform/windows/Dialog.h"
 #include "platform/windows/PaintDC.h"
 #include "platform/windows/WindowScale.h"
@@ -34,6 +35,24 @@ TEST(Dialog, FillsItsBackgroundWhichShowsThroughItsLabels) {
         EXPECT_GT(nInk, 10);
         EXPECT_LT(nInk, 100) << "nothing but the letters";
     });
+}
+
+TEST(Dialog, CallsForItDoNotOutliveIt) {
+    const auto spToken = std::make_shared<int>(1);
+    const auto post = [&](CWnd& wnd) { wnd.PostCall([&, spToken] { *spToken *= 2; }); };
+    CFrameWindow other;
+    other.Create(L"");
+    {
+        CDialog dialog(TEMPLATE);
+        dialog.Create(nullptr);
+        post(dialog);
+        post(other);
+        post(dialog);
+        EXPECT_EQ(spToken.use_count(), 4);
+    }
+    EXPECT_EQ(spToken.use_count(), 2) << "but for that of the other window";
+    EXPECT_TRUE(Operator::WaitUntil([&] { return spToken.use_count() == 1; }, 5000));
+    EXPECT_EQ(*spToken, 2);
 }
 
 TEST(Script, ThatWaitsInVainClosesItsWindowAndSaysForWhat) {
