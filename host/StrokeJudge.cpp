@@ -108,7 +108,6 @@ void CStrokeJudge::OnMessage(std::string_view image) {
 }
 
 void CStrokeJudge::Finish() {
-    Post([this] { m_collector->Drop(); });
     {
         const std::lock_guard lock(m_mutex);
         m_bEnding = true;

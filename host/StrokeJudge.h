@@ -62,8 +62,8 @@ class CStrokeJudge {
     /// The screen sends a message image, which the instrument has not got yet.
     void OnMessage(std::string_view image);
 
-    /// Ends the work, since the screen has closed: judges what is over by now, and takes what is
-    /// not for cut off. What comes later is not looked at.
+    /// Ends the work, since the screen has closed: judges what is over by now. What is not is cut
+    /// off, and what comes later is not looked at.
     void Finish();
 
     /// Hands over what there is, the oldest stroke first.

@@ -106,14 +106,19 @@ TEST_F(Program, DemonstratesTheVerdictAsTheToolGivesIt) {
         strRecording += std::to_string(nPath / 5) + "," + std::to_string(nPath) + "\n";
     }
     m_folder.Put("r.csv", strRecording);
+    m_folder.Put("display", R"({"screens": [{"width": 800, "height": 480}]})");
     m_folder.Put("l.json", R"({"format": "rt3-limits", "version": 1, "objects": [
         {"name": "peak", "kind": "feature", "feature": "peak_force", "max": 100.5},
         {"name": "free", "kind": "block", "x": [0, 100], "y": [30, null]}]})");
     EXPECT_EQ(
         Run("--value-rate 4000 --sample-time 1 --replay r.csv --replay-rate 2000 "
             "--replay-first-scale 1 --replay-second-scale 1 --limits l.json --verdict-log log "
-            "--data-folder . --settings set.ini --demo out"),
+            "--data-folder . --settings set.ini --demo out --scale fit",
+            "QT_QPA_PLATFORM=offscreen:configfile=display"),
         0);
+    // The display has room for 615 by 352 pixels of a screen that has both strips below it.
+    EXPECT_EQ(m_folder.Get("out/screen.png").substr(16, 8),
+              std::string("\0\0\x02\x67\0\0\x01\x60", 8));
     EXPECT_NE(
         m_strOutput.find("\nverdict      NOK\n             peak: above maximum, margin -98.5\n"
                          "picture      "),

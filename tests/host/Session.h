@@ -65,7 +65,11 @@ class Session : public ::testing::Test {
     }
     /// The values of a channel's first curve.
     std::vector<std::int16_t> GetValues(std::size_t nChannel) {
-        const auto spCurve = GetCurves()->FirstCurve(nChannel);
+        std::shared_ptr<RTCurveData> spCurve;
+        {
+            const std::lock_guard lock(m_pSession->m_lock);
+            spCurve = m_pSession->m_spCurves->FirstCurve(nChannel);
+        }
         if (!spCurve) return {};
         const std::uint32_t nCount = spCurve->GetCount();
         return {spCurve->GetValues(), spCurve->GetValues() + nCount};

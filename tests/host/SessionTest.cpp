@@ -11,8 +11,11 @@ TEST_F(Session, ACaptureArrivesWholeOnEveryChannel) {
     Run({"--mode=2", "--second-input=analogue", "--device-24v=1", "--sample-time=2",
          "--trigger=0.57"},
         [this] {
-            auto& displays = dynamic_cast<CComboBox&>(*m_pScreen->GetControl(IDC_DISPLAY_LIST));
-            Operator::Ask([&] { EXPECT_EQ(displays.GetItemText(1), L"Position (0-24V)"); });
+            Operator::Ask([&] {
+                const auto& displays =
+                    dynamic_cast<CComboBox&>(*m_pScreen->GetControl(IDC_DISPLAY_LIST));
+                EXPECT_EQ(displays.GetItemText(1), L"Position (0-24V)");
+            });
             EXPECT_EQ(TextOf(IDC_SAMPLE_TIME), L"2");
             EXPECT_EQ(TextOf(IDC_TRIGGER), L"0.6");
             EXPECT_TRUE(Operator::Tap(*m_pScreen, IDC_START));

@@ -2,6 +2,7 @@
 #include "host/VerdictStrip.h"
 
 #include <csignal>
+#include <map>
 #include <regex>
 #include <sys/resource.h>
 
@@ -11,7 +12,9 @@
 #include "platform/system/Paths.h"
 #include "tests/host/Session.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/Panel.h"
+#include "ui/DlgListFiles.h"
 
 namespace {
 
@@ -85,6 +88,11 @@ class Verdict : public Session {
             << ToUtf8(strText) << " is not " << ToUtf8(Said());
     }
     void Tap(int nID) { EXPECT_TRUE(Operator::Tap(*m_pScreen, nID)) << nID; }
+    void TapReset() {
+        const CWnd* pButton = nullptr;
+        Operator::Ask([&] { pButton = m_pPanel->GetVerdictStrip()->GetControl(0); });
+        EXPECT_TRUE(Operator::Tap(*pButton, 2));
+    }
     void Send(const Values& values) { m_pInstrument->Push(MakeSamples(1, values)); }
     void ReportIdle() { m_pInstrument->Push(MakeIdleReport()); }
     /// A capture that begins and ends by itself.
@@ -122,7 +130,7 @@ TEST_F(Verdict, TenStrokesTwoOfThemBad) {
     const std::string strLog = m_folder.GetPath() / "log";
     m_folder.Put("log", "what a power failure has left");
     RunJudged({"--pass-output", "--verdict-log", strLog.c_str()}, [this] {
-        EXPECT_EQ(Said(), L"\u2013\nSeat\nOK 0 NOK 0 ? 0");
+        ExpectSaid(L"\u2013\nSeat\nOK 0 NOK 0 ? 0");
         int nGood = 0;
         for (int n = 1; n <= 10; ++n) {
             const bool bBad = n == 3 || n == 10;
@@ -145,9 +153,7 @@ TEST_F(Verdict, TenStrokesTwoOfThemBad) {
         Send(Values(10000, 7));
         ExpectSaid(L"?\nSeat \u2013 Stroke 11\nconstant position\nOK 8 NOK 2 ? 1");
         EXPECT_EQ(m_pInstrument->CountPassOutputs(), 8u);
-        const CWnd* pButton = nullptr;
-        Operator::Ask([&] { pButton = m_pPanel->GetVerdictStrip()->GetControl(0); });
-        EXPECT_TRUE(Operator::Tap(*pButton, 2));
+        TapReset();
         ExpectSaid(L"?\nSeat \u2013 Stroke 11\nconstant position\nOK 0 NOK 0 ? 0");
     });
     const auto lines = ReadLog();
@@ -215,6 +221,63 @@ TEST_F(Verdict, WhatTheOperatorCutsOffIsNotJudged) {
     });
 }
 
+TEST_F(Verdict, OfACaptureThatTheInstrumentBeginsLastsAsLongAsThat) {
+    RunJudged({}, [this] {
+        // Of 1000 ms, where the screen would take 3 s, at the rate that it has without a Start.
+        m_pInstrument->Push(
+            MakePacket(RTPACKET_CONTROL, {RTCMD_CAPTURE, 0, 0, 0, 0, 0, 0xE8, 0x03}));
+        for (int n = 0; n < 4; ++n) Send(GOOD);
+        ExpectSaid(L"OK\nSeat \u2013 Stroke 1\nOK 1 NOK 0 ? 0");
+    });
+}
+
+TEST_F(Verdict, AFileThatIsLoadedCutsTheStrokeOff) {
+    std::filesystem::create_directory(m_folder.GetPath() / "RealTimeFiles");
+    m_folder.Put("RealTimeFiles/a.rt3", FileBytes{FileBytes::SmallCapture()}.Text());
+    RunJudged({}, [this] {
+        m_pInstrument->Push(MakePacket(RTPACKET_CONTROL, {RTCMD_CAPTURE, 0, 0, 0, 0, 1}));
+        Send(BAD);
+        EXPECT_TRUE(Await([this] { return GetValues(0).size() == 10000; }));
+        Tap(IDC_LOAD);
+        EXPECT_TRUE(Await([this] { return Operator::ModalWindow() != m_pScreen; }));
+        const CWnd& list = *Operator::ModalWindow();
+        const CWnd* pFiles = nullptr;
+        Operator::Ask([&] { pFiles = list.GetControl(CDlgListFiles::ID_FILES); });
+        EXPECT_TRUE(Operator::Select(*pFiles, L"a"));
+        EXPECT_TRUE(Operator::Tap(list, IDOK));
+        ExpectSaid(L"\u2013\nSeat \u2013 Stopped, not judged\nOK 0 NOK 0 ? 0");
+        m_pInstrument->Push(NEW_CURVE);
+        EXPECT_TRUE(Await([this] { return GetValues(0).empty(); }));
+        EXPECT_EQ(Said(), L"\u2013\nSeat \u2013 Stopped, not judged\nOK 0 NOK 0 ? 0");
+    });
+}
+
+TEST(VerdictTexts, AreInTheOperatorsLanguage) {
+    const std::map<std::int32_t, std::wstring> german{
+        {3250, L"tritt %1 ein"}, {3246, L"links"}, {3244, L"Abstand %1"}, {3266, L"zu wenig"}};
+    const CTextSource source([&](std::int32_t nString) {
+        const auto found = german.find(nString);
+        return found == german.end() ? nullptr : &found->second;
+    });
+    Limits limits;
+    limits.m_objects = {{"seat", WindowLimit()}, {"good", BlockLimit()}};
+    StrokeVerdict verdict;
+    verdict.m_outcome = Outcome::Fail;
+    verdict.m_objects.resize(2);
+    ObjectResult& seat = verdict.m_objects[0];
+    seat.m_outcome = Outcome::Fail;
+    seat.m_strReason = "enters by left";
+    seat.m_strMarginUnit = "mm";
+    for (const auto& [dMargin, pText] :
+         {std::pair{-0.123456, L"-0.1235 mm"}, {-123456.7, L"-123457 mm"}, {-1e12, L"-1e+12 mm"}}) {
+        seat.m_margin = dMargin;
+        EXPECT_EQ(DescribeFaults(verdict, limits),
+                  std::vector{L"seat: tritt links ein, Abstand " + std::wstring(pText)});
+    }
+    verdict.m_strReason = "too few points";
+    EXPECT_EQ(DescribeFaults(verdict, limits), std::vector<std::wstring>{L"zu wenig"});
+}
+
 TEST_F(Verdict, IsOnTheChannelThatIsAskedFor) {
     RunJudged({"--mode", "20", "--limits-channel", "2"}, [this] {
         Values both;
@@ -235,14 +298,19 @@ TEST_F(Verdict, ALogThatCannotBeWrittenIsToldOnce) {
         setrlimit(RLIMIT_FSIZE, &small);
         Capture(GOOD);
         ExpectSaid(L"OK\nVerdict log: File too large.\nOK 1 NOK 0 ? 0");
-        setrlimit(RLIMIT_FSIZE, &before);
         Capture(GOOD);
         ExpectSaid(L"OK\nVerdict log: File too large.\nOK 2 NOK 0 ? 0");
+        TapReset();
+        Capture(GOOD);
+        ExpectSaid(L"OK\nSeat \u2013 Stroke 3\nOK 1 NOK 0 ? 0");
+        setrlimit(RLIMIT_FSIZE, &before);
+        Capture(GOOD);
+        ExpectSaid(L"OK\nSeat \u2013 Stroke 4\nOK 2 NOK 0 ? 0");
     });
     const auto lines = ReadLog();
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0], "{\"at\"");
-    EXPECT_NE(lines[1].find("\"curve\": 2,"), std::string::npos);
+    EXPECT_NE(lines[1].find("\"curve\": 4,"), std::string::npos);
 }
 
 TEST_F(Verdict, ATapOpensTheStrokeAndClosesItAgain) {
