@@ -3,7 +3,7 @@
 
 #include <csignal>
 #include <map>
-#include <regex>
+#include <span>
 #include <sys/resource.h>
 
 #include "host/VerdictPainter.h"
@@ -161,12 +161,14 @@ TEST_F(Verdict, TenStrokesTwoOfThemBad) {
     EXPECT_EQ(lines[0], "what a power failure has left");
     for (std::size_t n = 1; n <= 11; ++n) {
         const std::string strVerdict = n == 11 ? "cannot" : n == 3 || n == 10 ? "fail" : "pass";
-        const std::regex line(
-            R"(\{"at": "20\d\d-[01]\d-[0-3]\dT[0-2]\d:[0-5]\d:[0-5]\d\.\d{3}Z", "file": null, )"
-            R"("channel": 1, "curve": )" +
+        std::string strLine = lines[n];
+        for (char& ch : std::span(strLine).first(std::min<std::size_t>(strLine.size(), 32)))
+            if (ch >= '0' && ch <= '9') ch = '9';
+        EXPECT_TRUE(strLine.starts_with(
+            R"({"at": "9999-99-99T99:99:99.999Z", "file": null, "channel": 1, "curve": )" +
             std::to_string(n) + R"(, "points": 5000, "turn": )" + (n == 11 ? "null" : "2499") +
-            R"(, "verdict": ")" + strVerdict + R"(", .*\})");
-        EXPECT_TRUE(std::regex_match(lines[n], line)) << lines[n];
+            R"(, "verdict": ")" + strVerdict + "\", "))
+            << lines[n];
     }
 }
 
