@@ -42,6 +42,10 @@ constexpr PacketMeaning FindMeaning(std::int32_t nType, PacketPayload payload) {
     return PacketMeaning::Other;
 }
 
+/// In the leading field, which is the host's own, of an idle report that the host makes up since
+/// the instrument is out of reach: what it was capturing is cut short.
+constexpr std::uint32_t LEADING_CUT_SHORT = 1;
+
 /// Of a capture-started packet.
 constexpr bool IsStartedContinuous(PacketPayload payload) {
     return payload[STARTED_CONTINUOUS] != 0;

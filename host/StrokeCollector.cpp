@@ -36,7 +36,7 @@ void CStrokeCollector::Take(const RTPacket& packet, const CurveRoom& room) {
         Begin(room);
         break;
     case PacketMeaning::Idle:
-        End(m_bStopped);
+        End(m_bStopped || packet.m_nLeading == LEADING_CUT_SHORT);
         break;
     case PacketMeaning::Running:
     case PacketMeaning::Other:

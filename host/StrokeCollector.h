@@ -17,7 +17,8 @@ struct CurveRoom {
 /// Keeps the values of one channel stroke by stroke, exactly those that the screen stores as one
 /// curve, since a continuous capture takes a curve out of the screen's hands as soon as the next
 /// one begins. A stroke is over when the curve of a sample-time capture is full, when the next
-/// curve begins, and when the instrument reports by itself that it is idle.
+/// curve begins, and when the instrument reports by itself that it is idle. What
+/// the operator stops, and what a lost connection ends, is cut off.
 ///
 /// Threads: one at a time.
 class CStrokeCollector {

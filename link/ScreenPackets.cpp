@@ -10,5 +10,7 @@ std::uint16_t GetStartedSampleTime(const PacketView& packet) {
 std::shared_ptr<RTPacket> MakeIdlePacket() {
     std::vector<std::uint8_t> payload(CObjRTGeneric::PAYLOAD_SIZE);
     payload[0] = RTCMD_STATUS;
-    return MakePacket(RTPACKET_CONTROL, std::move(payload));
+    auto spPacket = MakePacket(RTPACKET_CONTROL, std::move(payload));
+    spPacket->m_nLeading = LEADING_CUT_SHORT;
+    return spPacket;
 }

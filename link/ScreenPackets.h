@@ -19,5 +19,5 @@ constexpr bool IsOfCapture(std::int32_t nType) {
 /// The sample time that a capture-started packet tells, in milliseconds; 0: none.
 std::uint16_t GetStartedSampleTime(const PacketView& packet);
 
-/// A report that the instrument is idle.
+/// A report that the instrument is idle, though nobody has heard it say so (LEADING_CUT_SHORT).
 std::shared_ptr<RTPacket> MakeIdlePacket();

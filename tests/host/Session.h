@@ -42,6 +42,8 @@ class Session : public ::testing::Test {
                 return m_pScreen = dynamic_cast<CDlgBase*>(Operator::ModalWindow());
             });
             m_pSession = dynamic_cast<CRealTimeData*>(m_pScreen);
+            // The panel is still at work on the screen's window until then.
+            Operator::WaitFor("the strip", [this] { return !Status().empty(); });
             script();
             m_pScreen->PostMessage(WM_CLOSE);
         });

@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 
 #include "host/VerdictPainter.h"
+#include "link/ScreenPackets.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
 #include "platform/system/Paths.h"
@@ -230,6 +231,15 @@ TEST_F(Verdict, OfACaptureThatTheInstrumentBeginsLastsAsLongAsThat) {
             MakePacket(RTPACKET_CONTROL, {RTCMD_CAPTURE, 0, 0, 0, 0, 0, 0xE8, 0x03}));
         for (int n = 0; n < 4; ++n) Send(GOOD);
         ExpectSaid(L"OK\nSeat \u2013 Stroke 1\nOK 1 NOK 0 ? 0");
+    });
+}
+
+TEST_F(Verdict, ALostConnectionCutsTheStrokeOff) {
+    RunJudged({}, [this] {
+        Tap(IDC_START);
+        Send(Values(GOOD.begin(), GOOD.begin() + 6000));
+        m_pInstrument->Push(MakeIdlePacket());
+        ExpectSaid(L"\u2013\nSeat \u2013 Stopped, not judged\nOK 0 NOK 0 ? 0");
     });
 }
 
