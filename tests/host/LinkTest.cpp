@@ -21,7 +21,10 @@ class LinkSession : public Session {
             m_join = m_instrument.TakePanel(hello);
             m_instrument.Live();
         });
-        Run(arguments, script);
+        Run(arguments, [&] {
+            taken.wait();
+            script();
+        });
     }
     void Acknowledge(AckResult result = AckResult::Taken) {
         const Bytes payload = m_instrument.Read(FrameKind::Message);

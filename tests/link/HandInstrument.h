@@ -119,6 +119,7 @@ class CHandInstrument {
     }
     /// What has come in until now.
     void Receive() {
+        const std::lock_guard lock(m_mutex);
         Bytes bytes(65536);
         asio::error_code error;
         m_socket->non_blocking(true);
@@ -134,6 +135,6 @@ class CHandInstrument {
     std::optional<asio::ip::tcp::socket> m_socket;
     std::optional<CFrameReader> m_reader;
     bool m_bEnded = false;
-    std::recursive_mutex m_mutex;  ///< guards sending
+    std::recursive_mutex m_mutex;  ///< guards the socket
     std::jthread m_heart;
 };
