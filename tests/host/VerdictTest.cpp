@@ -217,6 +217,8 @@ TEST_F(Verdict, WhatTheOperatorCutsOffIsNotJudged) {
         Tap(IDC_CLEAR);
         Send(GOOD);
         m_pInstrument->Push(NEW_CURVE);
+        // The screen clears long before a stroke is over.
+        EXPECT_TRUE(Await([this] { return GetCurves()->FirstCurve(0) != nullptr; }));
         Send(BAD);
         m_pInstrument->Push(NEW_CURVE);
         ExpectSaid(L"NOK\nSeat \u2013 Stroke 1: 2 failed" + std::wstring(BAD_FAULTS) +
