@@ -7,7 +7,7 @@
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "tests/link/Support.h"
-#include "tests/service/ChildProgram.h"
+#include "tests/support/ChildProgram.h"
 
 /// The image of a start.
 inline Bytes MakeStart(unsigned nMilliseconds, unsigned nRate, bool bContinuous = false) {
