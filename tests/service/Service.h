@@ -9,7 +9,7 @@
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "tests/link/Support.h"
-#include "tests/service/ChildProgram.h"
+#include "tests/support/ChildProgram.h"
 #include "tests/support/TemporaryFolder.h"
 
 /// The image of a start.
