@@ -7,6 +7,7 @@
 #include "curves/FileStore.h"
 #include "evaluation/XyPicture.h"
 #include "host/Judgement.h"
+#include "host/LinkInstrument.h"
 #include "host/VerdictStrip.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
@@ -24,6 +25,10 @@ namespace {
 /// How much longer than its sample time a capture may take, in milliseconds: the wait for a trigger
 /// and a loaded machine.
 constexpr unsigned CAPTURE_PATIENCE = 30000;
+/// How long others may take to begin a capture, and then the longest capture itself.
+constexpr unsigned OTHERS_PATIENCE = 60000;
+/// How much later than the screen the instrument may be at its end of a capture.
+constexpr unsigned REPORT_PATIENCE = 2000;
 /// How long a window may take to come or go.
 constexpr unsigned WINDOW_PATIENCE = 10000;
 /// How many windows can stand in front of the screen.
@@ -67,10 +72,10 @@ std::wstring FindFreeName() {
 
 CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
              const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
-             std::function<std::string()> findTrouble)
+             const CLinkInstrument* pLink)
     : m_screen(screen), m_session(session), m_options(options), m_pJudgement(pJudgement),
       m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)),
-      m_findTrouble(std::move(findTrouble)) {}
+      m_pLink(pLink) {}
 
 bool CDemo::Run() {
     bool bSucceeded = false;
@@ -79,8 +84,8 @@ bool CDemo::Run() {
         AwaitScreen("to be shown");
         EnterNumber(IDC_SAMPLE_TIME, m_options.m_strSampleTime);
         EnterNumber(IDC_TRIGGER, m_options.m_strTrigger);
-        TakeCapture();
-        m_strIncomplete = m_findTrouble();
+        m_options.m_bCaptureLocked ? TakeCaptureOfOthers() : TakeCapture();
+        if (m_pLink && m_strIncomplete.empty()) m_strIncomplete = m_pLink->FindTrouble();
         PrintCurves();
         if (m_pJudgement) SaveVerdict();
         SavePictures();
@@ -103,8 +108,37 @@ void CDemo::TakeCapture() {
     Operator::WaitFor(
         "the end of the capture", [this] { return IsEnabled(m_screen, IDC_START); },
         nSampleTime + CAPTURE_PATIENCE);
+    // A curve that is full ends it on the screen before the link has told what was lost.
+    if (m_pLink)
+        Operator::WaitUntil([this] { return !m_pLink->GetStatus().m_bRunning; }, REPORT_PATIENCE);
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
+}
+
+void CDemo::TakeCaptureOfOthers() {
+    std::printf("capture      begins elsewhere\n");
+    std::fflush(stdout);
+    using enum CLinkInstrument::Progress;
+    Operator::WaitFor(
+        "a capture that somebody else begins", [this] { return m_pLink->GetProgress() != None; },
+        OTHERS_PATIENCE);
+    if (!Operator::WaitUntil([this] { return m_pLink->GetProgress() == Over; },
+                             OTHERS_PATIENCE + CAPTURE_PATIENCE))
+        m_strIncomplete = "the capture goes on";
+    AwaitPackets();
+}
+
+/// Waits until the screen has taken all packets that it has been sent: it keeps the last one until
+/// it has the next.
+void CDemo::AwaitPackets() {
+    std::weak_ptr<RTPacket> wpLast;
+    for (int n = 0; n < 2; ++n) {
+        auto spPacket = std::make_shared<RTPacket>();
+        if (n == 0) wpLast = spPacket;
+        m_session.m_pPacketQueue->push(std::move(spPacket));
+    }
+    Operator::WaitFor(
+        "the screen's packets", [&] { return wpLast.expired(); }, WINDOW_PATIENCE);
 }
 
 void CDemo::PrintCurves() {
@@ -128,7 +162,8 @@ void CDemo::PrintCurves() {
         PrintExtremes("force", extremes[0]);
         PrintExtremes("second input", extremes[1]);
         std::printf("\n");
-        if (nCount != curve.GetCapacity() && m_strIncomplete.empty())
+        // Others choose the sample time, in milliseconds, and may stop.
+        if (nCount != curve.GetCapacity() && m_strIncomplete.empty() && !m_options.m_bCaptureLocked)
             m_strIncomplete = "values are missing";
     }
 }

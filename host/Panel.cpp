@@ -179,8 +179,7 @@ int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     }
     bool bSucceeded = false;
     {
-        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(),
-                   [this] { return m_pLink ? m_pLink->FindTrouble() : std::string(); });
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(), m_pLink);
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
         screen.Run();
         script.Join();

@@ -1,9 +1,11 @@
 // A continuous capture of many hours.
 #include <cstdio>
 #include <ctime>
+#include <unistd.h>
 
 #include "plugin/ScreenTemplate.h"
 #include "soak/LeftBehind.h"
+#include "soak/ProcessTimes.h"
 #include "soak/Soak.h"
 #include "tests/support/Panel.h"
 
@@ -41,10 +43,10 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
         const auto spNewCurve = MakePacket(RTPACKET_NEW_CURVE, {'P'});
         const auto nBlocks = static_cast<std::uint64_t>(dHours * 3600 * BLOCKS_PER_SECOND);
         const std::uint64_t nBegin = TickMilliseconds();
-        const double dBegin = MeasureResidentMegabytes();
+        const double dBegin = MeasureResidentMegabytes(::getpid());
         const auto say = [&](double dDone) {
             std::printf("%6.2f h of capture: %6.1f MB after %6.1f s\n", dDone,
-                        MeasureResidentMegabytes(),
+                        MeasureResidentMegabytes(::getpid()),
                         static_cast<double>(TickMilliseconds() - nBegin) / 1000);
             std::fflush(stdout);
         };
@@ -80,7 +82,7 @@ void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSe
         if (nRecords != nBlocksInCurve) record.Fault("blocks are missing");
         // A record takes 8 bytes; the list's chunks double.
         const double dLimit = dBegin + 30 + 2 * 8e-6 * static_cast<double>(nRecords);
-        if (!IsSanitized() && MeasureResidentMegabytes() > dLimit)
+        if (!IsSanitized() && MeasureResidentMegabytes(::getpid()) > dLimit)
             record.Fault("memory grows by more than the records");
         record.Largest("longest answer with the queue, ms", nLongest);
     });

@@ -9,6 +9,7 @@
 #include "platform/operator/Operator.h"
 #include "platform/system/Threads.h"
 #include "platform/windows/Application.h"
+#include "soak/ProcessTimes.h"
 
 namespace fs = std::filesystem;
 
@@ -34,18 +35,11 @@ ProcessUse MeasureProcess() {
         std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
     use.m_widgets = Operator::ListWidgets();
     ::malloc_trim(0);
-    use.m_dMegabytes = MeasureResidentMegabytes();
+    use.m_dMegabytes = MeasureResidentMegabytes(::getpid());
     return use;
 }
 
 }  // namespace
-
-double MeasureResidentMegabytes() {
-    std::size_t nPages = 0;
-    std::size_t nResident = 0;
-    std::ifstream("/proc/self/statm") >> nPages >> nResident;
-    return static_cast<double>(nResident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
-}
 
 void CLeftBehind::Check() {
     // A thread that has been joined may still be listed for a moment.

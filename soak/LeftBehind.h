@@ -13,9 +13,6 @@ struct ProcessUse {
     double m_dMegabytes = 0;             ///< resident memory, after free memory was given back
 };
 
-/// Resident memory now, in megabytes. Any thread.
-double MeasureResidentMegabytes();
-
 /// Whether a sanitizer keeps books of its own on memory, and slows everything down.
 constexpr bool IsSanitized() {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

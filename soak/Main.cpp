@@ -17,13 +17,17 @@ struct Run {
     SoakOptions m_options;
     double m_dHours = 0;
     unsigned m_nStrokeSeconds = 0;
+    unsigned m_nRestarts = 0;
+    double m_dLinkMinutes = 0;
 };
 
 Run ReadRun(Arguments arguments) {
     Run run;
     CCommandLine line("rtsoak [--seconds N] [--seed S] [--mode M] [--patience MS]\n"
-                      "       rtsoak --continuous H [--stroke S] [--mode M]",
-                      "Without --continuous: operator and instrument at random.\n");
+                      "       rtsoak --continuous H [--stroke S] [--mode M]\n"
+                      "       rtsoak --restarts N [--seed S]\n"
+                      "       rtsoak --link-rate MINUTES [--seed S]",
+                      "Without a run's own option: operator and instrument at random.\n");
     line.AddNumber("--seconds", "N", run.m_options.m_dSeconds, 0, 1e9, "for so long (10)");
     line.AddNumber("--seed", "S", run.m_options.m_nSeed, 0, MAX_COUNT,
                    "what the random choices go by (1)");
@@ -38,6 +42,10 @@ Run ReadRun(Arguments arguments) {
                    "a continuous capture of so many hours, as fast as the reader takes it");
     line.AddNumber("--stroke", "S", run.m_nStrokeSeconds, 0, MAX_COUNT,
                    "a new curve every so many seconds (0, one curve only)");
+    line.AddNumber("--restarts", "N", run.m_nRestarts, 0, MAX_COUNT,
+                   "a linked instrument that is killed in captures and started again, so often");
+    line.AddNumber("--link-rate", "MINUTES", run.m_dLinkMinutes, 0, 1e6,
+                   "all that a linked instrument can send, so long");
     const auto arrFiles = line.Parse(arguments);
     if (!arrFiles.empty()) throw CUsageError("'" + ToUtf8(arrFiles[0]) + "' is no option");
     if (!run.m_options.m_nPatience) run.m_options.m_nPatience = GetDefaultPatience();
@@ -47,6 +55,10 @@ Run ReadRun(Arguments arguments) {
 void Work(const Run& run, CSoakRecord& record) {
     if (run.m_dHours > 0)
         RunContinuous(run.m_options, run.m_dHours, run.m_nStrokeSeconds, record);
+    else if (run.m_nRestarts > 0)
+        RunRestarts(run.m_options, run.m_nRestarts, record);
+    else if (run.m_dLinkMinutes > 0)
+        RunLinkRate(run.m_options, run.m_dLinkMinutes, record);
     else
         RunRandomScreens(run.m_options, record);
 }

@@ -56,6 +56,23 @@ void PrepareSession(TestPanel& panel, std::mt19937& random, IRTDevice* pDevice) 
     session.m_nHostValueRate = RATES[random() % std::size(RATES)];
 }
 
+/// Values of the random link, and of the files that there are, by chance.
+void CheckChannelValues(const RTCurveData& curve, std::size_t nChannel, std::uint32_t nCount,
+                        std::mt19937& random, CSoakRecord& record) {
+    constexpr int PROBES = 40;
+    if (nCount == 0) return;
+    const int nLowest = static_cast<int>(nChannel) * CHANNEL_STEP;
+    const auto isForeign = [&](int nValue) {
+        return nValue < nLowest || nValue >= nLowest + CHANNEL_STEP;
+    };
+    for (int i = 0; i < PROBES; ++i)
+        if (isForeign(curve.GetValues()[i == 0 ? nCount - 1 : random() % nCount]))
+            record.Fault("a value is not its channel's");
+    const RTMinMax all = curve.FindMinMax(0, nCount);
+    if (isForeign(all.m_nMin) || isForeign(all.m_nMax))
+        record.Fault("the summary holds what the curve does not");
+}
+
 void RunRandomScreen(const SoakOptions& options, unsigned nScreen, unsigned nMilliseconds,
                      const std::wstring& strFolder, CSoakRecord& record) {
     std::seed_seq seeds{options.m_nSeed, nScreen};
@@ -77,7 +94,12 @@ void RunRandomScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
     std::uint64_t nClosed = 0;
     panel.RunUntilClosed([&] {
         {
-            const CWatch watch(panel, options.m_nPatience, nWatchSeed, record);
+            std::mt19937 probes(nWatchSeed);
+            const auto checkValues = [&](const auto& spCurve, std::size_t nChannel,
+                                         std::uint32_t nCount) {
+                CheckChannelValues(*spCurve, nChannel, nCount, probes, record);
+            };
+            const CWatch watch(panel, options.m_nPatience, nWatchSeed, record, checkValues);
             hand.Work(nMilliseconds);
             hand.CloseScreen();
         }

@@ -22,3 +22,12 @@ void RunRandomScreens(const SoakOptions& options, CSoakRecord& record);
 /// @param nStrokeSeconds time between new curves; 0: one curve only, which fills and stays full
 void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSeconds,
                    CSoakRecord& record);
+
+/// A screen on an instrument in a process of its own, which is killed in the midst of captures and
+/// started again, so many times. Prints how soon the screen is connected again.
+void RunRestarts(const SoakOptions& options, unsigned nTimes, CSoakRecord& record);
+
+/// A continuous capture of three channels at the highest rate, from an instrument in a process of
+/// its own, for so many minutes: holds every value to what the press sends. Runs of two minutes and
+/// more hold memory and the link's processor time to their limits. Prints both, minute by minute.
+void RunLinkRate(const SoakOptions& options, double dMinutes, CSoakRecord& record);

@@ -5,7 +5,6 @@
 
 #include "plugin/ScreenTemplate.h"
 #include "soak/LeftBehind.h"
-#include "soak/RandomLink.h"
 #include "ui/DlgBarInfo.h"
 #include "ui/DlgBarMainMenu.h"
 
@@ -18,8 +17,10 @@ constexpr int PROBES = 40;
 
 unsigned GetDefaultPatience() { return IsSanitized() ? 20000 : 2000; }
 
-CWatch::CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record)
-    : m_panel(panel), m_nPatience(nPatience), m_random(nSeed), m_record(record) {
+CWatch::CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record,
+               ValueCheck checkValues)
+    : m_panel(panel), m_nPatience(nPatience), m_random(nSeed), m_record(record),
+      m_checkValues(std::move(checkValues)) {
     m_thread = StartThread([this] { Run(); });
 }
 
@@ -93,25 +94,15 @@ void CWatch::CheckCurves() {
             m_record.Fault("plot " + std::to_string(k + 1) + " shows another set");
     for (std::size_t k = 0; k < lists.size(); ++k) {
         m_record.Largest("most curves of a channel", lists[k].size());
-        for (const auto& spCurve : lists[k]) CheckCurve(*spCurve, k);
+        for (const auto& spCurve : lists[k]) CheckCurve(spCurve, k);
     }
 }
 
-void CWatch::CheckCurve(const RTCurveData& curve, std::size_t nChannel) {
+void CWatch::CheckCurve(const std::shared_ptr<RTCurveData>& spCurve, std::size_t nChannel) {
+    const RTCurveData& curve = *spCurve;
     const std::uint32_t nCount = curve.GetCount();
     if (nCount > curve.GetCapacity()) m_record.Fault("a curve holds more than its capacity");
-    const int nLowest = static_cast<int>(nChannel) * CHANNEL_STEP;
-    const auto isForeign = [&](int nValue) {
-        return nValue < nLowest || nValue >= nLowest + CHANNEL_STEP;
-    };
-    for (int i = 0; nCount > 0 && i < PROBES; ++i)
-        if (isForeign(curve.GetValues()[i == 0 ? nCount - 1 : m_random() % nCount]))
-            m_record.Fault("a value is not its channel's");
-    if (nCount > 0) {
-        const RTMinMax all = curve.FindMinMax(0, nCount);
-        if (isForeign(all.m_nMin) || isForeign(all.m_nMax))
-            m_record.Fault("the summary holds what the curve does not");
-    }
+    if (m_checkValues) m_checkValues(spCurve, nChannel, nCount);
 
     const RTPulseList& pulses = curve.GetPulses();
     const std::size_t nPulses = pulses.GetCount();

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <random>
 
 #include "soak/Counts.h"
@@ -11,8 +13,14 @@
 /// Lives on a thread of its own, for as long as the screen's event loop runs.
 class CWatch {
   public:
+    /// Looks at the values of a curve, of which so many are there; reports itself what is wrong.
+    using ValueCheck = std::function<void(const std::shared_ptr<RTCurveData>& spCurve,
+                                          std::size_t nChannel, std::uint32_t nCount)>;
+
     /// @param nPatience how long the user-interface thread may take to answer, in milliseconds
-    CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record);
+    /// @param checkValues called on the watch's thread, for every curve in every round
+    CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record,
+           ValueCheck checkValues = {});
     ~CWatch();
     CWatch(const CWatch&) = delete;
     CWatch& operator=(const CWatch&) = delete;
@@ -21,12 +29,13 @@ class CWatch {
     void Run();
     void CheckControls();
     void CheckCurves();
-    void CheckCurve(const RTCurveData& curve, std::size_t nChannel);
+    void CheckCurve(const std::shared_ptr<RTCurveData>& spCurve, std::size_t nChannel);
 
     TestPanel& m_panel;
     const unsigned m_nPatience;
     std::mt19937 m_random;
     CSoakRecord& m_record;
+    const ValueCheck m_checkValues;
     std::atomic<bool> m_bStop{false};
     CThreadHandle m_thread;
 };

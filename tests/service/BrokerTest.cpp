@@ -202,6 +202,37 @@ TEST_F(Broker, CarriesOneWhoCommandsAndManyWhoView) {
     }
 }
 
+TEST_F(Broker, LeavesThreePanelsWithTheSameCapture) {
+    CChildProgram press(
+        Instrument({"--listen", m_strAddress, "--mode=3", "--value-rate=2000", "--link-user=press",
+                    "--link-password-file", MakePassword("1")}));
+    ASSERT_NE(press.Await("hall/press: connected"), "") << press.GetOutput();
+    const auto demo = [this](const char* pszName, const char* pszUser, const char* pszPassword,
+                             const char* pszOption) {
+        return std::make_unique<CChildProgram>(
+            Demo(m_folder, pszName, m_strAddress,
+                 {pszOption, std::string("--link-user=") + pszUser,
+                  "--link-password-file=" + MakePassword(pszPassword)}));
+    };
+    const auto pWall = demo("wall", "wall", "3", "--view");
+    const auto pOther = demo("other", "wall", "3", "--view");
+    for (const auto* const ppViewer : {&pWall, &pOther})
+        EXPECT_NE((*ppViewer)->Await("capture      begins elsewhere"), "")
+            << (*ppViewer)->GetOutput();
+    const auto pDesk = demo("desk", "desk", "2", "--sample-time=1");
+    for (const auto* const ppPanel : {&pDesk, &pWall, &pOther}) {
+        EXPECT_NE((*ppPanel)->Await(", lost 0, old 0, damaged 0, reconnections 0"), "");
+        EXPECT_EQ((*ppPanel)->Join(), 0) << (*ppPanel)->GetOutput();
+    }
+    for (std::size_t nChannel = 0; nChannel < 3; ++nChannel) {
+        const auto values = ReadDemo(m_folder, "desk", nChannel);
+        EXPECT_EQ(values.size(), 2000u);
+        EXPECT_EQ(ReadDemo(m_folder, "wall", nChannel), values);
+        EXPECT_EQ(ReadDemo(m_folder, "other", nChannel), values);
+    }
+    EXPECT_NE(ReadDemo(m_folder, "desk", 0), ReadDemo(m_folder, "desk", 1));
+}
+
 TEST_F(Broker, IsFoundAgain) {
     CChildProgram program(Instrument({"--listen", m_strAddress, "--link-user=press",
                                       "--link-password-file", MakePassword("1")}));

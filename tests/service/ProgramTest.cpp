@@ -6,8 +6,8 @@
 #include <fcntl.h>
 
 #include "tests/link/WirePanel.h"
-#include "tests/service/ChildProgram.h"
 #include "tests/service/Service.h"
+#include "tests/support/ChildProgram.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

@@ -5,10 +5,12 @@
 #include <csignal>
 #include <poll.h>
 #include <string>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
+/// Inherits nothing but its output, and ends with the thread that made it.
 class CChildProgram {
   public:
     /// @param arguments the program first
@@ -22,8 +24,8 @@ class CChildProgram {
         if (m_nProcess == 0) {
             ::dup2(aPipe[1], STDOUT_FILENO);
             ::dup2(aPipe[1], STDERR_FILENO);
-            ::close(aPipe[0]);
-            ::close(aPipe[1]);
+            ::close_range(STDERR_FILENO + 1, ~0U, 0);
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::execvp(argv[0], argv.data());
             ::_exit(127);
         }
@@ -58,6 +60,7 @@ class CChildProgram {
     }
     const std::string& GetOutput() const { return m_strOutput; }
 
+    pid_t GetProcess() const { return m_nProcess; }
     void Signal(int nSignal) { ::kill(m_nProcess, nSignal); }
     /// Waits for its end. @return the exit code; -1: a signal
     int Join() {
