@@ -32,6 +32,8 @@ constexpr Group GROUPS[] = {
     {"window", "A plot alone in a window, whose curve grows 50 times a second", MeasureWindow},
     {"link", "The link over TCP on this machine, 3 channels of 65,535 values a second",
      MeasureLink},
+    {"verdict", "Strokes of 3 s of 40,000 values a second, judged on the real panel; by the clock",
+     MeasureVerdict},
     {"packets", "Packets of 10 ms of 3 channels, on the real screen", MeasurePackets},
 };
 

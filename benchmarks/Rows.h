@@ -27,3 +27,5 @@ void MeasureLink(CTable& table);
 void MeasureMemory(CTable& table);
 /// Measuring and judging strokes.
 void MeasureEvaluation(CTable& table);
+/// From a stroke's last value to its verdict on the real panel.
+void MeasureVerdict(CTable& table);

@@ -7,6 +7,7 @@
 #include "curves/FileStore.h"
 #include "evaluation/XyPicture.h"
 #include "host/Judgement.h"
+#include "host/LinkInstrument.h"
 #include "host/VerdictStrip.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/operator/Operator.h"
@@ -24,6 +25,12 @@ namespace {
 /// How much longer than its sample time a capture may take, in milliseconds: the wait for a trigger
 /// and a loaded machine.
 constexpr unsigned CAPTURE_PATIENCE = 30000;
+/// How long others may take to begin a capture, and then the longest capture itself.
+constexpr unsigned OTHERS_PATIENCE = 60000;
+/// How much later than the screen the instrument may be at its end of a capture.
+constexpr unsigned REPORT_PATIENCE = 2000;
+/// How much later than the screen the judge may be, in milliseconds.
+constexpr unsigned VERDICT_PATIENCE = 1000;
 /// How long a window may take to come or go.
 constexpr unsigned WINDOW_PATIENCE = 10000;
 /// How many windows can stand in front of the screen.
@@ -67,10 +74,10 @@ std::wstring FindFreeName() {
 
 CDemo::CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
              const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
-             std::function<std::string()> findTrouble)
+             const CLinkInstrument* pLink)
     : m_screen(screen), m_session(session), m_options(options), m_pJudgement(pJudgement),
       m_pVerdictStrip(pVerdictStrip), m_folder(std::filesystem::absolute(options.m_strDemo)),
-      m_findTrouble(std::move(findTrouble)) {}
+      m_pLink(pLink) {}
 
 bool CDemo::Run() {
     bool bSucceeded = false;
@@ -79,8 +86,8 @@ bool CDemo::Run() {
         AwaitScreen("to be shown");
         EnterNumber(IDC_SAMPLE_TIME, m_options.m_strSampleTime);
         EnterNumber(IDC_TRIGGER, m_options.m_strTrigger);
-        TakeCapture();
-        m_strIncomplete = m_findTrouble();
+        m_options.m_bCaptureLocked ? TakeCaptureOfOthers() : TakeCapture();
+        if (m_pLink && m_strIncomplete.empty()) m_strIncomplete = m_pLink->FindTrouble();
         PrintCurves();
         if (m_pJudgement) SaveVerdict();
         SavePictures();
@@ -103,8 +110,37 @@ void CDemo::TakeCapture() {
     Operator::WaitFor(
         "the end of the capture", [this] { return IsEnabled(m_screen, IDC_START); },
         nSampleTime + CAPTURE_PATIENCE);
+    // A curve that is full ends it on the screen before the link has told what was lost.
+    if (m_pLink)
+        Operator::WaitUntil([this] { return !m_pLink->GetStatus().m_bRunning; }, REPORT_PATIENCE);
     std::printf("capture      %.1f s, done after %.1f s\n", nSampleTime / 1000.0,
                 static_cast<double>(TickMilliseconds() - nBegin) / 1000.0);
+}
+
+void CDemo::TakeCaptureOfOthers() {
+    std::printf("capture      begins elsewhere\n");
+    std::fflush(stdout);
+    using enum CLinkInstrument::Progress;
+    Operator::WaitFor(
+        "a capture that somebody else begins", [this] { return m_pLink->GetProgress() != None; },
+        OTHERS_PATIENCE);
+    if (!Operator::WaitUntil([this] { return m_pLink->GetProgress() == Over; },
+                             OTHERS_PATIENCE + CAPTURE_PATIENCE))
+        m_strIncomplete = "the capture goes on";
+    AwaitPackets();
+}
+
+/// Waits until the screen has taken all packets that it has been sent: it keeps the last one until
+/// it has the next.
+void CDemo::AwaitPackets() {
+    std::weak_ptr<RTPacket> wpLast;
+    for (int n = 0; n < 2; ++n) {
+        auto spPacket = std::make_shared<RTPacket>();
+        if (n == 0) wpLast = spPacket;
+        m_session.m_pPacketQueue->push(std::move(spPacket));
+    }
+    Operator::WaitFor(
+        "the screen's packets", [&] { return wpLast.expired(); }, WINDOW_PATIENCE);
 }
 
 void CDemo::PrintCurves() {
@@ -128,23 +164,27 @@ void CDemo::PrintCurves() {
         PrintExtremes("force", extremes[0]);
         PrintExtremes("second input", extremes[1]);
         std::printf("\n");
-        if (nCount != curve.GetCapacity() && m_strIncomplete.empty())
+        // Others choose the sample time, in milliseconds, and may stop.
+        if (nCount != curve.GetCapacity() && m_strIncomplete.empty() && !m_options.m_bCaptureLocked)
             m_strIncomplete = "values are missing";
     }
 }
 
 void CDemo::SaveVerdict() {
+    // What was cut short is not judged, and others may cut short what they please.
+    const bool bSure = m_strIncomplete.empty() && !m_options.m_bCaptureLocked;
     JudgedStroke stroke;
-    Operator::WaitFor(
-        "the verdict",
+    Operator::WaitUntil(
         [&] {
-            Operator::Ask([&] {
-                if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke())
-                    stroke = *pLast;
-            });
+            if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke()) stroke = *pLast;
             return stroke.m_verdict.has_value();
         },
-        WINDOW_PATIENCE);
+        bSure ? WINDOW_PATIENCE : VERDICT_PATIENCE);
+    if (!stroke.m_verdict) {
+        std::printf("verdict      none\n");
+        if (bSure) m_strIncomplete = "there is no verdict";
+        return;
+    }
     const Limits& limits = m_pJudgement->m_limits;
     std::printf("verdict      %s\n", ToUtf8(GetMark(stroke.m_verdict->m_outcome)).c_str());
     for (const std::wstring& strFault : DescribeFaults(*stroke.m_verdict, limits))

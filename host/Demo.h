@@ -2,10 +2,10 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 
 class CDlgBase;
+class CLinkInstrument;
 class CVerdictStrip;
 struct CRealTimeData;
 struct Judgement;
@@ -15,7 +15,8 @@ struct Options;
 /// (screen.png), the capture (capture.rt3) and its export (capture.csv); says on standard output
 /// what was captured and where it is. Where strokes are judged it also leaves the stroke's picture
 /// (xy.png) and its line of the verdict log (verdict.json), and says what the verdict is. Closes
-/// the screen at the end.
+/// the screen at the end. Of a screen whose captures are controlled elsewhere it takes the next one
+/// that somebody else begins, for which it waits a minute.
 ///
 /// Threads: the script thread of Operator::CScript, while the screen runs.
 class CDemo {
@@ -24,10 +25,10 @@ class CDemo {
     /// are replaced), and the sample time and trigger level to enter. All must outlive the
     /// demonstration.
     /// @param pJudgement, pVerdictStrip null: strokes are not judged
-    /// @param findTrouble what went wrong with the instrument since the start; empty: nothing
+    /// @param pLink null: the instrument is not on a link
     CDemo(CDlgBase& screen, CRealTimeData& session, const Options& options,
           const Judgement* pJudgement, const CVerdictStrip* pVerdictStrip,
-          std::function<std::string()> findTrouble);
+          const CLinkInstrument* pLink);
 
     /// Runs it. What goes wrong is said on standard error.
     /// @return whether everything was made
@@ -35,6 +36,8 @@ class CDemo {
 
   private:
     void TakeCapture();
+    void TakeCaptureOfOthers();
+    void AwaitPackets();
     void PrintCurves();
     void SaveVerdict();
     void SavePictures();
@@ -53,6 +56,6 @@ class CDemo {
     const Judgement* const m_pJudgement;
     const CVerdictStrip* const m_pVerdictStrip;
     const std::filesystem::path m_folder;
-    const std::function<std::string()> m_findTrouble;
+    const CLinkInstrument* const m_pLink;
     std::string m_strIncomplete;  ///< why the capture is not whole; empty: it is
 };

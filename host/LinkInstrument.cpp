@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <utility>
 
+#include "acquisition/PacketMeaning.h"
 #include "instrument/InstrumentCommand.h"
+#include "link/LineRate.h"
 #include "platform/commandline/CommandLine.h"
 #include "platform/system/Text.h"
 #include "platform/windows/Dialog.h"
@@ -24,7 +26,7 @@ ImageKind FindKind(std::string_view image) {
 }  // namespace
 
 CLinkInstrument::CLinkInstrument(CWnd& ui, const PanelLinkSettings& settings)
-    : m_ui(ui), m_strAddress(settings.m_address.m_strText), m_link(settings, *this) {}
+    : m_ui(ui), m_address(settings.m_address), m_link(settings, *this) {}
 
 CLinkInstrument::~CLinkInstrument() {
     const auto [counts, nReconnections] = m_link.End();
@@ -64,6 +66,11 @@ std::optional<Hello> CLinkInstrument::GetHello() const {
     return m_hello;
 }
 
+CLinkInstrument::Progress CLinkInstrument::GetProgress() const {
+    const std::lock_guard lock(m_mutex);
+    return m_progress;
+}
+
 std::string CLinkInstrument::FindTrouble() const {
     const std::lock_guard lock(m_mutex);
     return m_strTrouble;
@@ -83,6 +90,7 @@ void CLinkInstrument::AttachScreen(CDialog& screen, CRealTimeData& session,
 }
 
 void CLinkInstrument::PushPacket(std::shared_ptr<RTPacket> spPacket) {
+    Note(*spPacket);
     const std::lock_guard lock(m_sinkMutex);
     if (m_sink)
         (*m_sink)(std::move(spPacket));
@@ -90,21 +98,36 @@ void CLinkInstrument::PushPacket(std::shared_ptr<RTPacket> spPacket) {
         m_awaiting.push_back(std::move(spPacket));
 }
 
+void CLinkInstrument::Note(const RTPacket& packet) {
+    const PacketMeaning meaning = FindMeaning(packet.m_nType, GetPayload(packet));
+    const std::lock_guard lock(m_mutex);
+    if (meaning == PacketMeaning::Idle)
+        m_progress = m_progress == Progress::None ? Progress::None : Progress::Over;
+    else if (meaning != PacketMeaning::Samples && meaning != PacketMeaning::Other)
+        m_progress = Progress::Running;
+}
+
 void CLinkInstrument::PushPacketBehindScreen(std::shared_ptr<RTPacket> spPacket) {
     m_ui.PostCall([this, spPacket] { PushPacket(spPacket); });
 }
 
 void CLinkInstrument::OnInstrumentKnown(const Hello& hello) {
-    const std::lock_guard lock(m_mutex);
-    m_hello = hello;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_hello = hello;
+    }
+    CheckLine(hello);
 }
 
 void CLinkInstrument::SetRates(std::uint16_t nValueRate, std::uint16_t nAuxRate) {
+    Hello hello;
     {
         const std::lock_guard lock(m_mutex);
         m_hello->m_nValueRate = nValueRate;
         m_hello->m_nAuxRate = nAuxRate;
+        hello = *m_hello;
     }
+    CheckLine(hello);
     m_ui.PostCall([this, nValueRate, nAuxRate] {
         if (!m_pSession) return;  // it will be made by the HELLO
         std::atomic_ref(m_pSession->m_nHostValueRate).store(nValueRate);
@@ -130,16 +153,19 @@ void CLinkInstrument::ApplySampleTime() {
 void CLinkInstrument::OnStatus(const LinkStatus& status) {
     {
         const std::lock_guard lock(m_mutex);
+        const bool bBegins = status.m_bRunning && !m_status.m_bRunning;
+        if (bBegins && m_hello && (!m_hello->m_bCommands || m_hello->m_bLocked))
+            m_strTrouble.clear();
         m_status = status;
         if (status.m_bCutShort || status.m_nLostInCapture > 0 || !status.m_notice.IsEmpty())
-            m_strTrouble = DescribeStatus(status, m_strAddress);
+            m_strTrouble = DescribeStatus(status, GetAddress());
     }
     Log(status);
 }
 
 /// A number of lost packets that grows is said once a second.
 void CLinkInstrument::Log(const LinkStatus& status) {
-    const std::string strText = DescribeStatus(status, m_strAddress);
+    const std::string strText = DescribeStatus(status, GetAddress());
     if (strText == m_strLogged) return;
     LinkStatus same = status;
     same.m_nLostInCapture = m_logged.m_nLostInCapture;
@@ -151,4 +177,10 @@ void CLinkInstrument::Log(const LinkStatus& status) {
     m_logged = status;
     m_loggedAt = now;
     std::fprintf(stderr, "link  %s\n", MakePrintable(strText).c_str());
+}
+
+void CLinkInstrument::CheckLine(const Hello& hello) {
+    const std::string strShortage = DescribeShortage(m_address, hello);
+    if (!strShortage.empty())
+        std::fprintf(stderr, "link  %s\n", MakePrintable(strShortage).c_str());
 }

@@ -30,7 +30,7 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     InstrumentState GetState() const override;
 
     LinkStatus GetStatus() const;
-    const std::string& GetAddress() const { return m_strAddress; }
+    const std::string& GetAddress() const { return m_address.m_strText; }
     /// What the instrument is, once it has been reached.
     std::optional<Hello> GetHello() const;
 
@@ -39,7 +39,11 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     /// sink, one at a time.
     void AttachScreen(CDialog& screen, CRealTimeData& session, const CPacketSink& sink);
 
-    /// What went wrong since the last start was sent, in English; empty: nothing.
+    /// How far the screen has been told of a capture.
+    enum class Progress : std::uint8_t { None, Running, Over };
+    Progress GetProgress() const;
+    /// What went wrong since the last start was sent, or, where others begin captures, since the
+    /// last one began, in English; empty: nothing.
     std::string FindTrouble() const;
 
   private:
@@ -50,11 +54,13 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     void SetSampleTime(unsigned nSeconds) override;
     void OnStatus(const LinkStatus& status) override;
 
+    void Note(const RTPacket& packet);
     void ApplySampleTime();
     void Log(const LinkStatus& status);
+    void CheckLine(const Hello& hello);
 
     CWnd& m_ui;
-    const std::string m_strAddress;
+    const LinkAddress m_address;
 
     // Of the user-interface thread.
     CDialog* m_pScreen = nullptr;
@@ -74,6 +80,7 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     LinkStatus m_status;
     std::optional<Hello> m_hello;
     std::string m_strTrouble;
+    Progress m_progress = Progress::None;
 
     CPanelLink m_link;  ///< last: it ends before what it uses
 };

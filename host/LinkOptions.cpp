@@ -58,7 +58,7 @@ void CheckLink(const CCommandLine& line, const LinkOptions& options) {
     for (const char* pName : OF_INSTRUMENT)
         refusePair("--link", pName, "the linked instrument says what it is");
     refusePair("--link", "--desktop", "a desktop has no instrument");
-    for (const char* pOther : {"--sample-time", "--trigger", "--demo"})
+    for (const char* pOther : {"--sample-time", "--trigger"})
         refusePair("--view", pOther, "the screen's capture controls are disabled");
     for (const char* pName : NEED_TLS)
         if (line.Has(pName) && !options.m_link->IsEncrypted())

@@ -50,7 +50,8 @@ void AddPlaces(CCommandLine& line, Options& options) {
     line.AddText(
         "--demo", "DIR", options.m_strDemo,
         "operate the screen, unseen, without anybody there: one capture, a picture of it, the "
-        "capture saved and exported, all into this folder");
+        "capture saved and exported, all into this folder; of a linked instrument that others "
+        "command, the next capture that they begin");
 }
 
 void ReadScale(const std::string& strScale, Options& options) {

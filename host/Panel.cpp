@@ -121,11 +121,7 @@ std::unique_ptr<IInstrument> CPanel::MakeLink() {
     return pLink;
 }
 
-CPanel::~CPanel() {
-    // The one sends to the other, which sends to the frame.
-    m_pInstrument.reset();
-    m_pJudge.reset();
-}
+CPanel::~CPanel() = default;
 
 std::wstring CPanel::GetStatusText() const {
     return m_pStrip ? m_pStrip->GetWindowText() : std::wstring();
@@ -183,8 +179,7 @@ int CPanel::RunScreen(CDlgBase& screen, CRealTimeData& session) {
     }
     bool bSucceeded = false;
     {
-        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(),
-                   [this] { return m_pLink ? m_pLink->FindTrouble() : std::string(); });
+        CDemo demo(screen, session, m_options, m_pJudgement.get(), m_pVerdictStrip.get(), m_pLink);
         Operator::CScript script([&] { bSucceeded = demo.Run(); });
         screen.Run();
         script.Join();

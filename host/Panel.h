@@ -84,10 +84,10 @@ class CPanel {
 
     Options m_options;  ///< what an instrument on a link says takes the place of what they say
     CApplication m_app;
-    RTPacketQueue m_queue;
-    CPanelDevice m_device;
     const std::unique_ptr<Judgement> m_pJudgement;  ///< null: strokes are not judged
     std::unique_ptr<CStrokeJudge> m_pJudge;         ///< null with it
+    RTPacketQueue m_queue;                          ///< what is left in it goes before the judge
+    CPanelDevice m_device;
     std::string m_strInstrument;
     CFrameWindow m_frame;
     std::unique_ptr<IInstrument> m_pInstrument;  ///< null: the desktop has none

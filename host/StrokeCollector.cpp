@@ -36,7 +36,9 @@ void CStrokeCollector::Take(const RTPacket& packet, const CurveRoom& room) {
         Begin(room);
         break;
     case PacketMeaning::Idle:
-        End(m_bStopped || packet.m_nLeading == LEADING_CUT_SHORT);
+        // The report of the capture before may come behind a Start.
+        if (IsInStroke() && GetCurve()->GetCount() > 0)
+            End(m_bStopped || packet.m_nLeading == LEADING_CUT_SHORT);
         break;
     case PacketMeaning::Running:
     case PacketMeaning::Other:

@@ -39,16 +39,6 @@ std::wstring FindReason(const CException& error) {
     return strText;
 }
 
-unsigned GetRate(CRealTimeData& session) {
-    const std::lock_guard lock(session.m_lock);
-    return session.m_nValueRate;
-}
-
-bool HasCurves(CRealTimeData& session, std::size_t nChannel) {
-    const std::lock_guard lock(session.m_lock);
-    return !session.m_spCurves->m_lstCurves[nChannel].empty();
-}
-
 StrokeVerdict MakeUnknown(std::string strReason) {
     StrokeVerdict verdict;
     verdict.m_strReason = std::move(strReason);
@@ -57,6 +47,22 @@ StrokeVerdict MakeUnknown(std::string strReason) {
 }
 
 }  // namespace
+
+/// Goes to the screen ahead of a packet, and means nothing to it: the screen lets go of it when it
+/// takes the packet.
+class CStrokeJudge::CForerunner final : public RTPacket {
+  public:
+    CForerunner(CStrokeJudge& judge, std::shared_ptr<RTPacket> spPacket) : m_judge(judge) {
+        m_order.push_back({{}, std::move(spPacket), {}});
+    }
+    CForerunner(const CForerunner&) = delete;
+    CForerunner& operator=(const CForerunner&) = delete;
+    ~CForerunner() { m_judge.OnTaken(m_order); }
+
+  private:
+    CStrokeJudge& m_judge;
+    std::list<Order> m_order;  ///< one, to be handed over without memory
+};
 
 std::string JudgedStroke::Write(const Limits& limits) const {
     return WriteVerdict({std::nullopt, m_nChannel, m_nNumber, m_strAt}, *m_verdict, limits);
@@ -84,16 +90,23 @@ void CStrokeJudge::Begin(CRealTimeData& session, const ValueLayout& layout) {
 }
 
 void CStrokeJudge::Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue) {
-    const PacketMeaning meaning = FindMeaning(spPacket->m_nType, GetPayload(*spPacket));
+    auto spForerunner = std::make_shared<CForerunner>(*this, spPacket);
+    const std::lock_guard lock(m_passMutex);
+    queue.push(std::move(spForerunner));
+    queue.push(std::move(spPacket));
+}
+
+/// The screen is about to work on the packet: what it has in hand now, it had before that.
+void CStrokeJudge::OnTaken(std::list<Order>& order) {
     {
         const std::lock_guard lock(m_mutex);
-        // Before the screen changes its curves for the packet.
-        const bool bHadCurves =
-            meaning == PacketMeaning::Samples || (m_pSession && HasCurves(*m_pSession, m_nChannel));
-        queue.push(spPacket);
-        if (m_bEnding) return;
-        m_orders.emplace_back(
-            [this, spPacket = std::move(spPacket), bHadCurves] { Take(*spPacket, bHadCurves); });
+        if (m_bEnding || !m_pSession) return;
+        {
+            const std::lock_guard sessionLock(m_pSession->m_lock);
+            const auto& lstCurves = m_pSession->m_spCurves->m_lstCurves[m_nChannel];
+            order.front().m_screen = {!lstCurves.empty(), m_pSession->m_nValueRate};
+        }
+        m_orders.splice(m_orders.end(), order);
     }
     m_wake.notify_one();
 }
@@ -123,29 +136,30 @@ JudgeNews CStrokeJudge::TakeNews() {
     return std::exchange(m_news, {});
 }
 
-void CStrokeJudge::Post(Order order) {
+void CStrokeJudge::Post(std::function<void()> work) {
     {
         const std::lock_guard lock(m_mutex);
         if (m_bEnding) return;
-        m_orders.push_back(std::move(order));
+        m_orders.push_back({std::move(work), nullptr, {}});
     }
     m_wake.notify_one();
 }
 
 void CStrokeJudge::Run() {
     for (;;) {
-        std::vector<Order> orders;
+        std::list<Order> orders;
         {
             std::unique_lock lock(m_mutex);
             m_wake.wait(lock, [this] { return m_bEnding || !m_orders.empty(); });
             if (m_orders.empty()) return;
             orders.swap(m_orders);
         }
-        m_nOrdersInHand = orders.size();
         for (const Order& order : orders) {
-            --m_nOrdersInHand;
             try {
-                order();
+                if (order.m_spPacket)
+                    Take(*order.m_spPacket, order.m_screen);
+                else
+                    order.m_work();
             } catch (const std::exception&) {
                 EnterLostStroke();
             }
@@ -165,42 +179,19 @@ void CStrokeJudge::EnterLostStroke() {
 
 void CStrokeJudge::Start(const CaptureRequest& request) {
     m_nSampleSeconds = request.m_nSampleMilliseconds / 1000;
-    m_nScreenRate = request.m_nValueRate;
-    m_bScreenHasCurves = true;
-    m_collector->Start(request.m_bContinuous, MakeRoom());
+    m_collector->Start(request.m_bContinuous, MakeRoom(request.m_nValueRate));
 }
 
-void CStrokeJudge::Take(const RTPacket& packet, bool bScreenHadCurves) {
-    LookAtScreen();
+void CStrokeJudge::Take(const RTPacket& packet, const ScreenCurves& screen) {
     // The screen tells nobody that an operator has cleared it in the midst of a capture that the
     // instrument has begun by itself.
-    if (m_bScreenHasCurves && !bScreenHadCurves) m_collector->Drop();
+    if (!screen.m_bAny) m_collector->Drop();
 
     const PacketPayload payload = GetPayload(packet);
-    const PacketMeaning meaning = FindMeaning(packet.m_nType, payload);
-    if (meaning == PacketMeaning::CaptureStarted)
+    if (FindMeaning(packet.m_nType, payload) == PacketMeaning::CaptureStarted)
         if (const unsigned nMilliseconds = GetStartedSampleTime(payload))
             m_nSampleSeconds = (nMilliseconds + 999) / 1000;
-    // A screen without curves begins one when it comes to this packet.
-    if (meaning == PacketMeaning::CaptureStarted || meaning == PacketMeaning::NewCurve)
-        m_bScreenHasCurves = bScreenHadCurves;
-    m_collector->Take(packet, MakeRoom());
-}
-
-void CStrokeJudge::LookAtScreen() {
-    bool bCaughtUp;
-    {
-        const std::lock_guard lock(m_mutex);
-        if (!m_pSession) return;
-        m_nScreenRate = GetRate(*m_pSession);
-        if (HasCurves(*m_pSession, m_nChannel)) {
-            m_bScreenHasCurves = true;
-            return;
-        }
-        bCaughtUp = m_nOrdersInHand == 0 && m_orders.empty();
-    }
-    // It has been cleared just now, and not behind what is still to come.
-    if (m_bScreenHasCurves && bCaughtUp) m_collector->Drop();
+    m_collector->Take(packet, MakeRoom(screen.m_nValueRate));
 }
 
 void CStrokeJudge::OnStroke(CStrokeCollector::Stroke stroke) {

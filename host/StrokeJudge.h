@@ -3,6 +3,7 @@
 
 #include <condition_variable>
 #include <functional>
+#include <list>
 #include <mutex>
 #include <optional>
 #include <string_view>
@@ -36,10 +37,13 @@ struct JudgeNews {
     std::wstring m_strLogError;  ///< why the log has missed a stroke, told once; empty: no news
 };
 
-/// Takes the values from the packets on their way to the screen, and judges each stroke as soon as
-/// it is over, in order, on a thread of its own: neither packets nor screen wait for it.
+/// Takes the values from the packets that go to the screen, each when the screen comes to it, and
+/// judges each stroke as soon as it is over, in order, on a thread of its own: neither packets nor
+/// screen wait for it.
 ///
 /// Threads: Pass may be called on any; everything else belongs to the user-interface thread.
+///
+/// Ownership: must outlive what it has passed on.
 class CStrokeJudge {
   public:
     /// @param limits must outlive the judge
@@ -57,7 +61,7 @@ class CStrokeJudge {
     /// @param layout of its mode; has the channel
     void Begin(CRealTimeData& session, const ValueLayout& layout);
 
-    /// Passes a packet on to the screen, and looks into it later.
+    /// Passes a packet on to the screen, and looks into it when the screen takes it.
     void Pass(std::shared_ptr<RTPacket> spPacket, RTPacketQueue& queue);
     /// The screen sends a message image, which the instrument has not got yet.
     void OnMessage(std::string_view image);
@@ -70,16 +74,27 @@ class CStrokeJudge {
     JudgeNews TakeNews();
 
   private:
-    using Order = std::function<void()>;
+    /// What the screen has in hand when it comes to a packet.
+    struct ScreenCurves {
+        bool m_bAny = false;  ///< of the channel
+        unsigned m_nValueRate = 0;
+    };
+    /// A packet that the screen takes, or other work.
+    struct Order {
+        std::function<void()> m_work;
+        std::shared_ptr<RTPacket> m_spPacket;
+        ScreenCurves m_screen;
+    };
+    class CForerunner;
 
-    void Post(Order order);
+    void OnTaken(std::list<Order>& order);
+    void Post(std::function<void()> work);
     void Run();
     void EnterLostStroke();
 
     void Start(const CaptureRequest& request);
-    void Take(const RTPacket& packet, bool bScreenHadCurves);
-    void LookAtScreen();
-    CurveRoom MakeRoom() const { return {m_nSampleSeconds * m_nScreenRate, m_nScreenRate}; }
+    void Take(const RTPacket& packet, const ScreenCurves& screen);
+    CurveRoom MakeRoom(unsigned nRate) const { return {m_nSampleSeconds * nRate, nRate}; }
     void OnStroke(CStrokeCollector::Stroke stroke);
     void Enter(JudgedStroke stroke, StrokeVerdict verdict);
     void Publish(JudgedStroke stroke);
@@ -92,17 +107,15 @@ class CStrokeJudge {
     // Of the judge's thread.
     std::optional<CStrokeCollector> m_collector;  ///< none before Begin
     const std::unique_ptr<CVerdictLog> m_pLog;
-    unsigned m_nSampleSeconds;        ///< by which the screen makes its curves
-    unsigned m_nScreenRate = 0;       ///< values per second, likewise
-    bool m_bScreenHasCurves = false;  ///< so it was seen since it began the stroke in hand
-    std::size_t m_nOrdersInHand = 0;
+    unsigned m_nSampleSeconds;  ///< by which the screen makes its curves
     std::uint64_t m_nJudged = 0;
     bool m_bLogFailed = false;
 
+    std::mutex m_passMutex;  ///< lets nothing come between a packet and its forerunner
     std::mutex m_mutex;
     std::condition_variable m_wake;
     // Guarded by m_mutex.
-    std::vector<Order> m_orders;
+    std::list<Order> m_orders;
     bool m_bEnding = false;
     JudgeNews m_news;
     CRealTimeData* m_pSession = nullptr;

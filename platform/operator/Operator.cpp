@@ -2,21 +2,17 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QApplication>
 #include <QListWidget>
 #include <QMimeData>
-#include <QScreen>
 #include <QThreadPool>
 #include <QUrl>
 #include <QtTest/QTest>
-#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
 
-#include "platform/drawing/qt/Surface.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "platform/windows/FingerFileDialog.h"
@@ -26,13 +22,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-
-CBitmap PictureOf(QWidget& widget, double dScale) {
-    QImage image(widget.size() * dScale, QImage::Format_RGB32);
-    image.setDevicePixelRatio(dScale);
-    widget.render(&image);
-    return ToBitmap(image);
-}
 
 /// A sign from the user-interface thread to a waiting script.
 class Signal {
@@ -229,41 +218,6 @@ void GoToFolder(const CFingerFileDialog& dialog, const std::wstring& strTarget) 
     }
 }
 
-const char* KindOf(QAccessible::Role role) {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::CheckBox:
-        return "button";
-    case QAccessible::EditableText:
-        return "edit";
-    case QAccessible::List:
-    case QAccessible::ComboBox:
-        return "list";
-    case QAccessible::ListItem:
-        return "row";
-    case QAccessible::Graphic:
-        return "picture";
-    case QAccessible::StaticText:
-        return "text";
-    default:
-        return "other";
-    }
-}
-
-void CollectAccessible(QAccessibleInterface& parent,
-                       std::vector<Operator::AccessibleControl>& controls) {
-    for (int n = 0; n < parent.childCount(); ++n) {
-        QAccessibleInterface* pChild = parent.child(n);
-        if (!pChild || pChild->state().invisible) continue;
-        const std::wstring strName = pChild->text(QAccessible::Name).toStdWString();
-        const QAccessible::Role role = pChild->role();
-        const bool bHolder = role == QAccessible::Client || role == QAccessible::Window;
-        if (!bHolder && !(role == QAccessible::StaticText && strName.empty()))
-            controls.push_back({KindOf(role), strName});
-        CollectAccessible(*pChild, controls);
-    }
-}
-
 }  // namespace
 
 namespace Operator {
@@ -376,40 +330,6 @@ void DropFiles(const CWnd& wnd, const std::vector<std::wstring>& arrPaths) {
     });
 }
 
-std::wstring ModalTitle() {
-    std::wstring strTitle;
-    Ask([&] {
-        if (QWidget* pModal = QApplication::activeModalWidget())
-            strTitle = pModal->windowTitle().toStdWString();
-    });
-    return strTitle;
-}
-
-std::wstring ModalText() {
-    std::wstring strText;
-    Ask([&] {
-        QWidget* pModal = QApplication::activeModalWidget();
-        if (pModal) {
-            for (QWidget* pChild : pModal->findChildren<QWidget*>()) {
-                auto* pStatic = dynamic_cast<StaticWidget*>(pChild);
-                if (!pStatic || pStatic->m_text.isEmpty() || !pStatic->isVisible()) continue;
-                if (!strText.empty()) strText += L'\n';
-                strText += pStatic->m_text.toStdWString();
-            }
-        }
-    });
-    return strText;
-}
-
-CWnd* ModalWindow() {
-    CWnd* pWnd = nullptr;
-    Ask([&] {
-        if (NativeWindow* pNative = NativeWindow::Of(QApplication::activeModalWidget()))
-            pWnd = pNative->m_pOwner;
-    });
-    return pWnd;
-}
-
 bool PressModalButton(const std::wstring& strText) {
     return TapWidget([text = QString::fromStdWString(strText)]() -> QWidget* {
         QWidget* pModal = QApplication::activeModalWidget();
@@ -422,63 +342,5 @@ bool PressModalButton(const std::wstring& strText) {
 }
 
 void EndIdleThreads() { QThreadPool::globalInstance()->waitForDone(); }
-
-std::vector<AccessibleControl> ListAccessible(const CWnd& wnd) {
-    std::vector<AccessibleControl> controls;
-    Ask([&] {
-        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
-        if (!pNative) return;
-        if (auto* pWindow = QAccessible::queryAccessibleInterface(pNative->m_widget.window()))
-            CollectAccessible(*pWindow, controls);
-    });
-    return controls;
-}
-
-std::vector<std::string> ListWidgets() {
-    std::vector<std::string> kinds;
-    Ask([&] {
-        // A window goes when the events that it was in the middle of are over.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        // A plain widget is the window system's own, for good.
-        for (const QWidget* pWidget : QApplication::allWidgets())
-            if (typeid(*pWidget) != typeid(QWidget))
-                kinds.push_back(pWidget->metaObject()->className());
-    });
-    std::sort(kinds.begin(), kinds.end());
-    return kinds;
-}
-
-CBitmap TakePicture(const CWnd& wnd, double dScale) {
-    CBitmap picture;
-    Ask([&] {
-        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
-        if (pNative) picture = PictureOf(pNative->m_widget, dScale);
-    });
-    return picture;
-}
-
-CBitmap TakeWindowPicture(const CWnd& wnd, double dScale) {
-    CBitmap picture;
-    Ask([&] {
-        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
-        if (pNative) picture = PictureOf(*pNative->m_widget.window(), dScale);
-    });
-    return picture;
-}
-
-CBitmap TakeScreenPicture(const CWnd& wnd) {
-    CBitmap picture;
-    Ask([&] {
-        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
-        if (!pNative) return;
-        const QWidget& widget = pNative->m_widget;
-        const QRect rect(widget.mapTo(widget.window(), QPoint()), widget.size());
-        picture = ToBitmap(widget.screen()
-                               ->grabWindow(widget.window()->winId(), rect.x(), rect.y(),
-                                            rect.width(), rect.height())
-                               .toImage());
-    });
-    return picture;
-}
 
 }  // namespace Operator

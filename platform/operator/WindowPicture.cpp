@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -10,6 +11,13 @@
 #include "platform/windows/qt/NativeWindow.h"
 
 namespace {
+
+CBitmap PictureOf(QWidget& widget, double dScale) {
+    QImage image(widget.size() * dScale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(dScale);
+    widget.render(&image);
+    return ToBitmap(image);
+}
 
 /// A window and those that stand above it, from the back to the front.
 QWidgetList FindStack(const QWidget& bottom) {
@@ -28,7 +36,42 @@ QWidgetList FindStack(const QWidget& bottom) {
 
 }  // namespace
 
-CBitmap Operator::TakeStackPicture(const CWnd& wnd) {
+namespace Operator {
+
+CBitmap TakePicture(const CWnd& wnd, double dScale) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (pNative) picture = PictureOf(pNative->m_widget, dScale);
+    });
+    return picture;
+}
+
+CBitmap TakeWindowPicture(const CWnd& wnd, double dScale) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (pNative) picture = PictureOf(*pNative->m_widget.window(), dScale);
+    });
+    return picture;
+}
+
+CBitmap TakeScreenPicture(const CWnd& wnd) {
+    CBitmap picture;
+    Ask([&] {
+        NativeWindow* pNative = NativeWindow::Find(wnd.GetHandle());
+        if (!pNative) return;
+        const QWidget& widget = pNative->m_widget;
+        const QRect rect(widget.mapTo(widget.window(), QPoint()), widget.size());
+        picture = ToBitmap(widget.screen()
+                               ->grabWindow(widget.window()->winId(), rect.x(), rect.y(),
+                                            rect.width(), rect.height())
+                               .toImage());
+    });
+    return picture;
+}
+
+CBitmap TakeStackPicture(const CWnd& wnd) {
     CBitmap picture;
     Ask([&] {
         NativeWindow* const pNative = NativeWindow::Find(wnd.GetHandle());
@@ -46,3 +89,5 @@ CBitmap Operator::TakeStackPicture(const CWnd& wnd) {
     });
     return picture;
 }
+
+}  // namespace Operator

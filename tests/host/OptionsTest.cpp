@@ -88,7 +88,7 @@ TEST(Options, OfAnInstrumentOnALinkAreThatInstruments) {
               "--link cannot go with --desktop: a desktop has no instrument");
     EXPECT_EQ(refused({pLink, "run1.rt3"}),
               "a capture file cannot go with --link: there is no instrument");
-    for (const std::string strOther : {"--sample-time", "--trigger", "--demo"})
+    for (const std::string strOther : {"--sample-time", "--trigger"})
         EXPECT_EQ(refused({pLink, "--view", strOther.c_str(), "5"}),
                   "--view cannot go with " + strOther +
                       ": the screen's capture controls are disabled");

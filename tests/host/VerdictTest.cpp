@@ -151,6 +151,7 @@ TEST_F(Verdict, TenStrokesTwoOfThemBad) {
             EXPECT_EQ(Values(pValues, pValues + pLast->m_spCurve->GetCount()), BAD);
         });
         Tap(IDC_START);
+        ReportIdle();  // of the capture before, late
         Send(Values(10000, 7));
         ExpectSaid(L"?\nSeat \u2013 Stroke 11\nconstant position\nOK 8 NOK 2 ? 1");
         EXPECT_EQ(m_pInstrument->CountPassOutputs(), 8u);
@@ -217,12 +218,21 @@ TEST_F(Verdict, WhatTheOperatorCutsOffIsNotJudged) {
         Tap(IDC_CLEAR);
         Send(GOOD);
         m_pInstrument->Push(NEW_CURVE);
-        // The screen clears long before a stroke is over.
-        EXPECT_TRUE(Await([this] { return GetCurves()->FirstCurve(0) != nullptr; }));
         Send(BAD);
         m_pInstrument->Push(NEW_CURVE);
         ExpectSaid(L"NOK\nSeat \u2013 Stroke 1: 2 failed" + std::wstring(BAD_FAULTS) +
                    L"OK 0 NOK 1 ? 0");
+        // Faster than the screen's reader: each time what it has begun behind the Clear counts.
+        for (int nRound = 2; nRound <= 6; ++nRound) {
+            EXPECT_TRUE(Await([this] { return GetValues(0).empty(); }));
+            Tap(IDC_CLEAR);
+            for (const Values* pStroke : {&GOOD, &BAD}) {
+                Send(*pStroke);
+                m_pInstrument->Push(NEW_CURVE);
+            }
+            ExpectSaid(L"NOK\nSeat \u2013 Stroke " + std::to_wstring(nRound) + L": 2 failed" +
+                       BAD_FAULTS + L"OK 0 NOK " + std::to_wstring(nRound) + L" ? 0");
+        }
     });
 }
 

@@ -24,6 +24,11 @@ inline Bytes MakePacketOf(char ch, std::size_t nValues = 2) {
     return FormPacket({RTPACKET_CONTROL, control});
 }
 
+/// Payload of a REFUSE or GOODBYE.
+inline Bytes MakeParting(int nReason, const char* pszText = "") {
+    return FormParting({static_cast<LinkReason>(nReason), pszText});
+}
+
 /// What a side has sent: a letter for each frame, for MESSAGE, ACK, REFUSE and GOODBYE with its
 /// number and, of an ACK, the result.
 inline std::string DescribeFrames(const Bytes& bytes) {

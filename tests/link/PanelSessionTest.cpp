@@ -1,17 +1,9 @@
-// The panel's end of the link, in scripted time.
+// The panel's end of the link, in scripted time: how it gets, keeps and ends a connection.
 #include <gtest/gtest.h>
 
 #include "tests/link/PanelBench.h"
 
 namespace {
-
-constexpr auto START = ImageKind::Start;
-constexpr auto STOP = ImageKind::Stop;
-constexpr auto OTHER = ImageKind::Other;
-
-Bytes Part(int nReason, const char* pszText = "") {
-    return FormParting({static_cast<LinkReason>(nReason), pszText});
-}
 
 TEST(PanelSession, JoinsAndStaysConnected) {
     CPanelBench bench;
@@ -47,7 +39,7 @@ TEST(PanelSession, TriesAgainAfterGrowingPauses) {
     bench.Pass(2500ms).m_session.OnOpened(bench.m_now);
     EXPECT_EQ(bench.Pass(2480ms).m_openings.size(), 7u);
     EXPECT_EQ(bench.Pass(20ms).m_openings.size(), 8u);
-    bench.Join().PassAlive(5s).Feed(FrameKind::Goodbye, Part(8)).Pass(100ms);
+    bench.Join().PassAlive(5s).Feed(FrameKind::Goodbye, MakeParting(8)).Pass(100ms);
     EXPECT_EQ(getPauses(8), std::vector<long>{5100});
     bench.m_session.OnTransportLost("certificate", true, bench.m_now);
     EXPECT_EQ(bench.Pass(11s).m_openings.size(), 10u);
@@ -65,14 +57,14 @@ TEST(PanelSession, WaitsAsTheReasonAsks) {
             else
                 bench.Join();
             const LinkTime end = bench.m_now;
-            bench.Feed(kind, Part(static_cast<int>(i), "desk 2")).Pass(20s);
+            bench.Feed(kind, MakeParting(static_cast<int>(i), "desk 2")).Pass(20s);
             EXPECT_EQ(bench.m_openings.size() > 1 ? (bench.m_openings[1] - end) / 1ms : -1,
                       aPause[i])
                 << i;
         }
     CPanelBench bench;
     bench.m_session.OnOpened(bench.m_now);
-    bench.Feed(FrameKind::Refuse, Part(2, "desk 1"));
+    bench.Feed(FrameKind::Refuse, MakeParting(2, "desk 1"));
     EXPECT_EQ(bench.GetText(), "tcp://a:1 is commanded by \"desk 1\". Trying again. (--view shows "
                                "it without commanding.)");
 }
@@ -104,8 +96,8 @@ TEST(PanelSession, EndsAConnectionForWhatBreaksTheRules) {
                           {true, 3, Bytes(65540), "G5", "G5J2"},
                           {true, 5, Bytes(4), "G5", "G5J2"},
                           {true, 8, text, "G5", "G5J2"},
-                          {true, 8, Part(8), "", "J2"},
-                          {true, 7, Part(4), "", "J2"},
+                          {true, 8, MakeParting(8), "", "J2"},
+                          {true, 7, MakeParting(4), "", "J2"},
                           {true, 5, Bytes(5), "", ""}})
         for (const LinkManner manner : {LinkManner::Stream, LinkManner::Line}) {
             CPanelBench bench(manner);
@@ -141,167 +133,6 @@ TEST(PanelSession, AnswersDamageOnlyToWhoEverSentAFrame) {
     slow.TakeSent();
     EXPECT_EQ(slow.Pass(1980ms).TakeSent(), "K");
     EXPECT_EQ(slow.Pass(20ms).TakeSent(), "G9");
-}
-
-TEST(PanelSession, BringsMessagesOneAtATime) {
-    CPanelBench bench;
-    bench.Join().TakeSent();
-    for (int i = 0; i < 9; ++i) bench.Send(OTHER);
-    EXPECT_EQ(bench.TakeSent(), "M1");
-    EXPECT_EQ(bench.Ack(2).Ack(7).TakeSent(), "");
-    EXPECT_EQ(bench.Ack(1).TakeSent(), "M2");
-    EXPECT_EQ(bench.Ack(1).PassAlive(1s).Ack(2).TakeSent(), "M2M3");
-    EXPECT_EQ(bench.PassAlive(2500ms).TakeSent(), "M3M3");
-    EXPECT_EQ(bench.PassAlive(500ms).TakeSent(), "G9");
-    EXPECT_EQ(bench.GetText(), "Connection lost (silence for 3 s: a message was not answered). "
-                               "Trying again.");
-    // None of those that waited is sent on the next connection.
-    bench.Pass(100ms).Join();
-    EXPECT_EQ(bench.PassAlive(1s).TakeSent(), "J2K");
-    EXPECT_EQ(bench.Send(STOP).TakeSent(), "M1");
-    EXPECT_EQ(bench.TakePushed(), "");
-    for (int i = 0; i < 9; ++i) bench.Send(i < 8 ? OTHER : STOP);
-    EXPECT_EQ(bench.TakePushed(), "I");
-}
-
-TEST(PanelSession, TellsTheScreenWhatBecameOfAStart) {
-    CPanelBench bench;
-    bench.Join();
-    for (const int nResult : {1, 2, 3, 4, 77}) {
-        bench.Send(START).Feed("rsi").Ack(static_cast<std::uint32_t>(nResult == 77 ? 5 : nResult),
-                                          nResult);
-        EXPECT_EQ(bench.TakePushed(), "I") << nResult;
-        EXPECT_NE(bench.m_status.m_notice, LinkText()) << nResult;
-        EXPECT_FALSE(bench.m_status.m_bRunning);
-    }
-    bench.Send(START).Ack(6).Feed("rss");
-    EXPECT_EQ(bench.TakePushed(), "rss");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), capture running");
-    bench.Send(OTHER).Ack(7, 1);
-    EXPECT_EQ(bench.TakePushed(), "");
-    // Of two starts the second is what the screen shows.
-    bench.Send(START).Send(START).Feed("s").Ack(8, 4).Feed("s").Ack(9).Feed("rsi");
-    EXPECT_EQ(bench.TakePushed(), "rsi");
-    // One that is refused shows nothing of the capture that goes on.
-    bench.Send(START).Ack(10).Feed("r").Send(START).Ack(11, 4).Feed("s");
-    EXPECT_EQ(bench.TakePushed(), "rI");
-}
-
-TEST(PanelSession, DropsWhatBelongsToTheCaptureBefore) {
-    CPanelBench bench;
-    bench.Join().Feed("sso");
-    EXPECT_EQ(bench.TakePushed(), "o");
-    bench.Send(START).Ack(1).Feed("rs");
-    bench.Send(START).Feed("sion").Ack(2).Feed("rsi");
-    EXPECT_EQ(bench.TakePushed(), "rsorsi");
-    EXPECT_EQ(bench.m_status.m_nLostInCapture, 0u);
-    // The first answer was lost, and the values until the second with it.
-    bench.Send(START).Feed("rss").PassAlive(1s).Feed("s").Ack(3).Feed("s");
-    EXPECT_EQ(bench.TakePushed(), "s");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), 3 packets lost in this capture");
-    EXPECT_FALSE(IsWell(bench.m_status));
-}
-
-TEST(PanelSession, CountsWhatIsMissing) {
-    CPanelBench bench;
-    bench.Join();
-    bench.m_nNext += 5;
-    EXPECT_TRUE(IsWell(bench.Feed("o").m_status));
-    EXPECT_TRUE(IsWell(bench.Send(START).Ack(1).Feed("r").m_status));
-    bench.m_nNext += 1;
-    bench.Feed("s");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), 1 packet lost in this capture");
-    bench.m_nNext -= 2;
-    bench.Feed("s");
-    bench.m_nNext += 3;
-    bench.Feed("si");
-    EXPECT_EQ(bench.TakePushed(), "orssi");
-    EXPECT_EQ(bench.m_status.m_nLostInCapture, 3u);
-    EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nLost, 8u);
-    EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nOld, 1u);
-    EXPECT_EQ(bench.Send(START).GetText(), "press (no. 0042), capture running");
-}
-
-TEST(PanelSession, EndsTheCaptureWhenTheConnectionEnds) {
-    CPanelBench bench;
-    bench.Join().Send(START).Ack(1).Feed("rs").Send(STOP).Send(OTHER);
-    bench.m_session.OnTransportLost("connection reset", false, bench.m_now);
-    EXPECT_EQ(bench.TakePushed(), "rsi");
-    EXPECT_EQ(bench.GetText(),
-              "Connection lost (connection reset), capture cut short. Trying again.");
-    // Nothing is sent, and the screen is told, behind the hand-over.
-    EXPECT_EQ(bench.Send(START).Send(OTHER).Send(STOP).TakePushed(), "II");
-    EXPECT_EQ(bench.m_status.m_notice.m_strEnglish, "Nothing was sent: not connected.");
-    bench.TakeSent();
-    EXPECT_EQ(bench.Pass(100ms).Join().Pass(900ms).TakeSent(), "J2");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), connected again after 0 s");
-    EXPECT_EQ(bench.m_session.CountReconnections(), 1u);
-    EXPECT_EQ(bench.Feed("si").TakePushed(), "i");
-    // A start not answered yet: the screen may still be about to wait for it.
-    bench.Send(START).m_session.OnTransportLost("x", false, bench.m_now);
-    EXPECT_EQ(bench.TakePushed(), "I");
-    EXPECT_EQ(bench.Pass(300ms).Join().Feed("ri").TakePushed(), "ri");
-}
-
-TEST(PanelSession, ShowsAViewerWholeCurvesOnly) {
-    CPanelBench bench(LinkManner::Stream, false);
-    Hello hello = CPanelBench::MakeHello();
-    hello.m_bCommands = false;
-    bench.Join(hello).Feed("ss");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), capture running, shown from the next curve");
-    bench.Feed("nssnsi");
-    EXPECT_EQ(bench.TakePushed(), "nssnsi");
-    EXPECT_EQ(bench.GetText(), "press (no. 0042), viewing");
-    EXPECT_EQ(bench.Send(STOP).m_status.m_notice, LinkText());
-    EXPECT_NE(bench.Send(START).m_status.m_notice, LinkText());
-    EXPECT_EQ(bench.TakePushed() + bench.TakeSent(), "J1");
-
-    // Packets wait until the screen shows as much as the curve will have.
-    const auto started = [](std::uint16_t nMilliseconds) {
-        Bytes packet = MakePacketOf('c');
-        packet[4 + 6] = static_cast<std::uint8_t>(nMilliseconds);
-        packet[4 + 7] = static_cast<std::uint8_t>(nMilliseconds >> 8);
-        return packet;
-    };
-    bench.Feed(FrameKind::Packet, started(3001), FRAMEFLAG_FOR_VIEWERS).Feed("rsi");
-    bench.Feed(FrameKind::Packet, started(65535))
-        .Feed("s")
-        .Feed(FrameKind::Packet, started(0))
-        .Feed("s");
-    EXPECT_EQ(bench.TakePushed(), "");
-    bench.m_session.OnSampleTimeSet(bench.m_now);
-    EXPECT_EQ(bench.TakePushed(), "crsi");
-    bench.m_session.OnSampleTimeSet(bench.m_now);
-    EXPECT_EQ(bench.TakePushed(), "cscs");
-    EXPECT_EQ(bench.m_sampleTimes, (std::vector<unsigned>{4, 60}));
-
-    CPanelBench commander;
-    commander.Join().Send(START).Ack(1).Feed("c", FRAMEFLAG_FOR_VIEWERS).Feed("rsi");
-    EXPECT_EQ(commander.TakePushed(), "rsi");
-}
-
-TEST(PanelSession, BoundsWhatTheScreenDoesNotTake) {
-    CPanelBench bench;
-    bench.Join().Send(START).Ack(1).Feed("r");
-    const Bytes values = MakePacketOf('s', 32'000);
-    constexpr std::size_t COST = 64'004 + 256;
-    const auto fill = [&] {
-        bench.m_packets.clear();
-        bench.Pass(20ms);
-        while (bench.m_session.WantsBytes() && bench.m_packets.size() < 1000)
-            bench.Feed(FrameKind::Packet, values).PassAlive(500ms);
-        return bench.m_packets.size();
-    };
-    EXPECT_EQ(fill(), CPanelSession::MAX_HELD / COST + 1);
-    EXPECT_EQ(fill(), CPanelSession::MAX_HELD / COST + 1);
-    bench.Pass(20s);
-    EXPECT_EQ(bench.GetState(), PanelState::Connected);
-    bench.m_packets.resize(CPanelSession::RESUME_HELD / COST + 1);
-    EXPECT_FALSE(bench.Pass(20ms).m_session.WantsBytes());
-    bench.m_packets.pop_back();
-    EXPECT_TRUE(bench.Pass(20ms).m_session.WantsBytes());
-    EXPECT_EQ(bench.Pass(2900ms).GetState(), PanelState::Connected);
-    EXPECT_EQ(bench.Pass(100ms).GetState(), PanelState::Waiting);
 }
 
 TEST(PanelSession, EndsAFlood) {
@@ -373,7 +204,7 @@ TEST(PanelSession, ComparesALaterHelloWithTheFirst) {
                 return h;
             };
             bench.Join(hello(CPanelBench::MakeHello()))
-                .Feed(FrameKind::Goodbye, Part(8))
+                .Feed(FrameKind::Goodbye, MakeParting(8))
                 .Pass(1s)
                 .Answer(hello(c.m_hello));
             EXPECT_EQ(bench.GetText(),
@@ -385,11 +216,11 @@ TEST(PanelSession, ComparesALaterHelloWithTheFirst) {
         }
     // The command is somebody else's.
     CPanelBench bench(LinkManner::Line);
-    bench.Join().Feed(FrameKind::Goodbye, Part(8)).Pass(1s).Answer(change([](Hello& h) {
+    bench.Join().Feed(FrameKind::Goodbye, MakeParting(8)).Pass(1s).Answer(change([](Hello& h) {
         h.m_bCommands = false;
     }));
     EXPECT_EQ(bench.TakeSent(), "J1J2G2");
-    EXPECT_EQ(bench.Send(START).TakePushed(), "I");
+    EXPECT_EQ(bench.Send(ImageKind::Start).TakePushed(), "I");
     EXPECT_EQ(bench.Pass(1900ms).TakeSent(), "");
     EXPECT_EQ(bench.Pass(200ms).TakeSent(), "J3");
 }
@@ -406,12 +237,12 @@ TEST(PanelSession, JoinsALineUntilTheRightHello) {
     EXPECT_EQ(bench.Pass(1s).TakeSent(), "J6");
     late.m_nAttempt = 6;
     bench.m_nNext = 0;
-    bench.Feed(FrameKind::Hello, FormHello(late)).Send(START).Ack(1).Feed("rs");
+    bench.Feed(FrameKind::Hello, FormHello(late)).Send(ImageKind::Start).Ack(1).Feed("rs");
     EXPECT_EQ(bench.TakePushed(), "rs");
     EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nLost, 0u);
     // The instrument was restarted: its first answer is that nobody has joined.
     bench.m_nNext = 0;
-    EXPECT_EQ(bench.Feed(FrameKind::Refuse, Part(4)).Pass(1s).TakeSent(), "M1J7");
+    EXPECT_EQ(bench.Feed(FrameKind::Refuse, MakeParting(4)).Pass(1s).TakeSent(), "M1J7");
     bench.m_strSent = "J7";
     EXPECT_EQ(bench.Answer().Feed("i").TakePushed(), "ii");
     EXPECT_EQ(bench.m_openings.size(), 1u);
@@ -425,7 +256,7 @@ TEST(PanelSession, EndsWithinHalfASecond) {
     EXPECT_EQ(idle.TakeSent(), "G0");
 
     CPanelBench busy;
-    busy.Join().Send(STOP).Send(OTHER).m_session.Finish(busy.m_now);
+    busy.Join().Send(ImageKind::Stop).Send(ImageKind::Other).m_session.Finish(busy.m_now);
     EXPECT_EQ(busy.Pass(100ms).Ack(1).Pass(380ms).TakeSent(), "J1M1M2");
     EXPECT_EQ(busy.Pass(20ms).TakeSent(), "G0");
     EXPECT_EQ(busy.Pass(9s).m_openings.size(), 1u);
@@ -433,51 +264,6 @@ TEST(PanelSession, EndsWithinHalfASecond) {
     CPanelBench opening;
     opening.m_session.Finish(opening.m_now);
     EXPECT_EQ(opening.m_nClosings, 1);
-}
-
-TEST(PanelSession, ViewsThroughABrokerWithoutAWord) {
-    CPanelBench bench(LinkManner::Broker, false);
-    std::uint32_t nHello = 5;
-    std::uint32_t nPacket = 1000;
-    Hello hello = CPanelBench::MakeHello();
-    hello.m_bCommands = false;
-    hello.m_nAttempt = 0;
-    const auto sayHello = [&] {
-        bench.m_session.OnBrokerMessage(BrokerTopic::Hello,
-                                        MakeBytes(FrameKind::Hello, nHello++, FormHello(hello)),
-                                        bench.m_now);
-    };
-    const auto send = [&](std::string_view strPackets) {
-        for (const char ch : strPackets)
-            bench.m_session.OnBrokerMessage(
-                BrokerTopic::Packets, MakeBytes(FrameKind::Packet, nPacket++, MakePacketOf(ch)),
-                bench.m_now);
-        return bench.TakePushed();
-    };
-    bench.m_session.OnOpened(bench.m_now);
-    EXPECT_EQ(send("rs"), "");
-    sayHello();
-    EXPECT_EQ(send("srs"), "rs");
-    // That a capture runs is no news; a message delivered twice neither.
-    hello.m_bRunning = true;
-    sayHello();
-    nPacket -= 1;
-    EXPECT_EQ(send("ss"), "s");
-    bench.m_session.OnBrokerMessage(BrokerTopic::Packets, example::SAMPLES + Bytes{0}, bench.m_now);
-    EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nDamages, 1u);
-    // The instrument begins anew, ends, and falls silent.
-    hello.m_nToken = 8;
-    sayHello();
-    EXPECT_EQ(send("s"), "i");
-    // The number of its will, which it chose when it came, means nothing.
-    bench.m_session.OnBrokerMessage(
-        BrokerTopic::Hello, MakeBytes(FrameKind::Goodbye, 0x40000000, Part(8)), bench.m_now);
-    EXPECT_EQ(bench.m_session.GetPeer().GetCounts().m_nLost, 0u);
-    EXPECT_EQ(bench.GetText(), "Connection lost (the instrument has ended). Trying again.");
-    sayHello();
-    EXPECT_EQ(bench.Pass(3s).GetState(), PanelState::Joining);
-    EXPECT_EQ(bench.TakeSent(), "");
-    EXPECT_EQ(bench.m_nClosings, 0);
 }
 
 }  // namespace

@@ -4,10 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "curves/CaptureFile.h"
+#include "platform/system/File.h"
 #include "platform/system/Paths.h"
 #include "platform/system/Text.h"
 #include "tests/link/Support.h"
 #include "tests/support/ChildProgram.h"
+#include "tests/support/TemporaryFolder.h"
 
 /// The image of a start.
 inline Bytes MakeStart(unsigned nMilliseconds, unsigned nRate, bool bContinuous = false) {
@@ -38,4 +41,29 @@ inline std::vector<std::string> Instrument(std::vector<std::string> arguments) {
 inline std::uint16_t ReadPort(CChildProgram& program, const std::string& strBefore) {
     const std::string strPort = program.Await(strBefore);
     return static_cast<std::uint16_t>(strPort.empty() ? 0 : std::stoi(strPort));
+}
+
+/// The command line of a panel that demonstrates an instrument on a link, into a folder of the
+/// name.
+inline std::vector<std::string> Demo(const TemporaryFolder& folder, const std::string& strName,
+                                     const std::string& strAddress,
+                                     const std::vector<std::string>& more = {}) {
+    const std::string strFolder = folder.GetPath() / strName;
+    std::filesystem::create_directory(strFolder);
+    std::vector<std::string> arguments = {
+        ToUtf8(GetExecutableFolder()) + "/rtpanel", "--link=" + strAddress, "--demo=" + strFolder,
+        "--data-folder=" + strFolder, "--settings=" + strFolder + "/settings.ini"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+}
+
+/// The values of a channel that a demonstration has left there.
+inline std::vector<std::int16_t> ReadDemo(const TemporaryFolder& folder, const std::string& strName,
+                                          std::size_t nChannel = 0) {
+    RTCaptureFile capture;
+    CFile file(folder.Path(strName + "/capture.rt3"), CFile::modeRead);
+    ReadCapture(file, capture);
+    const auto spCurve = capture.m_curves.FirstCurve(nChannel);
+    if (!spCurve) return {};
+    return {spCurve->GetValues(), spCurve->GetValues() + spCurve->GetCount()};
 }

@@ -1,13 +1,7 @@
 // rt3 measure, check, learn and plot --xy as a person runs them.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
-#include "platform/system/Paths.h"
-#include "tests/support/FileBytes.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/ToolRun.h"
 
 namespace {
 
@@ -31,7 +25,7 @@ std::string Capture(const std::vector<Values>& curves, int nMode = 1, int nRate 
     return bytes.Longs({0, 0}).Text();
 }
 
-class Strokes : public ::testing::Test {
+class Strokes : public ToolRun {
   protected:
     Strokes() {
         m_folder.Put("w.rt3", Capture({EXAMPLE}));
@@ -42,24 +36,16 @@ class Strokes : public ::testing::Test {
             {"name": "peak", "kind": "feature", "feature": "peak_force", "max": 190}]})");
     }
 
-    /// Runs rt3 in the test's folder.
-    /// @return what it says, errors too, and the exit code behind it
+    /// @return what rt3 says, errors too, and the exit code behind it
     std::string Run(const std::string& strArguments) const {
-        const TemporaryFolder output;
-        const std::string strOut = (output.GetPath() / "out").native();
-        const std::string strCommand = "cd '" + m_folder.GetPath().native() +
-                                       "' && LC_ALL=C.UTF-8 '" + ToUtf8(GetExecutableFolder()) +
-                                       "/rt3' " + strArguments + " >'" + strOut + "' 2>&1";
-        const int nStatus = std::system(strCommand.c_str());
-        return output.Get("out") + std::to_string(WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1);
+        const Result result = ToolRun::Run("$RT3 " + strArguments + " 2>&1");
+        return result.m_strOut + std::to_string(result.m_nExitCode);
     }
     static nlohmann::json Line(const std::string& strText, int nLine) {
         std::size_t nFrom = 0;
         while (nLine-- > 0) nFrom = strText.find('\n', nFrom) + 1;
         return nlohmann::json::parse(strText.substr(nFrom, strText.find('\n', nFrom) - nFrom));
     }
-
-    TemporaryFolder m_folder;
 };
 
 TEST_F(Strokes, CheckSaysWhatFailedFirst) {
