@@ -29,6 +29,8 @@ constexpr unsigned CAPTURE_PATIENCE = 30000;
 constexpr unsigned OTHERS_PATIENCE = 60000;
 /// How much later than the screen the instrument may be at its end of a capture.
 constexpr unsigned REPORT_PATIENCE = 2000;
+/// How much later than the screen the judge may be, in milliseconds.
+constexpr unsigned VERDICT_PATIENCE = 1000;
 /// How long a window may take to come or go.
 constexpr unsigned WINDOW_PATIENCE = 10000;
 /// How many windows can stand in front of the screen.
@@ -169,17 +171,20 @@ void CDemo::PrintCurves() {
 }
 
 void CDemo::SaveVerdict() {
+    // What was cut short is not judged, and others may cut short what they please.
+    const bool bSure = m_strIncomplete.empty() && !m_options.m_bCaptureLocked;
     JudgedStroke stroke;
-    Operator::WaitFor(
-        "the verdict",
+    Operator::WaitUntil(
         [&] {
-            Operator::Ask([&] {
-                if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke())
-                    stroke = *pLast;
-            });
+            if (const JudgedStroke* const pLast = m_pVerdictStrip->GetLastStroke()) stroke = *pLast;
             return stroke.m_verdict.has_value();
         },
-        WINDOW_PATIENCE);
+        bSure ? WINDOW_PATIENCE : VERDICT_PATIENCE);
+    if (!stroke.m_verdict) {
+        std::printf("verdict      none\n");
+        if (bSure) m_strIncomplete = "there is no verdict";
+        return;
+    }
     const Limits& limits = m_pJudgement->m_limits;
     std::printf("verdict      %s\n", ToUtf8(GetMark(stroke.m_verdict->m_outcome)).c_str());
     for (const std::wstring& strFault : DescribeFaults(*stroke.m_verdict, limits))
