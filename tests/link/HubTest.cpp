@@ -224,15 +224,6 @@ TEST(Hub, GivesAPanelItsTime) {
     EXPECT_EQ(bench.Pass(20ms).Message(line, 1).Take(line), "R4");
 }
 
-TEST(Hub, ClosesWhoSpeaksSomethingElseWithoutAnAnswer) {
-    for (const char* const pszDigits : {"474554202F20485454502F312E31", "16030100C8010000C4"}) {
-        CHubBench bench;
-        const PanelId id = bench.Open();
-        bench.m_hub.OnBytes(id, FromHex(pszDigits), bench.m_now);
-        EXPECT_EQ(bench.Take(id), "x");
-    }
-}
-
 TEST(Hub, KeepsAPlaceForWhoJoinsAtOnce) {
     CHubBench bench;
     std::vector<PanelId> aId;
