@@ -1,5 +1,4 @@
 // rtinstrument: a press that is served on a link.
-#include <cstdio>
 #include <random>
 
 #include "host/News.h"
@@ -33,10 +32,10 @@ int Serve(const ServiceOptions& options) {
     // Before there is any other thread, which would take the interrupt.
     CAwaitedInterrupt interrupt;
     Press press = MakePress(options);
-    std::printf("instrument   %s\n", press.m_strText.c_str());
+    CNews news;
+    news.Add("instrument   " + press.m_strText);
     CServedPress instrument(options, std::move(press));
 
-    CNews news;
     ServerSettings settings;
     settings.m_hub = DescribeInstrument(options);
     settings.m_addresses = options.m_addresses;
@@ -51,8 +50,8 @@ int Serve(const ServiceOptions& options) {
     {
         CInstrumentServer server(std::move(settings), instrument);
         for (const std::string& strAddress : server.GetAddresses())
-            std::printf("listening    %s\n", MakePrintable(strAddress).c_str());
-        std::fflush(stdout);
+            news.Add("listening    " + strAddress);
+        news.Print();
         server.Start();
         while (!interrupt.Wait(CNews::PERIOD)) news.Print();
     }

@@ -47,6 +47,7 @@ std::string MakeSentence(std::string strText) {
 
 /// What the library says of certificates is the last part of a line of its log.
 std::string FindTlsReason(const std::string& strLog) {
+    if (strLog.empty()) return "TLS failed";
     const std::size_t nColon = strLog.rfind(':');
     return MakeSentence(nColon == std::string::npos ? strLog : strLog.substr(nColon + 1));
 }
@@ -84,6 +85,7 @@ struct CBrokerClient::State : std::enable_shared_from_this<State> {
     std::string m_strPassword;
     std::string m_strLog;  ///< the library's last complaint
     std::string m_strRefusal;
+    bool m_bShaken = false;      ///< the broker has answered
     bool m_bPermission = false;  ///< the refusal is about it
     std::size_t m_nGranted = 0;  ///< subscriptions
 
@@ -201,7 +203,7 @@ bool CBrokerClient::State::Connect() {
     if (nResult == MOSQ_ERR_ERRNO)
         End(DescribeTransportError({nError, asio::system_category()}), false);
     else if (nResult == MOSQ_ERR_TLS)
-        End(m_strLog.empty() ? "TLS failed" : FindTlsReason(m_strLog), true);
+        End(FindTlsReason(m_strLog), true);
     else
         End(MakeSentence(mosquitto_strerror(nResult)), false);
     return false;
@@ -218,6 +220,9 @@ void CBrokerClient::State::Converse() {
         const int nResult = mosquitto_loop(m_pClient, LOOP_MILLISECONDS, 1);
         if (bTakesLeave) {
             if (nResult != MOSQ_ERR_SUCCESS || Clock::now() >= deadline) return;
+        } else if (nResult == MOSQ_ERR_TLS) {
+            // The handshake may go on behind the connecting.
+            return End(FindTlsReason(m_strLog), !m_bShaken);
         } else if (nResult != MOSQ_ERR_SUCCESS) {
             if (m_strRefusal.empty())
                 m_strRefusal = nResult == MOSQ_ERR_CONN_LOST ? "closed by the broker"
@@ -252,6 +257,7 @@ void CBrokerClient::State::Refuse(const char* pWhy, bool bPermission) {
 }
 
 void CBrokerClient::State::OnConnected(int nReason) {
+    m_bShaken = true;
     if (nReason != 0) {
         m_strRefusal = mosquitto_reason_string(nReason);
         m_bPermission = IsPermissionTrouble(nReason);

@@ -1,11 +1,26 @@
 // The panel's transports against the system's own ends of them.
 #include <asio/read.hpp>
 #include <asio/write.hpp>
+#include <dlfcn.h>
+#include <netdb.h>
 
 #include "link/Connector.h"
 #include "link/FrameReader.h"
 #include "tests/link/Support.h"
 #include "tests/link/Transports.h"
+
+/// In place of the system's: "two.test" has two addresses.
+extern "C" int getaddrinfo(const char* pszName, const char* pszService, const addrinfo* pHints,
+                           addrinfo** ppFound) {
+    static const auto pSystem =
+        reinterpret_cast<decltype(&getaddrinfo)>(::dlsym(RTLD_NEXT, "getaddrinfo"));
+    const bool bTwo = pszName && std::string_view(pszName) == "two.test";
+    const int nError = pSystem(bTwo ? "127.0.0.2" : pszName, pszService, pHints, ppFound);
+    if (!bTwo || nError != 0) return nError;
+    addrinfo* pLast = *ppFound;
+    while (pLast->ai_next) pLast = pLast->ai_next;
+    return pSystem("127.0.0.1", pszService, pHints, &pLast->ai_next);
+}
 
 namespace {
 
@@ -113,6 +128,15 @@ TEST_F(Transport, WhatFailsSaysWhy) {
     m_strFailure.clear();
     EXPECT_FALSE(Connect("serial:/dev/null"));
     EXPECT_EQ(m_strFailure, "inappropriate ioctl for device");
+}
+
+TEST_F(Transport, AllAddressesOfANameAreTried) {
+    EXPECT_FALSE(Connect("tcp://two.test:1"));
+    EXPECT_EQ(m_strFailure, "connection refused");
+    // Somebody listens at the second.
+    m_strFailure.clear();
+    EXPECT_TRUE(Connect(Tcp("tcp://two.test:"))) << m_strFailure;
+    EXPECT_EQ(m_acceptor.accept().local_endpoint().address().to_string(), "127.0.0.1");
 }
 
 TEST_F(Transport, APeerThatGoesIsALossAndACancelledOpeningTellsNothing) {

@@ -8,6 +8,7 @@
 
 #include "link/BrokerClient.h"
 #include "link/LinkThread.h"
+#include "tests/link/Transports.h"
 #include "tests/link/WirePanel.h"
 #include "tests/service/Service.h"
 #include "tests/support/TemporaryFolder.h"
@@ -232,6 +233,30 @@ TEST_F(Broker, LeavesThreePanelsWithTheSameCapture) {
         EXPECT_EQ(ReadDemo(m_folder, "other", nChannel), values);
     }
     EXPECT_NE(ReadDemo(m_folder, "desk", 0), ReadDemo(m_folder, "desk", 1));
+}
+
+TEST_F(Broker, WithTlsIsTheOneOfItsCertificate) {
+    const TlsFiles mine = MakeCertificate(m_folder, "mine", "IP:127.0.0.1");
+    const TlsFiles other = MakeCertificate(m_folder, "other", "IP:127.0.0.1");
+    m_folder.Put("conf", m_folder.Get("conf") + "certfile " + mine.m_strCertificate + "\nkeyfile " +
+                             mine.m_strKey + "\n");
+    StartBroker();
+    const std::string strAddress = "mqtts" + m_strAddress.substr(4);
+    const auto serve = [&](const TlsFiles& files) {
+        return Instrument({"--listen", strAddress, "--value-rate=1000", "--link-user=press",
+                           "--link-password-file", MakePassword("1"), "--link-ca",
+                           files.m_strAuthorities});
+    };
+    CChildProgram stranger(serve(other));
+    EXPECT_NE(stranger.Await("certificate verify failed"), "") << stranger.GetOutput();
+    CChildProgram press(serve(mine));
+    ASSERT_NE(press.Await("hall/press: connected"), "") << press.GetOutput();
+    CChildProgram desk(Demo(m_folder, "desk", strAddress,
+                            {"--sample-time=1", "--link-user=desk", "--link-password-file",
+                             MakePassword("2"), "--link-ca", mine.m_strAuthorities}));
+    EXPECT_NE(desk.Await("\nlink  frames "), "");
+    EXPECT_EQ(desk.Join(), 0) << desk.GetOutput();
+    EXPECT_EQ(ReadDemo(m_folder, "desk").size(), 1000u);
 }
 
 TEST_F(Broker, IsFoundAgain) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fcntl.h>
 
+#include "tests/link/Transports.h"
 #include "tests/link/WirePanel.h"
 #include "tests/service/Service.h"
 #include "tests/support/ChildProgram.h"
@@ -77,6 +78,37 @@ TEST(Instrument, BeginsByItselfWhenTheFirstPanelHasCome) {
     program.Signal(SIGINT);
     EXPECT_TRUE(second.Await("x").ends_with("G8x"));
     EXPECT_EQ(program.Join(), 0);
+}
+
+TEST(Instrument, EndsInTimeThoughNobodyReadsWhatItSaysOrSends) {
+    const TemporaryFolder folder;
+    folder.PutPipe("pipe");
+    const std::string strPipe = folder.GetPath() / "pipe";
+    const int nPipe = ::open(strPipe.c_str(), O_RDWR | O_NONBLOCK);
+    const Bytes filling(4096);
+    while (::write(nPipe, filling.data(), filling.size()) > 0) continue;
+    asio::io_context context;
+    const std::uint16_t nPort = MakeAcceptor(context).local_endpoint().port();
+    std::vector<std::string> arguments = Instrument(
+        {"--listen=tcp://127.0.0.1:" + std::to_string(nPort), "--mode=3", "--value-rate=65535"});
+    arguments.insert(arguments.begin(), {"sh", "-c", "exec \"$0\" \"$@\" >" + strPipe});
+    CChildProgram program(arguments);
+    std::vector<CWirePanel> panels;
+    const auto soon = std::chrono::steady_clock::now() + 5s;
+    while (panels.empty() && std::chrono::steady_clock::now() < soon)
+        if (CWirePanel desk(nPort, true); desk.Join(true).Await("H") == "H")
+            panels.push_back(std::move(desk));
+    ASSERT_FALSE(panels.empty());
+    for (std::uint32_t n = 0; n < 7; ++n)
+        EXPECT_EQ(panels.emplace_back(nPort, true).Join(false, 20 + n).Await("H"), "H");
+    panels[0].Message(1, MakeStart(0, 65535, true));
+    std::this_thread::sleep_for(2s);
+
+    const auto begin = std::chrono::steady_clock::now();
+    program.Signal(SIGTERM);
+    EXPECT_EQ(program.Join(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
+    ::close(nPipe);
 }
 
 TEST(Instrument, SaysWhatItCannotDo) {
