@@ -17,13 +17,14 @@ struct Run {
     SoakOptions m_options;
     double m_dHours = 0;
     unsigned m_nStrokeSeconds = 0;
+    bool m_bLink = false;
     unsigned m_nRestarts = 0;
     double m_dLinkMinutes = 0;
 };
 
 Run ReadRun(Arguments arguments) {
     Run run;
-    CCommandLine line("rtsoak [--seconds N] [--seed S] [--mode M] [--patience MS]\n"
+    CCommandLine line("rtsoak [--link] [--seconds N] [--seed S] [--mode M] [--patience MS]\n"
                       "       rtsoak --continuous H [--stroke S] [--mode M]\n"
                       "       rtsoak --restarts N [--seed S]\n"
                       "       rtsoak --link-rate MINUTES [--seed S]",
@@ -42,6 +43,7 @@ Run ReadRun(Arguments arguments) {
                    "a continuous capture of so many hours, as fast as the reader takes it");
     line.AddNumber("--stroke", "S", run.m_nStrokeSeconds, 0, MAX_COUNT,
                    "a new curve every so many seconds (0, one curve only)");
+    line.AddFlag("--link", run.m_bLink, "the instrument is linked, and the link is bad");
     line.AddNumber("--restarts", "N", run.m_nRestarts, 0, MAX_COUNT,
                    "a linked instrument that is killed in captures and started again, so often");
     line.AddNumber("--link-rate", "MINUTES", run.m_dLinkMinutes, 0, 1e6,
@@ -59,6 +61,8 @@ void Work(const Run& run, CSoakRecord& record) {
         RunRestarts(run.m_options, run.m_nRestarts, record);
     else if (run.m_dLinkMinutes > 0)
         RunLinkRate(run.m_options, run.m_dLinkMinutes, record);
+    else if (run.m_bLink)
+        RunLinkedScreens(run.m_options, record);
     else
         RunRandomScreens(run.m_options, record);
 }

@@ -21,6 +21,7 @@ struct CRandomOperator::Action {
     const char* m_pName;
     unsigned m_nWeight;
     void (*m_pDo)(CRandomOperator&);
+    bool m_bMayClose = false;
 };
 
 using Self = CRandomOperator;
@@ -47,10 +48,11 @@ constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
     {"screen: bar button", 14, [](Self& o) { o.BarButton(); }},
     {"screen: key", 2, [](Self& o) { o.Key(); }},
     {"screen: closed by its bar", 1,
-     [](Self& o) { o.m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }},
+     [](Self& o) { o.m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN); }, true},
     {"screen: Enter or Escape", 1,
-     [](Self& o) { PressKey(o.OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape); }},
-    {"screen: closed by the host", 1, [](Self& o) { o.m_panel.m_pDialog->PostMessage(WM_CLOSE); }},
+     [](Self& o) { PressKey(o.OneIn(2) ? Operator::Key::Enter : Operator::Key::Escape); }, true},
+    {"screen: closed by the host", 1, [](Self& o) { o.m_panel.m_pDialog->PostMessage(WM_CLOSE); },
+     true},
     {"screen: file dropped", 2,
      [](Self& o) { Operator::DropFiles(*o.m_panel.m_pDialog, {o.PickPath()}); }},
     {"screen: stray message", 2, [](Self& o) { o.StrayMessage(); }},
@@ -58,25 +60,40 @@ constinit const CRandomOperator::Action CRandomOperator::ON_SCREEN[] = {
 };
 
 CRandomOperator::CRandomOperator(TestPanel& panel, const std::wstring& strFolder,
-                                 std::uint32_t nSeed, CSoakRecord& record)
-    : m_panel(panel), m_strFolder(strFolder), m_random(nSeed), m_record(record) {}
+                                 std::uint32_t nSeed, CSoakRecord& record, Manner manner)
+    : m_panel(panel), m_strFolder(strFolder), m_random(nSeed), m_record(record), m_manner(manner) {}
 
 void CRandomOperator::Work(unsigned nMilliseconds) {
     const std::uint64_t nEnd = TickMilliseconds() + nMilliseconds;
-    while (IsOpen() && TickMilliseconds() < nEnd) Act();
+    while (IsOpen() && TickMilliseconds() < nEnd) {
+        Act();
+        const unsigned nMost = OneIn(20) ? m_manner.m_nRestMost : m_manner.m_nPauseMost;
+        if (nMost > 0) Operator::Wait(Pick(nMost));
+    }
+}
+
+bool CRandomOperator::ReturnToScreen() {
+    for (int i = 0; IsOpen() && FindWork() != &Self::WorkScreen; ++i) LeaveFront(i);
+    return IsOpen();
 }
 
 void CRandomOperator::CloseScreen() {
-    constexpr int TRIES = 300;
-    for (int i = 0; IsOpen() && i < TRIES; ++i) {
+    for (int i = 0; IsOpen(); ++i) {
         if (FindWork() == &Self::WorkScreen)
             m_panel.TapBar(CDlgBarMainMenu::ID_CLOSE_SCREEN) ||
                 m_panel.m_pDialog->PostMessage(WM_CLOSE);
-        else if (i % 3 != 2 || !Operator::PressModalButton(L"Cancel"))
-            PressKey(Operator::Key::Escape);  // no use where the focus has gone elsewhere
-        Operator::Wait(2);
+        LeaveFront(i);
     }
-    if (IsOpen()) throw std::runtime_error("the screen does not close");
+}
+
+/// Closes the window in front of the screen, if there is one.
+void CRandomOperator::LeaveFront(int nTry) {
+    constexpr int TRIES = 300;
+    if (nTry == TRIES) throw std::runtime_error("the screen does not close");
+    if (FindWork() != &Self::WorkScreen &&
+        (nTry % 3 != 2 || !Operator::PressModalButton(L"Cancel")))
+        PressKey(Operator::Key::Escape);  // no use where the focus has gone elsewhere
+    Operator::Wait(2);
 }
 
 CRandomOperator::FrontWork CRandomOperator::FindWork() const {
@@ -103,7 +120,8 @@ void CRandomOperator::Act() {
     // Windows in front of the screen close by nobody's hand but this thread's; the progress box,
     // which does, is worked by keys only.
     const CWnd* const pFront = Operator::ModalWindow();
-    if (work != &Self::WorkScreen && work != &Self::WorkProgress && OneIn(60)) {
+    if (m_manner.m_bCloses && work != &Self::WorkScreen && work != &Self::WorkProgress &&
+        OneIn(60)) {
         m_record.Count("closed by the host behind a window");
         m_panel.m_pDialog->PostMessage(WM_CLOSE);
     }
@@ -115,6 +133,7 @@ void CRandomOperator::WorkScreen(const CWnd&) {
     for (const Action& action : ON_SCREEN) nWeights += action.m_nWeight;
     const Action* pAction = ON_SCREEN;
     for (unsigned n = Pick(nWeights); n >= pAction->m_nWeight; ++pAction) n -= pAction->m_nWeight;
+    if (pAction->m_bMayClose && !m_manner.m_bCloses) return;
     m_record.Count(pAction->m_pName);
     pAction->m_pDo(*this);
 }

@@ -11,12 +11,22 @@
 /// Belongs to the script thread.
 class CRandomOperator {
   public:
+    struct Manner {
+        bool m_bCloses = true;      ///< the screen too
+        unsigned m_nPauseMost = 0;  ///< between two actions, milliseconds
+        unsigned m_nRestMost = 0;   ///< now and then, milliseconds
+    };
+
     /// @param strFolder the program folder, which files are written to and read from
     CRandomOperator(TestPanel& panel, const std::wstring& strFolder, std::uint32_t nSeed,
-                    CSoakRecord& record);
+                    CSoakRecord& record, Manner manner);
 
     /// Works until the screen has closed, or the time is over.
     void Work(unsigned nMilliseconds);
+
+    /// Closes whatever is in front of the screen.
+    /// @return whether the screen is still there
+    bool ReturnToScreen();
 
     /// Closes whatever is in front of the screen, and the screen.
     void CloseScreen();
@@ -30,6 +40,7 @@ class CRandomOperator {
     bool IsOpen() const { return m_panel.m_pDialog->GetHandle() != 0; }
     FrontWork FindWork() const;
     void Act();
+    void LeaveFront(int nTry);
 
     // On the screen
     void WorkScreen(const CWnd&);
@@ -59,4 +70,5 @@ class CRandomOperator {
     const std::wstring m_strFolder;
     std::mt19937 m_random;
     CSoakRecord& m_record;
+    const Manner m_manner;
 };

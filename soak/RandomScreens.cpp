@@ -89,7 +89,7 @@ void RunRandomScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
     PrepareSession(panel, random, &device);
     CRandomLink link(*panel.m_pSession, panel.m_queue, static_cast<std::uint32_t>(random()),
                      record);
-    CRandomOperator hand(panel, strFolder, static_cast<std::uint32_t>(random()), record);
+    CRandomOperator hand(panel, strFolder, static_cast<std::uint32_t>(random()), record, {});
     const auto nWatchSeed = static_cast<std::uint32_t>(random());
     std::uint64_t nClosed = 0;
     panel.RunUntilClosed([&] {
@@ -99,7 +99,7 @@ void RunRandomScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
                                          std::uint32_t nCount) {
                 CheckChannelValues(*spCurve, nChannel, nCount, probes, record);
             };
-            const CWatch watch(panel, options.m_nPatience, nWatchSeed, record, checkValues);
+            const CWatch watch(panel, options.m_nPatience, nWatchSeed, record, {checkValues, {}});
             hand.Work(nMilliseconds);
             hand.CloseScreen();
         }

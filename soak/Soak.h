@@ -23,6 +23,9 @@ void RunRandomScreens(const SoakOptions& options, CSoakRecord& record);
 void RunContinuous(const SoakOptions& options, double dHours, unsigned nStrokeSeconds,
                    CSoakRecord& record);
 
+/// The same with a linked instrument, on whose link bytes are held up, damaged and lost.
+void RunLinkedScreens(const SoakOptions& options, CSoakRecord& record);
+
 /// A screen on an instrument in a process of its own, which is killed in the midst of captures and
 /// started again, so many times. Prints how soon the screen is connected again.
 void RunRestarts(const SoakOptions& options, unsigned nTimes, CSoakRecord& record);

@@ -18,9 +18,9 @@ constexpr int PROBES = 40;
 unsigned GetDefaultPatience() { return IsSanitized() ? 20000 : 2000; }
 
 CWatch::CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record,
-               ValueCheck checkValues)
+               Checks checks)
     : m_panel(panel), m_nPatience(nPatience), m_random(nSeed), m_record(record),
-      m_checkValues(std::move(checkValues)) {
+      m_checks(std::move(checks)) {
     m_thread = StartThread([this] { Run(); });
 }
 
@@ -45,6 +45,7 @@ void CWatch::Run() {
         if (nAnswerTime > m_nPatience)
             m_record.Fault("an answer took " + std::to_string(nAnswerTime) + " ms");
         CheckCurves();
+        if (m_checks.m_round) m_checks.m_round();
         m_record.Count("watch rounds");
         SleepMilliseconds(PAUSE_MS);
     }
@@ -102,7 +103,7 @@ void CWatch::CheckCurve(const std::shared_ptr<RTCurveData>& spCurve, std::size_t
     const RTCurveData& curve = *spCurve;
     const std::uint32_t nCount = curve.GetCount();
     if (nCount > curve.GetCapacity()) m_record.Fault("a curve holds more than its capacity");
-    if (m_checkValues) m_checkValues(spCurve, nChannel, nCount);
+    if (m_checks.m_values) m_checks.m_values(spCurve, nChannel, nCount);
 
     const RTPulseList& pulses = curve.GetPulses();
     const std::size_t nPulses = pulses.GetCount();

@@ -13,14 +13,18 @@
 /// Lives on a thread of its own, for as long as the screen's event loop runs.
 class CWatch {
   public:
-    /// Looks at the values of a curve, of which so many are there; reports itself what is wrong.
-    using ValueCheck = std::function<void(const std::shared_ptr<RTCurveData>& spCurve,
-                                          std::size_t nChannel, std::uint32_t nCount)>;
+    /// What else is looked at, on the watch's thread; each reports itself what is wrong.
+    struct Checks {
+        /// In every round, for every curve: so many of its values are there.
+        std::function<void(const std::shared_ptr<RTCurveData>& spCurve, std::size_t nChannel,
+                           std::uint32_t nCount)>
+            m_values;
+        std::function<void()> m_round;
+    };
 
     /// @param nPatience how long the user-interface thread may take to answer, in milliseconds
-    /// @param checkValues called on the watch's thread, for every curve in every round
     CWatch(TestPanel& panel, unsigned nPatience, std::uint32_t nSeed, CSoakRecord& record,
-           ValueCheck checkValues = {});
+           Checks checks = {});
     ~CWatch();
     CWatch(const CWatch&) = delete;
     CWatch& operator=(const CWatch&) = delete;
@@ -35,7 +39,7 @@ class CWatch {
     const unsigned m_nPatience;
     std::mt19937 m_random;
     CSoakRecord& m_record;
-    const ValueCheck m_checkValues;
+    const Checks m_checks;
     std::atomic<bool> m_bStop{false};
     CThreadHandle m_thread;
 };

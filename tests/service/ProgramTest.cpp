@@ -174,6 +174,19 @@ TEST(ReferenceInstrument, ServesOnePanelOverTcp) {
     EXPECT_EQ(silent.Join(true).Await("x"), "HKKG9x");
 }
 
+TEST(ReferenceInstrument, ServesThePanel) {
+    const TemporaryFolder folder;
+    CChildProgram program({RT_PYTHON, RT_SOURCES "/docs/reference_instrument.py", "0"});
+    const std::string strPort = std::to_string(ReadPort(program, "listening "));
+    CChildProgram panel(Demo(folder, "out", "tcp://127.0.0.1:" + strPort, {"--sample-time=2"}));
+    EXPECT_NE(panel.Await(", lost 0, old 0, damaged 0, reconnections 0"), "");
+    EXPECT_EQ(panel.Join(), 0) << panel.GetOutput();
+    const auto values = ReadDemo(folder, "out");
+    ASSERT_EQ(values.size(), 2000u);
+    for (std::size_t n = 0; n < 2000; ++n)
+        ASSERT_NEAR(values[n], 1900 - 1900 * std::cos(n * M_PI / 500), 1) << n;
+}
+
 TEST(ReferenceInstrument, ServesALine) {
     const int nHandle = ::posix_openpt(O_RDWR | O_NOCTTY);
     ::grantpt(nHandle);

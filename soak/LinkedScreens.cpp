@@ -1,0 +1,166 @@
+// Screens worked at random over a link on which anything happens.
+#include <random>
+
+#include "link/InstrumentServer.h"
+#include "platform/system/Paths.h"
+#include "plugin/ScreenTemplate.h"
+#include "soak/CountingInstrument.h"
+#include "soak/LeftBehind.h"
+#include "soak/LinkCheck.h"
+#include "soak/LinkedScreen.h"
+#include "soak/RandomOperator.h"
+#include "soak/RoughWay.h"
+#include "soak/Soak.h"
+#include "soak/Watch.h"
+
+namespace {
+
+constexpr std::uint64_t LEAVE_MS = 1000;  ///< the longest that leave is taken
+
+/// An instrument that comes and goes.
+class CInstrument {
+    static constexpr unsigned FIRST_STEP = 20021;
+
+  public:
+    /// @param strAddress where it waits for panels
+    CInstrument(const InstrumentOptions& options, const std::string& strAddress, CSentCurves& sent)
+        : m_options(options), m_address(ReadLinkAddress(strAddress, LinkUse::Listen)),
+          m_sent(sent) {}
+
+    /// Sets are numbered anew each time.
+    /// @return where it waits
+    LinkAddress Begin() {
+        m_pPress =
+            std::make_unique<CCountingInstrument>(m_options, FIRST_STEP * ++m_nToken, m_sent);
+        ServerSettings settings;
+        Hello& hello = settings.m_hub.m_hello;
+        hello.m_nMode = m_options.m_nMode;
+        hello.m_nSecondInput = static_cast<std::uint8_t>(m_options.m_secondInput);
+        hello.m_nValueRate = m_options.m_nValueRate;
+        hello.m_nToken = m_nToken;
+        settings.m_addresses = {m_address};
+        settings.m_onNews = [](const std::string&) {};
+        m_pServer = std::make_unique<CInstrumentServer>(std::move(settings), *m_pPress);
+        const std::string strAddress = m_pServer->GetAddresses().at(0);
+        m_pServer->Start();
+        return ReadLinkAddress(strAddress, LinkUse::Connect);
+    }
+    void End() {
+        m_pServer.reset();
+        m_pPress.reset();
+    }
+
+  private:
+    const InstrumentOptions m_options;
+    const LinkAddress m_address;
+    CSentCurves& m_sent;
+    std::uint32_t m_nToken = 0;
+    std::unique_ptr<CCountingInstrument> m_pPress;
+    std::unique_ptr<CInstrumentServer> m_pServer;
+};
+
+/// Once the weather is fair again, a capture goes through as if nothing had been.
+void CaptureInFairWeather(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord& record) {
+    TestPanel& panel = screen.m_panel;
+    Operator::WaitFor(
+        "the connection", [&] { return screen.GetStatus().m_state == PanelState::Connected; },
+        20'000);
+    const auto isIdle = [&] { return panel.IsEnabled(IDC_START); };
+    panel.Tap(IDC_STOP);
+    Operator::WaitFor("idle controls", isIdle, 5000);
+    Operator::Wait(300);  // what else was asked of the instrument is answered by then
+    Operator::Ask([&] {
+        panel.m_pDialog->SetControlText(IDC_SAMPLE_TIME, L"1");
+        panel.m_pDialog->SetControlText(IDC_TRIGGER, L"0");
+    });
+    panel.Tap(IDC_CLEAR);
+    panel.Tap(IDC_START);
+    Operator::Wait(500);
+    panel.Tap(IDC_STOP);
+    Operator::WaitFor("the end of a capture", isIdle, 5000);
+    panel.Settle();
+    const auto last = sent.GetLast().value_or(CSentCurves::Curve{});
+    const auto values = panel.ValuesOf(0);
+    if (values.empty() || static_cast<std::uint16_t>(values[0]) != last.m_nFirst ||
+        values.size() != std::size_t{last.m_nSets} * sent.GetLayout().m_nPerChannel)
+        record.Fault("in fair weather a capture has " + std::to_string(values.size()) +
+                     " values, of " + std::to_string(last.m_nSets) +
+                     " sets; the status says: " + screen.DescribeNow());
+    record.Count("captures in fair weather");
+}
+
+InstrumentOptions PickInstrument(const SoakOptions& options, bool bLine, std::mt19937& random) {
+    constexpr std::uint8_t MODES[] = {1, 2, 3, 10, 12, 20, 21, 22, 99};
+    constexpr std::uint16_t RATES[] = {500, 8000, 40000, 65535};
+    InstrumentOptions instrument;
+    instrument.m_nMode = options.m_nMode.value_or(MODES[random() % std::size(MODES)]);
+    instrument.m_secondInput = SecondInput{static_cast<std::uint8_t>(random() % 3)};
+    instrument.m_nValueRate = RATES[random() % (bLine ? 2 : std::size(RATES))];
+    return instrument;
+}
+
+void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMilliseconds,
+                     CSoakRecord& record) {
+    std::seed_seq seeds{options.m_nSeed, nScreen};
+    std::mt19937 random(seeds);
+    const bool bLine = random() % 4 == 0;
+    const InstrumentOptions instrumentOptions = PickInstrument(options, bLine, random);
+    record.SetScreen("seed " + std::to_string(options.m_nSeed) + ", screen " +
+                     std::to_string(nScreen) + ", mode " +
+                     std::to_string(instrumentOptions.m_nMode) + (bLine ? ", line" : ""));
+    const TemporaryFolder folder;  // a file's values are those of its own instrument
+    SetProgramFolder(folder.Path(""));
+
+    CSentCurves sent(FindValueLayout(instrumentOptions.m_nMode, instrumentOptions.m_secondInput));
+    CRoughWay way(bLine, static_cast<std::uint32_t>(random()), record);
+    CInstrument instrument(instrumentOptions, way.GetInstrumentAddress(), sent);
+    way.Open(instrument.Begin().m_nPort, [&](bool bThere) {
+        if (bThere) return instrument.Begin().m_nPort;
+        instrument.End();
+        return std::uint16_t{0};
+    });
+    CLinkedScreen screen(way.GetPanelAddress());
+    TestPanel& panel = screen.m_panel;
+    CRandomOperator hand(panel, folder.Path(""), static_cast<std::uint32_t>(random()), record,
+                         {random() % 4 == 0, 100, 4000});
+    CLinkCheck check(screen, sent, way, options.m_nPatience, record);
+    const auto nWatchSeed = static_cast<std::uint32_t>(random());
+    panel.RunUntilClosed([&] {
+        const CWatch watch(panel, options.m_nPatience, nWatchSeed, record,
+                           {[&](const auto& spCurve, std::size_t nChannel, std::uint32_t nCount) {
+                                check.CheckValues(spCurve, nChannel, nCount);
+                            },
+                            [&] { check.CheckState(); }});
+        way.Begin();
+        hand.Work(nMilliseconds);
+        way.Calm();
+        if (hand.ReturnToScreen()) CaptureInFairWeather(screen, sent, record);
+        hand.CloseScreen();
+    });
+    const std::uint64_t nBegin = TickMilliseconds();
+    screen.EndLink();
+    const std::uint64_t nLeave = TickMilliseconds() - nBegin;
+    record.Largest("longest leave, ms", nLeave);
+    if (nLeave > LEAVE_MS + options.m_nPatience / 4)
+        record.Fault("leave takes " + std::to_string(nLeave) + " ms");
+    record.Count(bLine ? "screens on a line" : "screens");
+}
+
+}  // namespace
+
+void RunLinkedScreens(const SoakOptions& options, CSoakRecord& record) {
+    CLeftBehind leftBehind(record);
+    std::mt19937 random(options.m_nSeed);
+    const std::uint64_t nEnd =
+        TickMilliseconds() + static_cast<std::uint64_t>(options.m_dSeconds * 1000);
+    for (unsigned nScreen = 0; !record.HasFaults(); ++nScreen) {
+        const std::uint64_t nNow = TickMilliseconds();
+        if (nNow >= nEnd) break;
+        const unsigned nLength = random() % 4 == 0 ? random() % 1000 : 3000 + random() % 40'000;
+        RunLinkedScreen(options, nScreen,
+                        static_cast<unsigned>(std::min<std::uint64_t>(nLength, nEnd - nNow)),
+                        record);
+        leftBehind.Check();
+    }
+    SetProgramFolder(L"");
+}
