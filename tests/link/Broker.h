@@ -10,11 +10,9 @@
 /// Runs on a free port of the loopback for as long as it lives.
 class CBroker {
   public:
-    /// @param strSettings lines of the broker's settings file
-    explicit CBroker(const std::string& strSettings = "allow_anonymous true\n")
-        : m_nPort(FindPort()) {
+    CBroker() : m_nPort(FindPort()) {
         m_folder.Put("broker.conf", std::string("listener ").append(std::to_string(m_nPort)) +
-                                        " 127.0.0.1\n" + strSettings +
+                                        " 127.0.0.1\nallow_anonymous true\n"
                                         "persistence false\nlog_dest none\nuser root\n");
         Start();
     }
@@ -34,8 +32,8 @@ class CBroker {
         m_program->Join();
         m_program.reset();
     }
-    std::string GetAddress(const std::string& strScheme = "mqtt") const {
-        return strScheme + "://127.0.0.1:" + std::to_string(m_nPort) + "/hall/press";
+    std::string GetAddress() const {
+        return "mqtt://127.0.0.1:" + std::to_string(m_nPort) + "/hall/press";
     }
 
   private:

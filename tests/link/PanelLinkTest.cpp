@@ -1,9 +1,6 @@
 // A panel's link as it runs, against an instrument made by hand.
 #include "link/PanelLink.h"
 
-#include <fstream>
-#include <set>
-
 #include "tests/link/HandInstrument.h"
 #include "tests/link/ScreenBench.h"
 
@@ -38,58 +35,6 @@ class PanelLink : public ::testing::Test {
     std::optional<CPanelLink> m_link;
 };
 
-TEST_F(PanelLink, BringsACaptureAndTakesLeave) {
-    Open();
-    const Join join = m_instrument.TakePanel();
-    EXPECT_EQ(join.m_strName, "desk 1");
-    EXPECT_TRUE(join.m_bCommand);
-    EXPECT_NE(join.m_nToken, 0u);
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-    Start();
-    Acknowledge();
-    SendPackets("rsssi");
-    EXPECT_TRUE(m_screen.AwaitPushed("rsssi"));
-    std::set<std::string> names;
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::string strName;
-        std::ifstream(task.path() / "comm") >> strName;
-        names.insert(strName);
-    }
-    EXPECT_TRUE(names.contains("link-panel"));
-    const auto totals = End();
-    EXPECT_EQ(m_instrument.ReadEnd(), LinkReason::Normal);
-    EXPECT_EQ(totals.m_counts.m_nFrames, 7u);  // HELLO, ACK, five packets
-    EXPECT_EQ(totals.m_counts.m_nLost + totals.m_counts.m_nDamages, 0u);
-    EXPECT_EQ(totals.m_nReconnections, 0u);
-}
-
-TEST_F(PanelLink, OfAnInstrumentThatVanishesEndsTheCaptureAndFindsItAgain) {
-    Open();
-    m_instrument.TakePanel();
-    m_screen.AwaitState(PanelState::Connected);
-    Start();
-    Acknowledge();
-    SendPackets("rss");
-    ASSERT_TRUE(m_screen.AwaitPushed("rss"));
-    m_instrument.Leave();
-    EXPECT_TRUE(m_screen.AwaitPushed("rssi"));
-    EXPECT_TRUE(m_screen.GetStatus().m_bCutShort);
-    Start();
-    EXPECT_TRUE(m_screen.AwaitPushed("rssiI"));
-    std::this_thread::sleep_for(1200ms);  // tries in vain
-    const auto begin = std::chrono::steady_clock::now();
-    m_instrument.Return();
-    EXPECT_EQ(m_instrument.TakePanel().m_nAttempt, 2u);
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
-    SendPackets("s");  // of no curve of this screen
-    Start();
-    Acknowledge();
-    SendPackets("rsi");
-    EXPECT_TRUE(m_screen.AwaitPushed("rssiIrsi"));
-    EXPECT_EQ(End().m_nReconnections, 1u);
-}
-
 TEST_F(PanelLink, ThatNobodyAnswersEndsWithinASecond) {
     Open();
     m_instrument.TakePanel();
@@ -119,6 +64,7 @@ TEST_F(PanelLink, BreaksOffWithABadInstrumentAndGoesOnWithAGoodOne) {
     }
     m_instrument.TakePanel();
     EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
+    EXPECT_EQ(End().m_nReconnections, 2u);
 }
 
 TEST_F(PanelLink, HoldsNoMoreThanItsBoundOfPacketsThatNobodyTakes) {

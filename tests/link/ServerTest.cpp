@@ -97,36 +97,6 @@ class Server : public ::testing::Test {
     std::unique_ptr<CInstrumentServer> m_pServer;
 };
 
-TEST_F(Server, ServesACommanderAndAViewer) {
-    CWirePanel desk(GetPort());
-    EXPECT_EQ(desk.Join(true).Await("H"), "H");
-    EXPECT_EQ(desk.m_hello, CPanelBench::MakeHello());
-    CWirePanel viewer(GetPort());
-    EXPECT_EQ(viewer.Join(false, 8, "wall").Await("H"), "H");
-    for (const char ch : std::string("rsi")) m_instrument.Push(MakePacketOf(ch));
-    EXPECT_EQ(desk.Await("i"), "rsi");
-    EXPECT_EQ(viewer.Await("i"), "rsi");
-    EXPECT_EQ(desk.Message(1).Message(1).Message(2, Bytes(1000)).Message(3, Bytes(1)).Await("A1A1"),
-              "A0A0A1A1");
-    EXPECT_EQ(viewer.Message(1).Await("A2"), "A2");
-    EXPECT_EQ(m_instrument.GetDone(), "feuu");
-    // It goes, and the capture with it.
-    desk.Send(FrameKind::Goodbye, FormParting({}));
-    EXPECT_EQ(desk.Await("x"), "x");
-    EXPECT_EQ(viewer.Await("i"), "i");
-    EXPECT_EQ(m_instrument.GetDone(), "feuus");
-    const auto begin = std::chrono::steady_clock::now();
-    m_pServer.reset();
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1500ms);
-    EXPECT_EQ(viewer.Await("x"), "G8x");
-    EXPECT_FALSE(CWirePanel(GetPort()).Join(true).Await("H", 500ms).starts_with("H"));
-    EXPECT_NE(GetNews().find("desk (127.0.0.1:"), std::string::npos);
-    for (const char* const pszPart :
-         {") commands\n", ") views\n", ") gone: ended by the other side\n",
-          ") gone: the instrument has ended\n"})
-        EXPECT_NE(GetNews().find(pszPart), std::string::npos) << GetNews();
-}
-
 // What a peer writes as soon as it has connected, and what it gets; "x" closed, "!" reset.
 TEST_F(Server, CostsABadPeerItsOwnConnection) {
     CWirePanel good(GetPort());
