@@ -48,7 +48,8 @@ TEST(Instrument, ServesCapturesToACommanderAndViewers) {
     wall.Await("", 100ms);
     { const CWirePanel gone = std::move(desk); }
     EXPECT_TRUE(wall.Await("i").ends_with("i"));
-    EXPECT_NE(program.Await("desk ("), "");
+    for (const char* pText : {") commands", ") views", ") gone: "})
+        EXPECT_NE(program.Await(pText), "") << program.GetOutput();
 
     const auto begin = std::chrono::steady_clock::now();
     program.Signal(SIGTERM);
