@@ -39,3 +39,12 @@ build() {
     fi
     rm -f "$log"
 }
+
+# run_tests PRESET [CTEST-ARGUMENT...]: the tests of a build, as many at a time as there are
+# processors; offscreen unless the caller names another platform.
+run_tests() {
+    local preset=$1
+    shift
+    QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen} ctest --test-dir "build/$preset" \
+        --parallel "$(nproc)" --output-on-failure --no-tests=error "$@"
+}

@@ -183,8 +183,3 @@ void WriteTableCsv(CTextFile& file, const CRTCurves& curves, const RTTableOption
                    IProgress* pProgress) {
     WriteCsv(file, [&] { CTableWriter(file, curves, options, pProgress).Write(); });
 }
-
-void ExportTableCsv(const std::wstring& strPath, const CRTCurves& curves,
-                    const RTTableOptions& options, IProgress* pProgress) {
-    ExportCsv(strPath, [&](CTextFile& file) { WriteTableCsv(file, curves, options, pProgress); });
-}

@@ -30,8 +30,3 @@ struct RTTableOptions {
 /// @throws CFileException, CUserException
 void WriteTableCsv(CTextFile& file, const CRTCurves& curves, const RTTableOptions& options,
                    IProgress* pProgress = nullptr);
-
-/// As WriteTableCsv, to a file that is created or replaced as ExportCsv does it.
-/// @throws CFileException, CUserException
-void ExportTableCsv(const std::wstring& strPath, const CRTCurves& curves,
-                    const RTTableOptions& options, IProgress* pProgress = nullptr);

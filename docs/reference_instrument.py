@@ -6,13 +6,13 @@
 
 Put your converter into read_sample(). docs/link.md says what the bytes mean.
 """
-import math, os, random, select, signal, socket, struct, sys, termios, threading, time, tty
+import contextlib, itertools, math, os, random, select, socket, sys, termios, time, tty
+from struct import pack, unpack_from
 
-NAME, SERIAL_NUMBER, MODE, RATE = "reference", "0001", 0, 1000  # mode 0: single values
-BAUD = termios.B115200
+NAME, SERIAL_NUMBER, MODE, RATE = b"reference", b"0001", 0, 1000  # mode 0: single values
 JOIN, HELLO, PACKET, MESSAGE, ACK, KEEPALIVE, REFUSE, GOODBYE = range(1, 9)
 SAMPLES, CONTROL = 3, 39  # packet types
-SYNC, MAX_QUEUED, TOKEN = b"\xA5RTZ", 65536, random.randrange(1, 2**32)
+SYNC, TOKEN, BAUD = b"\xA5RTZ", random.randrange(1, 2**32), termios.B115200
 
 
 def read_sample(n):
@@ -23,303 +23,228 @@ def read_sample(n):
 
 # CRC-32C, a byte at a time. On a microcontroller the table is 1 KiB, made at start or kept in flash.
 TABLE = []
-for n in range(256):
+for entry in range(256):
     for _ in range(8):
-        n = n >> 1 ^ (0x82F63B78 if n & 1 else 0)
-    TABLE.append(n)
+        entry = entry >> 1 ^ (0x82F63B78 if entry & 1 else 0)
+    TABLE.append(entry)
 
 
-def crc(data, register=0xFFFFFFFF):
-    """The register behind the data; the check is its complement."""
+def crc(data, before=0):
+    """The check of the data, behind data that has the check `before`."""
+    register = before ^ 0xFFFFFFFF
     for byte in data:
         register = register >> 8 ^ TABLE[(register ^ byte) & 0xFF]
-    return register
+    return register ^ 0xFFFFFFFF
 
 
 class Ended(Exception):
-    """The connection ends: reason, and the kind of frame that says so; kind 0: without a word."""
+    """The connection ends, for a reason."""
 
 
-class Link:
-    """One connection. Frames are read from `fd` and written to it, never waiting."""
+class Panel:
+    """The panel at the other end of a socket or a line, and the capture that it has asked for."""
 
-    def __init__(self, fd, line):
-        self.fd, self.line = fd, line
-        os.set_blocking(fd, False)
-        self.inp, self.out = bytearray(), bytearray()
-        self.since = self.progress = time.monotonic()
-        self.refused = self.since - 2
-        self.good = False  # whether a frame has ever come
-        self.leave()
+    def __init__(self, handle, listener=None):
+        self.handle, self.listener, self.input, self.refused = handle, listener, b"", 0
+        os.set_blocking(handle, False)
+        self.begin()
 
-    def leave(self):
-        self.joined, self.sequence, self.expected, self.taken, self.answer = False, 0, None, 0, b""
+    def begin(self):
+        self.joined, self.running, self.answer = False, False, b""
+        self.sequence = self.expected = self.number = 0
         self.heard = self.sent = time.monotonic()
 
-    def send(self, kind, payload=b""):
-        head = struct.pack("<4sBBHII", SYNC, 1, kind, 0, self.sequence, len(payload))
+    def send(self, kind, payload=b"", may_be_left_out=False):
+        head = pack("<4sBBHII", SYNC, 1, kind, 0, self.sequence, len(payload))
         self.sequence = self.sequence + 1 & 0xFFFFFFFF
-        if kind == PACKET and len(self.out) > MAX_QUEUED:
-            return  # left out; its number is used up, so that the panel sees the hole
-        check = crc(head)
-        self.out += head + struct.pack("<I", check ^ 0xFFFFFFFF) + payload
-        self.out += struct.pack("<I", crc(payload, check) ^ 0xFFFFFFFF)
+        if may_be_left_out and not select.select([], [self.handle], [], 0)[1]:
+            return  # its number is used up, so that the panel sees the hole
+        frame = head + pack("<I", crc(head)) + payload + pack("<I", crc(payload, crc(head)))
+        while frame:
+            if not select.select([], [self.handle], [], 2)[1]:
+                raise OSError("the panel does not read")
+            frame = frame[os.write(self.handle, frame) :]
         self.sent = time.monotonic()
 
-    def part(self, kind, reason, text=""):
-        text = text.encode()[:200]
-        if kind == REFUSE:
-            self.sequence = 0
-        self.send(kind, struct.pack("<HB", reason, len(text)) + text)
+    def read_frame(self):
+        """Works until one has come in. None: what has come in is no frame, or does not go on."""
+        if not self.await_bytes(20):
+            return None
+        version, kind, sequence, n, check = unpack_from("<4xBB2xIII", self.input)
+        if self.input[:4] != SYNC or crc(self.input[:16]) != check or version != 1 or n > 1024:
+            return None
+        if not self.await_bytes(24 + n):
+            return None
+        payload, last = self.input[20 : 20 + n], self.input[20 + n : 24 + n]
+        if crc(payload, check) != int.from_bytes(last, "little"):
+            return None
+        self.input, self.heard = self.input[24 + n :], time.monotonic()
+        return kind, sequence, payload
 
-    def write(self):
-        if self.out:
-            try:
-                del self.out[: os.write(self.fd, self.out)]
-            except BlockingIOError:
-                pass
+    def await_bytes(self, n):
+        since = time.monotonic()
+        while len(self.input) < n and time.monotonic() - since < 2:
+            self.work()
+            since = since if self.input else time.monotonic()
+        return len(self.input) >= n
 
-    def read(self):
-        try:
-            data = os.read(self.fd, 4096)
-        except BlockingIOError:
-            return
-        if not data:
-            raise OSError("closed by the panel")
-        if not self.inp:
-            self.progress = time.monotonic()
-        self.inp += data
+    def work(self):
+        """What is due, within 10 ms."""
+        ready = select.select([self.handle, self.listener or self.handle], [], [], 0.01)[0]
+        if self.handle in ready:
+            data = os.read(self.handle, 4096)
+            if not data:
+                raise OSError("closed by the panel")
+            self.input += data
+        if self.listener in ready:
+            refuse(self.listener.accept()[0])
+        if self.running:
+            self.send_samples()
+        silence = time.monotonic() - self.heard
+        if self.joined and silence > 3 or self.listener and silence > 5:
+            raise Ended(9)
+        if self.joined and time.monotonic() - self.sent > 1:
+            self.send(KEEPALIVE)
 
-    def reject(self, reason):
-        """The buffer does not begin with a frame: fatal on a stream, a byte to drop on a line."""
-        if not self.line:
-            raise Ended(reason, (GOODBYE if self.joined else REFUSE) if self.good else 0)
-        del self.inp[0]
-        self.progress = time.monotonic()
-
-    def frames(self):
-        if self.inp and time.monotonic() - self.progress > 2:
-            self.reject(9)
-        while self.inp:
-            head, start = self.inp[:20], self.inp[:4]
-            if start != SYNC[: len(start)]:
-                self.reject(10)
-                continue
-            if len(head) < 20:
-                return
-            _, version, kind, _, sequence, n, check = struct.unpack("<4sBBHIII", head)
-            register = crc(head[:16])
-            if register ^ 0xFFFFFFFF != check:
-                self.reject(10)
-            elif version != 1 or n > 1024:
-                self.reject(5)
-            elif len(self.inp) < 24 + n:
-                return
-            elif crc(self.inp[20 : 20 + n], register) ^ 0xFFFFFFFF != struct.unpack_from(
-                "<I", self.inp, 20 + n
-            )[0]:
-                self.reject(10)
-            else:
-                payload = bytes(self.inp[20 : 20 + n])
-                del self.inp[: 24 + n]
-                self.good, self.heard, self.progress = True, time.monotonic(), time.monotonic()
-                yield kind, sequence, payload
-
-
-class Instrument:
-    def __init__(self):
-        self.running = False
-
-    def take(self, link, kind, sequence, payload):
-        """A frame from the panel."""
+    def take(self, kind, sequence, payload):
         if kind == JOIN:
-            return self.join(link, sequence, payload)
-        if not link.joined:
-            if kind in (MESSAGE, KEEPALIVE) and not link.line:
-                raise Ended(4, REFUSE)
-            if kind in (MESSAGE, KEEPALIVE) and time.monotonic() - link.refused > 1:
-                link.refused = time.monotonic()
-                link.part(REFUSE, 4)
-            return
-        if sequence - link.expected & 0xFFFFFFFF >= 2**31:
-            return  # an old one
-        link.expected = sequence + 1
-        if kind == GOODBYE:
-            raise Ended(0, 0)
-        if kind == MESSAGE:
-            if not 5 <= len(payload) <= 1004:
-                raise Ended(5, GOODBYE)
-            number = struct.unpack_from("<I", payload)[0]
-            if number != link.taken:
-                if number != link.taken + 1:
-                    raise Ended(5, GOODBYE)
-                link.taken = number
-                link.answer = payload[:4] + bytes([self.judge(payload[4:])])
-                link.send(ACK, link.answer)
-                if link.answer[4] == 0:
-                    self.execute(link, payload[4:])
-            else:
-                link.send(ACK, link.answer)  # once more: the first may be lost
+            self.take_join(sequence, payload)
+        elif not self.joined and kind in (MESSAGE, KEEPALIVE):
+            raise Ended(4)
+        elif self.joined and sequence - self.expected & 0xFFFFFFFF < 2**31:  # not an old one
+            self.expected = sequence + 1
+            if kind == GOODBYE:
+                raise Ended(0)
+            if kind == MESSAGE:
+                self.take_message(payload)
 
-    def join(self, link, sequence, payload):
-        if link.joined and not link.line:
-            raise Ended(5, GOODBYE)
-        self.running = False
-        link.leave()
-        if len(payload) < 2 or not 1 <= payload[0] <= payload[1]:
-            raise Ended(5, REFUSE)
-        if payload[0] > 1:
-            raise Ended(1, REFUSE)
-        if len(payload) < 13 or payload[2] > 1 or len(payload) < 13 + payload[12] or payload[12] > 64:
-            raise Ended(5, REFUSE)
-        if payload[2] == 0:
-            raise Ended(3, REFUSE)  # nobody views this instrument
-        link.joined, link.expected = True, sequence + 1
-        texts = b"".join(bytes([len(t)]) + t.encode() for t in (NAME, SERIAL_NUMBER))
-        link.send(HELLO, struct.pack("<BBBBHHI", 1, MODE, 1, 1, RATE, RATE, 0)
-                  + struct.pack("<I", TOKEN) + payload[8:12] + texts)  # fmt: skip
+    def take_join(self, sequence, payload):
+        if self.joined and self.listener:
+            raise Ended(5)  # on a line it may come again
+        self.begin()
+        lowest, highest, role, length = unpack_from("<BBB9xB", payload.ljust(13, b"\0"))
+        if lowest > 1 and highest >= lowest:
+            raise Ended(1)  # version 1 is the one spoken here
+        if lowest != 1 or highest < 1 or role > 1 or length > 64 or len(payload) < 13 + length:
+            raise Ended(5)
+        if role == 0:
+            raise Ended(3)  # nobody views this instrument
+        self.joined, self.expected = True, sequence + 1
+        hello = pack("<BBBBHHII", 1, MODE, 1, 1, RATE, RATE, 0, TOKEN) + payload[8:12]
+        self.send(HELLO, hello + b"".join(bytes([len(t)]) + t for t in (NAME, SERIAL_NUMBER)))
 
-    def judge(self, image):
-        """The answer to a message image: 0 taken, 1 not understood, 4 cannot be done."""
-        if len(image) != 44 or image[0] != CONTROL or image[2] != 41 or image[3] not in (2, 3):
-            return 1
-        stop = image[3] == 2 and not any(image[4:11])
-        return 0 if stop or image[3] == 3 or struct.unpack_from("<H", image, 7)[0] == RATE else 4
+    def take_message(self, payload):
+        number, image = int.from_bytes(payload[:4], "little"), payload[4:]
+        if number == self.number and self.answer:
+            return self.send(ACK, self.answer)  # once more: the first may be lost
+        if number != self.number + 1 or not 1 <= len(image) <= 1000:
+            raise Ended(5)
+        milliseconds, continuous, rate = unpack_from("<HBH", image.ljust(9, b"\0"), 4)
+        known = len(image) == 44 and image[0] == CONTROL and image[2] == 41 and image[3] in (2, 3)
+        start = known and image[3] == 2 and any(image[4:11])
+        result = 1 if not known else 4 if start and rate != RATE else 0
+        self.number, self.answer = number, payload[:4] + bytes([result])
+        self.send(ACK, self.answer)
+        if result == 0 and image[3] == 2:  # else the pass output: switch it here
+            self.taken, self.started = 0, time.monotonic()
+            self.wanted = math.inf if continuous else milliseconds * RATE // 1000
+            self.report(start)
 
-    def execute(self, link, image):
-        if image[3] == 3:
-            return  # pass output: switch it here
-        milliseconds, continuous = struct.unpack_from("<HB", image, 4)
-        if not any(image[4:11]):
-            self.running = False
-        else:
-            self.running, self.begin, self.count = True, time.monotonic(), 0
-            self.wanted = float("inf") if continuous else milliseconds * RATE // 1000
-        self.report(link, self.running)
+    def report(self, running):
+        self.running = running
+        self.send(PACKET, pack("<iBBBB", CONTROL, 1, 0, 0, running) + bytes(37))
 
-    def report(self, link, running):
-        link.send(PACKET, struct.pack("<iBBBB", CONTROL, 1, 0, 0, running) + bytes(37))
+    def send_samples(self):
+        """Those that are due: a block for each state of the digital lines."""
+        due = min(int((time.monotonic() - self.started) * RATE), self.wanted, self.taken + 500)
+        packet = pack("<ix", SAMPLES)
+        samples = [read_sample(n) for n in range(self.taken, due)]
+        for lines, block in itertools.groupby(samples, lambda sample: sample[1]):
+            values = [value for value, _ in block]
+            packet += pack(">BH", lines, len(values)) + pack(f"<{len(values)}h", *values)
+        self.taken = due
+        if samples:
+            self.send(PACKET, packet, may_be_left_out=True)
+        if self.taken >= self.wanted:
+            self.report(False)
 
-    def sample(self, link):
-        """Sends the values that are due: a block ends where the digital lines change."""
-        due = min(int((time.monotonic() - self.begin) * RATE), self.wanted)
-        due = min(due, self.count + 1000)
-        blocks, values, lines = bytearray(1), [], 0
-        while self.count < due or values:
-            value, now = read_sample(self.count) if self.count < due else (0, None)
-            if values and now != lines:
-                blocks += struct.pack(">BH", lines, len(values))
-                blocks += struct.pack(f"<{len(values)}h", *values)
-                values = []
-            if now is not None:
-                values.append(value)
-                lines = now
-                self.count += 1
-        if len(blocks) > 1:
-            link.send(PACKET, struct.pack("<i", SAMPLES) + blocks)
-        if self.count >= self.wanted:
-            self.running = False
-            self.report(link, False)
+    def part(self, reason):
+        if reason == 4 and time.monotonic() - self.refused < 1:
+            return  # a line may be full of frames of a panel that has joined another
+        self.refused = time.monotonic()
+        if not self.joined:
+            self.sequence = 0
+        if reason != 0:  # the panel's own leave is not answered
+            self.send(GOODBYE if self.joined else REFUSE, pack("<Hx", reason))
+        self.joined = self.running = False
 
-    def turn(self, link):
-        """What one connection needs every 10 ms."""
-        now = time.monotonic()
-        try:
-            for frame in link.frames():
-                self.take(link, *frame)
-            if self.running:
-                self.sample(link)
-            if link.joined and now - link.heard > 3:
-                raise Ended(9, GOODBYE)
-            if not link.joined and not link.line and now - link.since > 5:
-                raise Ended(9, REFUSE)
-            if link.joined and now - link.sent > 1:
-                link.send(KEEPALIVE)
-        except Ended as end:
-            reason, kind = end.args
-            self.running = False
-            if kind:
-                link.part(kind, reason)
-            link.joined = False
-            if not link.line:
-                raise OSError(f"ended, reason {reason}")
-        link.write()
+    def serve(self):
+        """Until the panel, or the device, is gone."""
+        while True:
+            try:
+                frame = self.read_frame()
+                if frame:
+                    self.take(*frame)
+                elif not self.listener:
+                    self.input = self.input[1:]  # on a line a byte is passed over
+                elif self.joined:
+                    raise Ended(10)
+                else:
+                    return  # it is no panel
+            except Ended as end:
+                self.part(end.args[0])
+                if self.listener:
+                    return
+
+
+def refuse(second):
+    """There is place for one panel."""
+    with contextlib.suppress(OSError):
+        Panel(second.fileno()).part(3)
+        leave(second)
+
+
+LEAVING = []
+
+
+def leave(connection):
+    """Ends the sending only: a socket closed with bytes unread would take the last frame back."""
+    connection.shutdown(socket.SHUT_WR)
+    LEAVING.append(connection)
+    del LEAVING[:-8]
 
 
 def open_line(path):
-    fd = os.open(path, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
-    tty.setraw(fd)
-    mode = termios.tcgetattr(fd)
+    handle = os.open(path, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+    tty.setraw(handle)
+    mode = termios.tcgetattr(handle)
     mode[4] = mode[5] = BAUD
-    termios.tcsetattr(fd, termios.TCSANOW, mode)
-    termios.tcflush(fd, termios.TCIOFLUSH)
+    termios.tcsetattr(handle, termios.TCSANOW, mode)
+    termios.tcflush(handle, termios.TCIOFLUSH)
     print("serving", path, flush=True)
-    return Link(fd, line=True)
-
-
-def close_gently(panel, rest):
-    """A socket closed with bytes unread would take the last frame back."""
-    try:
-        panel.settimeout(1)
-        panel.sendall(rest)
-        panel.shutdown(socket.SHUT_WR)
-        while panel.recv(4096):
-            pass
-    except OSError:
-        pass
-    panel.close()
-
-
-def refuse(panel):
-    """A second panel: this instrument takes one."""
-    last = Link(panel.fileno(), line=False)
-    last.part(REFUSE, 3)
-    close_gently(panel, last.out)
+    return open(handle, "rb+", 0)
 
 
 def main(place):
-    instrument, listener, panel, link = Instrument(), None, None, None
-    if place.isdigit():
-        listener = socket.create_server(("127.0.0.1", int(place)))
+    listener = socket.create_server(("127.0.0.1", int(place))) if place.isdigit() else None
+    if listener:
         print("listening", listener.getsockname()[1], flush=True)
     while True:
         try:
-            if link is None and listener is None:
-                link = open_line(place)
-            watched = [end for end in (listener, link and link.fd) if end is not None]
-            readable = select.select(watched, [], [], 0.01)[0]
-            if listener in readable:
-                newcomer = listener.accept()[0]
-                newcomer.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-                if link is None:
-                    panel, link = newcomer, Link(newcomer.fileno(), line=False)
-                elif threading.active_count() < 8:
-                    threading.Thread(target=refuse, args=(newcomer,), daemon=True).start()
-                else:
-                    newcomer.close()
-            if link and link.fd in readable:
-                link.read()
-            if link:
-                instrument.turn(link)
+            if listener:
+                connection = listener.accept()[0]
+                connection.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+                Panel(connection.fileno(), listener).serve()
+                leave(connection)
+            else:
+                with open_line(place) as line:
+                    Panel(line.fileno()).serve()
         except OSError as error:  # the panel or the device is gone
             print(error, flush=True)
-            instrument.running = False
-            if panel:
-                threading.Thread(target=close_gently, args=(panel, link.out), daemon=True).start()
-            elif link:
-                os.close(link.fd)
-            else:
-                time.sleep(0.5)  # until the device is back
-            panel, link = None, None
-        except KeyboardInterrupt:
-            if link and link.joined:
-                link.part(GOODBYE, 8)
-                link.write()
-            return
+            time.sleep(0.5)
 
 
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         sys.exit(__doc__)
-    signal.signal(signal.SIGTERM, signal.default_int_handler)
     main(sys.argv[1])

@@ -153,9 +153,6 @@ void CLinkInstrument::ApplySampleTime() {
 void CLinkInstrument::OnStatus(const LinkStatus& status) {
     {
         const std::lock_guard lock(m_mutex);
-        const bool bBegins = status.m_bRunning && !m_status.m_bRunning;
-        if (bBegins && m_hello && (!m_hello->m_bCommands || m_hello->m_bLocked))
-            m_strTrouble.clear();
         m_status = status;
         if (status.m_bCutShort || status.m_nLostInCapture > 0 || !status.m_notice.IsEmpty())
             m_strTrouble = DescribeStatus(status, GetAddress());

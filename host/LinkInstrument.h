@@ -42,8 +42,8 @@ class CLinkInstrument : public IInstrument, private IPanelScreen {
     /// How far the screen has been told of a capture.
     enum class Progress : std::uint8_t { None, Running, Over };
     Progress GetProgress() const;
-    /// What went wrong since the last start was sent, or, where others begin captures, since the
-    /// last one began, in English; empty: nothing.
+    /// What went wrong since the last start was sent, or ever if none was, in English; empty:
+    /// nothing.
     std::string FindTrouble() const;
 
   private:

@@ -20,8 +20,6 @@ class CFrameQueue {
 
     /// Leaves out what the transport has not taken; the numbers stay used up.
     void DropWaiting();
-    /// Uses up the number of a frame that is not sent.
-    void SkipNumber() { ++m_nNext; }
 
     /// The next frames, about so many bytes but at least one frame; none when nothing waits, or the
     /// frames taken before are not sent yet.

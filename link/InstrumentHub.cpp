@@ -349,11 +349,6 @@ std::size_t CInstrumentHub::CountViewers() const {
     }));
 }
 
-std::size_t CInstrumentHub::CountJoined() const {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        m_panels, [](const auto& panel) { return panel.second->IsJoined(); }));
-}
-
 bool CInstrumentHub::IsJoined(PanelId id) const {
     const auto found = m_panels.find(id);
     return found != m_panels.end() && found->second->IsJoined();

@@ -58,7 +58,6 @@ class CInstrumentHub {
 
     /// What is to be sent on a connection; null when there is none of this name.
     CFrameQueue* GetQueue(PanelId id);
-    std::size_t CountJoined() const;
     bool IsJoined(PanelId id) const;
     /// What the instrument is now, for who views and has asked nothing.
     Hello MakeHello() const;

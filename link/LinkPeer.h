@@ -58,8 +58,6 @@ class CLinkPeer {
     CFrameReader& GetReader() { return *m_reader; }
     CFrameQueue& GetQueue() { return m_queue; }
     CFrameOrder& GetOrder() { return m_order; }
-    LinkManner GetManner() const { return m_manner; }
-    bool IsStream() const { return m_manner == LinkManner::Stream; }
     LinkCounts& GetCounts() { return m_counts; }
 
   private:

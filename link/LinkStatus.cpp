@@ -70,11 +70,6 @@ LinkText DescribeParting(const Parting& parting) {
     return text;
 }
 
-bool IsWell(const LinkStatus& status) {
-    return status.m_state == PanelState::Connected && status.m_nLostInCapture == 0 &&
-           status.m_notice.IsEmpty();
-}
-
 std::string DescribeStatus(const LinkStatus& status, const std::string& strAddress) {
     if (status.m_state == PanelState::Changed)
         return "The instrument has changed (" + status.m_change.m_strEnglish +

@@ -45,9 +45,6 @@ struct LinkStatus {
     friend bool operator==(const LinkStatus&, const LinkStatus&) = default;
 };
 
-/// Whether all is as it should be.
-bool IsWell(const LinkStatus& status);
-
 /// One line of English that says how the link stands.
 /// @param strAddress where the link leads to, as it was given
 std::string DescribeStatus(const LinkStatus& status, const std::string& strAddress);

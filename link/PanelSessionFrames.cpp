@@ -296,7 +296,6 @@ void CPanelSession::TakePacket(const Frame& frame, LinkTime now) {
     if (meaning == PacketMeaning::CaptureStarted || (!bWasRunning && m_gate.IsRunning())) {
         m_status.m_nLostInCapture = 0;
         m_status.m_away.reset();
-        Report();  // however soon it is over
     }
     // A screen that starts captures has chosen their sample time itself.
     unsigned nSeconds = 0;

@@ -90,7 +90,8 @@ std::string Tabulate(const RTTableOptions& options) {
     // Of records at one position the last one says nothing, and bit 4 is no line.
     add(2, {4, 5, 6, 7, 8, 9}, {{2, 0x11}, {2, 2}, {5, 12}});
     const TemporaryFolder folder;
-    ExportTableCsv(folder.Path("a.csv"), curves, options);
+    CTextFile file(folder.Path("a.csv"), CFile::modeCreate | CFile::modeWrite);
+    WriteTableCsv(file, curves, options);
     return folder.Get("a.csv");
 }
 

@@ -153,42 +153,6 @@ TEST_F(LinkSession, AViewerShowsWhatOthersBeginWithItsSampleTime) {
     });
 }
 
-TEST_F(LinkSession, ADemonstrationKeepsAlsoWhatIsCutShort) {
-    m_folder.Put("limits", R"({"format": "rt3-limits", "version": 1, "objects": [
-        {"name": "peak", "kind": "feature", "feature": "peak_force", "max": 9}]})");
-    const std::string strFolder = m_folder.GetPath().native() + "/";
-    const std::string strAddress = m_instrument.GetAddress();
-    const std::string strLimits = strFolder + "limits";
-    const std::string strSettings = strFolder + "settings";
-    Hello hello = CHandInstrument::MakeHello();
-    hello.m_nValueRate = 200;
-    for (const bool bWhole : {true, false}) {
-        const std::string strOut = strFolder + (bWhole ? "whole" : "cut");
-        const auto played = std::async(std::launch::async, [&] {
-            m_instrument.TakePanel(hello);
-            m_instrument.Live();
-            Acknowledge();
-            SendPackets("r");
-            SendValues(bWhole ? 200 : 100);
-            if (bWhole) SendPackets("i");
-            if (bWhole) m_instrument.ReadEnd();
-            m_instrument.Leave();
-        });
-        const std::vector<const char*> arguments = {"--link",        strAddress.c_str(),
-                                                    "--data-folder", strFolder.c_str(),
-                                                    "--settings",    strSettings.c_str(),
-                                                    "--limits",      strLimits.c_str(),
-                                                    "--sample-time", "1",
-                                                    "--demo",        strOut.c_str()};
-        const Options options = ReadOptions(arguments);
-        EXPECT_EQ(CPanel(options, PrepareJudgement(options)).Run(), bWhole ? 0 : 1);
-        played.wait();
-        EXPECT_TRUE(std::filesystem::exists(strOut + "/capture.rt3"));
-        EXPECT_EQ(std::filesystem::exists(strOut + "/verdict.json"), bWhole);
-        m_instrument.Return();
-    }
-}
-
 TEST_F(LinkSession, TheWindowThatWaitsSaysWhyAndCanBeCancelled) {
     m_instrument.Leave();
     const std::string strFolder = m_folder.GetPath().native();

@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "instrument/PressInstrument.h"
+#include <algorithm>
+
+#include "instrument/InstrumentCommand.h"
 #include "instrument/SimulatedPress.h"
-#include "tests/instrument/PacketDecoder.h"
 
 namespace {
-
-using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
 
 std::string MakeImage(std::initializer_list<int> payload) {
     std::string image{0x27, 0x01, 0x29};
@@ -31,29 +29,6 @@ TEST(InstrumentCommand, IsReadFromTheImageOrRefused) {
          {std::string(), CAPTURE.substr(0, 43), CAPTURE + '\0', MakeImage({1}), strOtherType})
         EXPECT_FALSE(ReadCommand(strImage));
 }
-
-class PressInstrument : public ::testing::Test {
-  protected:
-    PressInstrument() { Make({}); }
-    void Make(std::optional<CaptureRequest> selfStart) {
-        m_pInstrument = std::make_unique<CPressInstrument>(
-            m_queue, ValueLayout{1, 2},
-            std::make_unique<CSimulatedPress>(SecondInput::Position, 1u), selfStart);
-    }
-    const Received& Drain() { return m_decoder.Drain(m_queue); }
-
-    /// Waits until these events have come, at most 10 s.
-    bool WaitFor(std::string_view strEvents) {
-        for (const auto end = Clock::now() + 10s; Clock::now() < end;
-             std::this_thread::sleep_for(1ms))
-            if (Drain().m_strEvents.starts_with(strEvents)) return true;
-        return false;
-    }
-
-    RTPacketQueue m_queue;
-    CPacketDecoder m_decoder{1, 2};
-    std::unique_ptr<CPressInstrument> m_pInstrument;
-};
 
 TEST(SimulatedPress, SnapsOnItsWayDownWithTheNoiseOfItsSeed) {
     const auto readStroke = [](std::uint32_t nSeed) {

@@ -14,7 +14,6 @@ struct Received {
     /// not). Consecutive samples make one letter.
     std::string m_strEvents;
     std::vector<std::vector<int>> m_channels;
-    std::vector<std::size_t> m_curveBegins;  ///< values of channel 1 at each new curve
     std::string m_strLines;  ///< "end:lines " of every block, in values of channel 1
     std::size_t m_nPackets = 0;
     int m_nLongestPayload = 0;
@@ -42,7 +41,6 @@ class CPacketDecoder {
             DecodeSamples(p, packet.m_nLength);
         } else if (packet.m_nType == 20 && packet.m_nLength >= 1 && p[0] == 0x50) {
             m_received.m_strEvents += 'P';
-            m_received.m_curveBegins.push_back(m_received.m_channels[0].size());
         } else if (packet.m_nType == 39 && packet.m_nLength == 41 && p[0] == 1) {
             m_received.m_strEvents += p[3] == 0 ? 'I' : 'R';
         } else if (packet.m_nType == 39 && packet.m_nLength == 41 && p[0] == 2) {

@@ -1,23 +1,18 @@
 // A message broker of a test's own.
 #pragma once
 
-#include <spawn.h>
-
-#include <csignal>
+#include <optional>
 #include <thread>
 
 #include "tests/link/Transports.h"
-
-extern char** environ;
+#include "tests/support/ChildProgram.h"
 
 /// Runs on a free port of the loopback for as long as it lives.
 class CBroker {
   public:
-    /// @param strSettings lines of the broker's settings file
-    explicit CBroker(const std::string& strSettings = "allow_anonymous true\n")
-        : m_nPort(FindPort()) {
+    CBroker() : m_nPort(FindPort()) {
         m_folder.Put("broker.conf", std::string("listener ").append(std::to_string(m_nPort)) +
-                                        " 127.0.0.1\n" + strSettings +
+                                        " 127.0.0.1\nallow_anonymous true\n"
                                         "persistence false\nlog_dest none\nuser root\n");
         Start();
     }
@@ -26,21 +21,19 @@ class CBroker {
     CBroker& operator=(const CBroker&) = delete;
 
     void Start() {
-        const std::string strFile = m_folder.GetPath() / "broker.conf";
-        std::string strProgram = "/usr/sbin/mosquitto", strOption = "-c", strArgument = strFile;
-        char* const argv[] = {strProgram.data(), strOption.data(), strArgument.data(), nullptr};
-        ASSERT_EQ(::posix_spawn(&m_nProcess, argv[0], nullptr, nullptr, argv, environ), 0);
+        m_program.emplace(std::vector<std::string>{"/usr/sbin/mosquitto", "-c",
+                                                   m_folder.GetPath() / "broker.conf"});
         for (int n = 0; n < 500 && !Answers(); ++n)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     void Stop() {
-        if (m_nProcess <= 0) return;
-        ::kill(m_nProcess, SIGTERM);
-        ::waitpid(m_nProcess, nullptr, 0);
-        m_nProcess = 0;
+        if (!m_program) return;
+        m_program->Signal(SIGTERM);
+        m_program->Join();
+        m_program.reset();
     }
-    std::string GetAddress(const std::string& strScheme = "mqtt") const {
-        return strScheme + "://127.0.0.1:" + std::to_string(m_nPort) + "/hall/press";
+    std::string GetAddress() const {
+        return "mqtt://127.0.0.1:" + std::to_string(m_nPort) + "/hall/press";
     }
 
   private:
@@ -58,5 +51,5 @@ class CBroker {
 
     const TemporaryFolder m_folder;
     const unsigned m_nPort;
-    pid_t m_nProcess = 0;
+    std::optional<CChildProgram> m_program;
 };

@@ -8,23 +8,24 @@ namespace {
 
 class Broker : public ::testing::Test {
   protected:
-    void OpenPanel(bool bCommand, BrokerLogin login = {}, TlsFiles tls = {},
-                   const std::string& strScheme = "mqtt") {
-        m_link.emplace(
-            PanelLinkSettings{ReadLinkAddress(m_broker->GetAddress(strScheme), LinkUse::Connect),
-                              bCommand, "desk 1", std::move(tls), std::move(login)},
-            m_screen);
+    void OpenPanel(BrokerLogin login = {}) {
+        m_link.emplace(PanelLinkSettings{ReadLinkAddress(m_broker.GetAddress(), LinkUse::Connect),
+                                         true,
+                                         "desk 1",
+                                         {},
+                                         std::move(login)},
+                       m_screen);
     }
     /// The instrument's station at the broker.
-    void OpenInstrument(std::optional<BrokerMessage> will = {}) {
+    void OpenInstrument() {
         bool bOpen = false;
         m_instrument.emplace(
             m_context,
-            BrokerSettings{ReadLinkAddress(m_broker->GetAddress(), LinkUse::Connect),
+            BrokerSettings{ReadLinkAddress(m_broker.GetAddress(), LinkUse::Connect),
                            {},
                            {},
                            {{"hall/press/up/+", BrokerCare::Once}},
-                           std::move(will)},
+                           {}},
             BrokerEvents{[&] { bOpen = true; },
                          [this](const std::string& strTopic, std::span<const std::uint8_t> bytes) {
                              m_strTopic = strTopic;
@@ -42,12 +43,10 @@ class Broker : public ::testing::Test {
         EXPECT_EQ(m_strHeard, strFrames);
         return bThere;
     }
-    void Say(const std::string& strTopic, FrameKind kind, std::uint32_t nNumber, Bytes payload,
-             bool bRetained = false) {
+    void Say(const std::string& strTopic, FrameKind kind, std::uint32_t nNumber, Bytes payload) {
         m_instrument->Publish({std::string("hall/press/").append(strTopic),
                                MakeBytes(kind, nNumber, std::move(payload)),
-                               strTopic == "packets" ? BrokerCare::None : BrokerCare::Once,
-                               bRetained});
+                               strTopic == "packets" ? BrokerCare::None : BrokerCare::Once, false});
     }
     void SendPackets(std::string_view strPackets) {
         for (const char ch : strPackets)
@@ -59,7 +58,7 @@ class Broker : public ::testing::Test {
         return hello;
     }
 
-    std::optional<CBroker> m_broker{std::in_place};
+    CBroker m_broker;
     asio::io_context m_context;
     std::optional<CBrokerClient> m_instrument;
     std::string m_strTopic;
@@ -72,7 +71,7 @@ class Broker : public ::testing::Test {
 
 TEST_F(Broker, CarriesACommandingPanel) {
     OpenInstrument();
-    OpenPanel(true);
+    OpenPanel();
     ASSERT_TRUE(AwaitHeard("J1"));
     const auto join = ReadJoin(std::span(m_lastFrame).subspan(FRAME_HEAD));
     char szToken[9];
@@ -101,67 +100,23 @@ TEST_F(Broker, CarriesACommandingPanel) {
     EXPECT_TRUE(AwaitHeard("J1M1J2G0"));
 }
 
-TEST_F(Broker, ShowsAViewerWhatTheInstrumentLeftThere) {
-    OpenInstrument(BrokerMessage{
-        "hall/press/hello",
-        MakeBytes(FrameKind::Goodbye, 9, FormParting({LinkReason::InstrumentEnds, ""})),
-        BrokerCare::Once, true});
-    Say("hello", FrameKind::Hello, 0, FormHello(MakeHello(0)), true);
-    OpenPanel(false);
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Connected));
-    SendPackets("scsi");
-    EXPECT_TRUE(m_screen.AwaitPushed("csi"));
-    m_instrument.reset();  // without a word: the broker says the last one
-    EXPECT_TRUE(m_screen.Await([this] { return m_screen.m_status.m_bLost; }));
-    EXPECT_EQ(m_screen.GetStatus().m_trouble.m_strEnglish, "the instrument has ended");
-    EXPECT_EQ(m_strHeard, "");  // a viewer publishes nothing
-}
-
 TEST_F(Broker, ThatIsNotThereOrDoesNotLetThePanelInIsSaid) {
     const auto awaitTrouble = [this](const std::string& strWhy) {
         EXPECT_TRUE(m_screen.Await([&] {
             return m_screen.m_status.m_trouble.m_strEnglish.find(strWhy) != std::string::npos;
         })) << m_screen.GetStatus().m_trouble.m_strEnglish;
     };
-    m_broker->Stop();
-    OpenPanel(true);
+    m_broker.Stop();
+    OpenPanel();
     awaitTrouble("connection refused");
-    m_broker->Start();
+    m_broker.Start();
     OpenInstrument();
     EXPECT_TRUE(RunUntil(m_context, [&] { return m_strHeard.starts_with("J"); }));
     m_link.reset();
     m_instrument.reset();
 
-    const TemporaryFolder folder;
-    folder.Put("password", "secret\n");
-    folder.Put("wrong", "wrong\n");
-    const std::string strUsers = folder.GetPath() / "users";
-    ASSERT_EQ(std::system(("mosquitto_passwd -b -c " + strUsers + " desk secret").c_str()), 0);
-    m_broker.emplace("allow_anonymous false\npassword_file " + strUsers + "\n");
-    OpenPanel(true, {"desk", folder.GetPath() / "wrong"});
-    awaitTrouble("ot authori");
-    m_link.reset();
-    OpenPanel(true, {"desk", folder.GetPath() / "nothing"});
+    OpenPanel({"desk", "/no/such/file"});
     awaitTrouble("there is no password");
-    m_link.reset();
-    OpenPanel(true, {"desk", folder.GetPath() / "password"});
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Joining));
-}
-
-TEST_F(Broker, WithTlsIsTheOneOfItsCertificate) {
-    const TemporaryFolder folder;
-    const TlsFiles mine = MakeCertificate(folder, "mine", "IP:127.0.0.1");
-    const TlsFiles other = MakeCertificate(folder, "other", "IP:127.0.0.1");
-    m_broker.emplace("allow_anonymous true\ncertfile " + mine.m_strCertificate + "\nkeyfile " +
-                     mine.m_strKey + "\n");
-    OpenPanel(true, {}, {other.m_strAuthorities, "", ""}, "mqtts");
-    EXPECT_TRUE(m_screen.Await([this] {
-        return m_screen.m_status.m_trouble.m_strEnglish.find("certificate verify failed") !=
-               std::string::npos;
-    })) << m_screen.GetStatus().m_trouble.m_strEnglish;
-    m_link.reset();
-    OpenPanel(true, {}, {mine.m_strAuthorities, "", ""}, "mqtts");
-    EXPECT_TRUE(m_screen.AwaitState(PanelState::Joining));
 }
 
 }  // namespace

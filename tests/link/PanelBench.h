@@ -36,40 +36,11 @@ inline std::string DescribeFrames(const Bytes& bytes) {
     reader.Add(bytes, {});
     std::string strFrames;
     while (const auto frame = reader.Read()) {
-        const auto add = [&](char ch, std::size_t nByte) {
-            strFrames += ch;
-            strFrames += std::to_string(frame->m_payload[nByte]);
-        };
-        switch (frame->m_kind) {
-        case FrameKind::Join:
-            add('J', 8);
-            break;
-        case FrameKind::Hello:
-            strFrames += "H";
-            break;
-        case FrameKind::Packet:
-            strFrames += "P";
-            break;
-        case FrameKind::Message:
-            add('M', 0);
-            break;
-        case FrameKind::Ack:
-            add('A', 0);
-            add(':', 4);
-            break;
-        case FrameKind::KeepAlive:
-            strFrames += "K";
-            break;
-        case FrameKind::Refuse:
-            add('R', 0);
-            break;
-        case FrameKind::Goodbye:
-            add('G', 0);
-            break;
-        default:
-            strFrames += "?";
-            break;
-        }
+        const char ch = GetKindLetter(frame->m_kind);
+        strFrames += ch;
+        if (ch == 'J') strFrames += std::to_string(frame->m_payload[8]);
+        if (std::strchr("MARG", ch)) strFrames += std::to_string(frame->m_payload[0]);
+        if (ch == 'A') strFrames += ':' + std::to_string(frame->m_payload[4]);
     }
     return reader.GetFault() == CFrameReader::Fault::None ? strFrames : "damaged";
 }

@@ -20,51 +20,25 @@ Bytes Replace(const Bytes& frame, std::size_t nAt, std::string_view strDigits) {
     return bytes;
 }
 
-TEST(Payload, ReadsTheConversation) {
-    const auto join = ReadJoin(GetPayload(example::JOIN)).value();
-    EXPECT_TRUE(join.m_bCommand);
-    EXPECT_EQ(join.m_nToken, 0x11223344u);
-    EXPECT_EQ(join.m_nAttempt, 1u);
-    EXPECT_EQ(join.m_strName, "desk 1");
-
-    const Hello hello{1, 1, 1, true, false, false, 40000, 20000, 0, 0xCAFEF00D, 1, "press", "0042"};
-    EXPECT_EQ(ReadHello(GetPayload(example::HELLO)), hello);
-
-    const auto message = ReadMessage(GetPayload(example::MESSAGE)).value();
-    EXPECT_EQ(message.m_nNumber, 1u);
-    ASSERT_EQ(message.m_image.size(), 44u);
-    EXPECT_EQ(message.m_image[0], 39);
-    EXPECT_EQ(message.m_image[9], 125);
-
-    const auto ack = ReadAck(GetPayload(example::ACK)).value();
-    EXPECT_EQ(ack.m_nNumber, 1u);
-    EXPECT_EQ(ack.m_result, AckResult::Taken);
-
-    const auto samples = ReadPacket(GetPayload(example::SAMPLES)).value();
-    EXPECT_EQ(samples.m_nType, 3);
-    EXPECT_EQ(samples.m_payload.size(), 12u);
-    EXPECT_EQ(samples.m_payload[1], 5);
-
-    const auto parting = ReadParting(GetPayload(example::GOODBYE)).value();
-    EXPECT_EQ(parting.m_reason, LinkReason::InstrumentEnds);
-    EXPECT_EQ(parting.m_strText, "bye");
-}
-
-TEST(Payload, FormsTheConversation) {
-    const auto expect = [](const Bytes& frame, FrameKind kind, std::uint32_t n, Bytes payload) {
-        EXPECT_EQ(MakeBytes(kind, n, std::move(payload)), frame);
+TEST(Payload, FormsAndReadsTheConversation) {
+    // What is formed of what was read is the same again.
+    const auto expect = [&](const Bytes& frame, FrameKind kind, std::uint32_t n, auto form,
+                            auto read, const auto& content) {
+        EXPECT_EQ(MakeBytes(kind, n, form(content)), frame);
+        EXPECT_EQ(MakeBytes(kind, n, form(read(GetPayload(frame)).value())), frame);
     };
-    expect(example::JOIN, FrameKind::Join, 0, FormJoin({{1, 1}, true, 0x11223344, 1, "desk 1"}));
-    expect(
-        example::HELLO, FrameKind::Hello, 0,
-        FormHello({1, 1, 1, true, false, false, 40000, 20000, 0, 0xCAFEF00D, 1, "press", "0042"}));
-    expect(example::MESSAGE, FrameKind::Message, 1,
-           FormMessage({1, GetPayload(example::MESSAGE).subspan(4)}));
-    expect(example::ACK, FrameKind::Ack, 1, FormAck({1, AckResult::Taken}));
-    expect(example::SAMPLES, FrameKind::Packet, 3,
-           FormPacket({3, GetPayload(example::SAMPLES).subspan(4)}));
-    expect(example::KEEPALIVE, FrameKind::KeepAlive, 4, {});
-    expect(example::GOODBYE, FrameKind::Goodbye, 5, FormParting({LinkReason{8}, "bye"}));
+    expect(example::JOIN, FrameKind::Join, 0, FormJoin, ReadJoin,
+           Join{{1, 1}, true, 0x11223344, 1, "desk 1"});
+    expect(example::HELLO, FrameKind::Hello, 0, FormHello, ReadHello,
+           Hello{1, 1, 1, true, false, false, 40000, 20000, 0, 0xCAFEF00D, 1, "press", "0042"});
+    expect(example::MESSAGE, FrameKind::Message, 1, FormMessage, ReadMessage,
+           MessageView{1, GetPayload(example::MESSAGE).subspan(4)});
+    expect(example::ACK, FrameKind::Ack, 1, FormAck, ReadAck, Ack{1, AckResult::Taken});
+    expect(example::SAMPLES, FrameKind::Packet, 3, FormPacket, ReadPacket,
+           PacketView{3, GetPayload(example::SAMPLES).subspan(4)});
+    EXPECT_EQ(MakeBytes(FrameKind::KeepAlive, 4), example::KEEPALIVE);
+    expect(example::GOODBYE, FrameKind::Goodbye, 5, FormParting, ReadParting,
+           Parting{LinkReason{8}, "bye"});
     Hello hello;
     hello.m_bRunning = hello.m_bLocked = true;
     EXPECT_EQ(FormHello(hello)[3], 6);

@@ -27,8 +27,8 @@ class CScreenBench : public IPanelScreen {
     }
 
     template <class Condition>
-    bool Await(Condition condition) {
-        for (int n = 0; n < 2000; ++n) {
+    bool Await(Condition condition, std::chrono::milliseconds time = 20s) {
+        for (; time > 0ms; time -= 10ms) {
             {
                 const std::lock_guard lock(m_mutex);
                 if (condition()) return true;
@@ -43,8 +43,8 @@ class CScreenBench : public IPanelScreen {
         EXPECT_EQ(m_strPushed, strPackets);
         return bThere;
     }
-    bool AwaitState(PanelState state) {
-        return Await([&] { return m_status.m_state == state; });
+    bool AwaitState(PanelState state, std::chrono::milliseconds time = 20s) {
+        return Await([&] { return m_status.m_state == state; }, time);
     }
 
     LinkStatus GetStatus() {

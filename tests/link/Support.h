@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,11 @@ inline Bytes FromHex(std::string_view strDigits) {
         strPair.clear();
     }
     return bytes;
+}
+
+/// One letter for each kind of frame.
+inline char GetKindLetter(FrameKind kind) {
+    return kind <= FrameKind::Goodbye ? "?JHPMAKRG"[static_cast<int>(kind)] : '?';
 }
 
 /// A frame's bytes.

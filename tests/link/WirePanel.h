@@ -26,28 +26,17 @@ class CFrameTeller {
   public:
     std::string Tell(const Frame& frame) {
         if (const auto nMissing = m_order.Take(frame.m_nSequence)) m_nLost += *nMissing;
-        const auto name = [&](const char* pszName, std::size_t nByte) {
-            return std::string(pszName).append(std::to_string(frame.m_payload[nByte]));
-        };
-        switch (frame.m_kind) {
-        case FrameKind::Hello:
+        if (frame.m_kind == FrameKind::Packet)
+            return TellPacket(ReadPacket(frame.m_payload).value(), frame.m_nFlags);
+        if (frame.m_kind == FrameKind::Hello) {
             m_hello = ReadHello(frame.m_payload).value();
             m_order.Restart();
             m_order.Take(frame.m_nSequence);
-            return "H";
-        case FrameKind::Packet:
-            return TellPacket(ReadPacket(frame.m_payload).value(), frame.m_nFlags);
-        case FrameKind::Ack:
-            return name("A", 4);
-        case FrameKind::KeepAlive:
-            return "K";
-        case FrameKind::Refuse:
-            return name("R", 0);
-        case FrameKind::Goodbye:
-            return name("G", 0);
-        default:
-            return "?";
         }
+        const char ch = GetKindLetter(frame.m_kind);
+        std::string strTold(1, ch);
+        if (std::strchr("ARG", ch)) strTold += std::to_string(frame.m_payload[ch == 'A' ? 4 : 0]);
+        return strTold;
     }
 
     Hello m_hello;

@@ -48,7 +48,8 @@ TEST(Instrument, ServesCapturesToACommanderAndViewers) {
     wall.Await("", 100ms);
     { const CWirePanel gone = std::move(desk); }
     EXPECT_TRUE(wall.Await("i").ends_with("i"));
-    EXPECT_NE(program.Await("desk ("), "");
+    for (const char* pText : {") commands", ") views", ") gone: "})
+        EXPECT_NE(program.Await(pText), "") << program.GetOutput();
 
     const auto begin = std::chrono::steady_clock::now();
     program.Signal(SIGTERM);
@@ -143,6 +144,22 @@ TEST(Instrument, SaysWhatItCannotDo) {
               "");
 }
 
+TEST(Instrument, SaysThatALineIsTooSlowAndGoesOn) {
+    for (const bool bEnough : {false, true}) {
+        const CPseudoTerminal terminal;
+        const std::string strBaud = bEnough ? "?baud=2400000" : "?baud=2399990";
+        // Three channels of 40,000 values.
+        CChildProgram program(
+            Instrument({"--listen=serial:" + terminal.GetDevice() + strBaud, "--mode=3"}));
+        EXPECT_NE(program.Await("listening    serial:"), "") << program.GetOutput();
+        EXPECT_EQ(program.GetOutput().starts_with(
+                      "rtinstrument: " + terminal.GetDevice() +
+                      ": the values need 240000 bytes a second, the line carries 239999\n"),
+                  !bEnough)
+            << program.GetOutput();
+    }
+}
+
 /// A capture of the reference instrument: 1,000 values a second of a wave, line 1 above 1000.
 void CheckReference(CWirePanel& desk) {
     ASSERT_EQ(desk.Join(true).Await("H"), "H");
@@ -172,6 +189,19 @@ TEST(ReferenceInstrument, ServesOnePanelOverTcp) {
     EXPECT_EQ(CWirePanel(nPort).Write(Bytes(30, 'a')).Await("x"), "x");
     CWirePanel silent(nPort);
     EXPECT_EQ(silent.Join(true).Await("x"), "HKKG9x");
+}
+
+TEST(ReferenceInstrument, ServesThePanel) {
+    const TemporaryFolder folder;
+    CChildProgram program({RT_PYTHON, RT_SOURCES "/docs/reference_instrument.py", "0"});
+    const std::string strPort = std::to_string(ReadPort(program, "listening "));
+    CChildProgram panel(Demo(folder, "out", "tcp://127.0.0.1:" + strPort, {"--sample-time=2"}));
+    EXPECT_NE(panel.Await(", lost 0, old 0, damaged 0, reconnections 0"), "");
+    EXPECT_EQ(panel.Join(), 0) << panel.GetOutput();
+    const auto values = ReadDemo(folder, "out");
+    ASSERT_EQ(values.size(), 2000u);
+    for (std::size_t n = 0; n < 2000; ++n)
+        ASSERT_NEAR(values[n], 1900 - 1900 * std::cos(n * M_PI / 500), 1) << n;
 }
 
 TEST(ReferenceInstrument, ServesALine) {
