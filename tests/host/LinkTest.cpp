@@ -84,10 +84,10 @@ TEST_F(LinkSession, TheInstrumentSaysWhatTheScreenShowsAndTheCaptureArrives) {
         AwaitStatus(L"Capture running");
         SendValues(200);
         EXPECT_TRUE(Await([this] { return GetValues(0).size() == 100; }));
-        ++m_instrument.m_nNext;
+        m_instrument.LoseFrames(1);
         SendValues(4);
         AwaitStatus(L"1 packet lost in this capture");
-        m_instrument.m_nNext += 2;
+        m_instrument.LoseFrames(2);
         SendPackets("i");
         AwaitStatus(L"3 packets lost in this capture");
         EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));

@@ -108,7 +108,7 @@ TEST_F(LinkedDemo, SavesWhatAGapHasLeft) {
     TakeStart();
     SendPacket('r');
     SendValues(0, 500);
-    m_instrument.m_nNext += 2;
+    m_instrument.LoseFrames(2);
     // As many as the curve has room for.
     SendValues(500, 1000);
     SendPacket('i');
@@ -133,7 +133,7 @@ TEST_F(LinkedDemo, OfAViewerTakesTheCaptureThatOthersBegin) {
         m_instrument.Live();
         EXPECT_NE(program.Await("capture      begins elsewhere"), "") << program.GetOutput();
         // What is lost before it is not missing in it.
-        ++m_instrument.m_nNext;
+        m_instrument.LoseFrames(1);
         Bytes announcement(41);
         announcement[0] = RTCMD_CAPTURE;
         announcement[7] = 8;  // 2,048 ms
@@ -141,7 +141,7 @@ TEST_F(LinkedDemo, OfAViewerTakesTheCaptureThatOthersBegin) {
                           FRAMEFLAG_FOR_VIEWERS);
         SendPacket('r');
         SendValues(0, 700);
-        if (strName == "gap") ++m_instrument.m_nNext;
+        if (strName == "gap") m_instrument.LoseFrames(1);
         SendPacket('i');
         if (strName == "gap") {
             ExpectError(program, "press 3 (no. 0042), 1 packet lost in this capture");
