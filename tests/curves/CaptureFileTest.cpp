@@ -228,6 +228,12 @@ TEST(CaptureFile, SavesACurveThatIsBeingFilledAsItStands) {
             pCurve->AddPulse(static_cast<std::int32_t>(pCurve->GetCount()), 1);
         }
     });
+    // Whoever looks at it meanwhile sees whole what it says that it has.
+    for (std::uint32_t nLive = 0; nLive < 100000;) {
+        nLive = pCurve->GetCount();
+        ASSERT_EQ(pCurve->FindMinMax(0, nLive).m_nMax,
+                  nLive ? static_cast<int>(nLive / 50) - 1 : INT16_MIN);
+    }
     std::uint32_t nCount = 0;
     while (nCount < 200000) {
         RTCaptureFile read;
