@@ -144,6 +144,22 @@ TEST(Instrument, SaysWhatItCannotDo) {
               "");
 }
 
+TEST(Instrument, SaysThatALineIsTooSlowAndGoesOn) {
+    for (const bool bEnough : {false, true}) {
+        const CPseudoTerminal terminal;
+        const std::string strBaud = bEnough ? "?baud=2400000" : "?baud=2399990";
+        // Three channels of 40,000 values.
+        CChildProgram program(
+            Instrument({"--listen=serial:" + terminal.GetDevice() + strBaud, "--mode=3"}));
+        EXPECT_NE(program.Await("listening    serial:"), "") << program.GetOutput();
+        EXPECT_EQ(program.GetOutput().starts_with(
+                      "rtinstrument: " + terminal.GetDevice() +
+                      ": the values need 240000 bytes a second, the line carries 239999\n"),
+                  !bEnough)
+            << program.GetOutput();
+    }
+}
+
 /// A capture of the reference instrument: 1,000 values a second of a wave, line 1 above 1000.
 void CheckReference(CWirePanel& desk) {
     ASSERT_EQ(desk.Join(true).Await("H"), "H");
