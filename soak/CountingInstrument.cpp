@@ -28,9 +28,11 @@ class CCountingSignal : public IPressSignal {
     unsigned m_nSet;
 };
 
-Press MakeCountingPress(unsigned nFirst) {
+Press MakeCountingPress(const InstrumentOptions& options, unsigned nFirst) {
     Press press;
     press.m_pSignal = std::make_unique<CCountingSignal>(nFirst);
+    if (options.m_bCaptureLocked)
+        press.m_selfStart = CaptureRequest{3000, true, options.m_nValueRate, 0};
     return press;
 }
 
@@ -81,7 +83,7 @@ std::optional<std::uint64_t> CSentCurves::GetIdleSince() const {
 
 CCountingInstrument::CCountingInstrument(const InstrumentOptions& options, unsigned nFirst,
                                          CSentCurves& sent)
-    : m_sent(sent), m_press(options, MakeCountingPress(nFirst)) {}
+    : m_sent(sent), m_press(options, MakeCountingPress(options, nFirst)) {}
 
 SendPacket CCountingInstrument::Note(const SendPacket& send) {
     return [this, &send](const PacketView& packet, std::uint16_t nFlags) {

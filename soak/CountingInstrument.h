@@ -48,7 +48,7 @@ class CSentCurves {
     std::optional<std::uint64_t> m_idleSince{0};
 };
 
-/// Serves a press of such values.
+/// Serves a press of such values. With captures that are controlled elsewhere it begins one itself.
 class CCountingInstrument : public IServedInstrument {
   public:
     /// @param nFirst number of the first set of all, or nearly

@@ -1,12 +1,5 @@
 #include "soak/LinkCheck.h"
 
-namespace {
-
-/// Silence after which a connection is lost.
-constexpr std::uint64_t SILENCE_MS = 3000;
-
-}  // namespace
-
 CLinkCheck::CLinkCheck(CLinkedScreen& screen, const CSentCurves& sent, const CRoughWay& way,
                        unsigned nPatience, CSoakRecord& record)
     : m_screen(screen), m_sent(sent), m_way(way), m_nDelay(nPatience / 4), m_record(record) {}

@@ -9,6 +9,9 @@
 #include "soak/LinkedScreen.h"
 #include "soak/RoughWay.h"
 
+/// Silence after which a connection is lost.
+constexpr std::uint64_t SILENCE_MS = 3000;
+
 /// Reports what is wrong. One thread at a time, beside the user interface's.
 class CLinkCheck {
   public:

@@ -22,7 +22,11 @@ CLinkedScreen::CLinkedScreen(const std::string& strAddress,
     session.m_nPositionInput = hello.m_nSecondInput;
     session.m_nHostValueRate = hello.m_nValueRate;
     session.m_nHostAuxRate = hello.m_nAuxRate;
-    session.m_bCaptureLocked = hello.m_bLocked ? 1 : 0;
+    if (hello.m_bLocked) {
+        session.m_bCaptureLocked = 1;
+        session.m_nValueRate = hello.m_nValueRate;
+        session.m_nAuxRate = hello.m_nAuxRate;
+    }
     RTPacketQueue& queue = m_panel.m_queue;
     m_pLink->AttachScreen(
         *m_panel.m_pDialog, session,

@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr std::uint64_t LEAVE_MS = 1000;  ///< the longest that leave is taken
+/// The longest that leave is taken.
+constexpr std::uint64_t LEAVE_MS = 1000;
 
 /// An instrument that comes and goes.
 class CInstrument {
@@ -37,6 +38,7 @@ class CInstrument {
         hello.m_nMode = m_options.m_nMode;
         hello.m_nSecondInput = static_cast<std::uint8_t>(m_options.m_secondInput);
         hello.m_nValueRate = m_options.m_nValueRate;
+        hello.m_bLocked = m_options.m_bCaptureLocked;
         hello.m_nToken = m_nToken;
         settings.m_addresses = {m_address};
         settings.m_onNews = [](const std::string&) {};
@@ -59,12 +61,9 @@ class CInstrument {
     std::unique_ptr<CInstrumentServer> m_pServer;
 };
 
-/// Once the weather is fair again, a capture goes through as if nothing had been.
-void CaptureInFairWeather(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord& record) {
+/// A capture goes through as if nothing had been.
+void CaptureWhole(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord& record) {
     TestPanel& panel = screen.m_panel;
-    Operator::WaitFor(
-        "the connection", [&] { return screen.GetStatus().m_state == PanelState::Connected; },
-        20'000);
     const auto isIdle = [&] { return panel.IsEnabled(IDC_START); };
     panel.Tap(IDC_STOP);
     Operator::WaitFor("idle controls", isIdle, 5000);
@@ -86,7 +85,19 @@ void CaptureInFairWeather(CLinkedScreen& screen, const CSentCurves& sent, CSoakR
         record.Fault("in fair weather a capture has " + std::to_string(values.size()) +
                      " values, of " + std::to_string(last.m_nSets) +
                      " sets; the status says: " + screen.DescribeNow());
-    record.Count("captures in fair weather");
+    record.Count("whole captures in fair weather");
+}
+
+/// What the instrument captures by itself is shown.
+void AwaitNextCurve(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord& record) {
+    const auto isShown = [&] {
+        const auto last = sent.GetLast();
+        const std::size_t nCurves = screen.m_panel.CurveCount(0);
+        const auto values = screen.m_panel.ValuesOf(0, nCurves - 1);
+        return last && !values.empty() && static_cast<std::uint16_t>(values[0]) == last->m_nFirst;
+    };
+    Operator::WaitFor("the curve that the instrument sends", isShown, 5000);
+    record.Count("next curves in fair weather");
 }
 
 InstrumentOptions PickInstrument(const SoakOptions& options, bool bLine, std::mt19937& random) {
@@ -96,6 +107,7 @@ InstrumentOptions PickInstrument(const SoakOptions& options, bool bLine, std::mt
     instrument.m_nMode = options.m_nMode.value_or(MODES[random() % std::size(MODES)]);
     instrument.m_secondInput = SecondInput{static_cast<std::uint8_t>(random() % 3)};
     instrument.m_nValueRate = RATES[random() % (bLine ? 2 : std::size(RATES))];
+    instrument.m_bCaptureLocked = random() % 5 == 0;
     return instrument;
 }
 
@@ -103,11 +115,12 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
                      CSoakRecord& record) {
     std::seed_seq seeds{options.m_nSeed, nScreen};
     std::mt19937 random(seeds);
-    const bool bLine = random() % 4 == 0;
+    const bool bLine = random() % 3 == 0;
     const InstrumentOptions instrumentOptions = PickInstrument(options, bLine, random);
     record.SetScreen("seed " + std::to_string(options.m_nSeed) + ", screen " +
                      std::to_string(nScreen) + ", mode " +
-                     std::to_string(instrumentOptions.m_nMode) + (bLine ? ", line" : ""));
+                     std::to_string(instrumentOptions.m_nMode) + (bLine ? ", line" : "") +
+                     (instrumentOptions.m_bCaptureLocked ? ", locked" : ""));
     const TemporaryFolder folder;  // a file's values are those of its own instrument
     SetProgramFolder(folder.Path(""));
 
@@ -134,7 +147,20 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
         way.Begin();
         hand.Work(nMilliseconds);
         way.Calm();
-        if (hand.ReturnToScreen()) CaptureInFairWeather(screen, sent, record);
+        if (hand.ReturnToScreen()) {
+            // Until then what happened before may still cost the connection.
+            const std::uint64_t nFairTime = SILENCE_MS + options.m_nPatience / 4;
+            const auto isWell = [&] {
+                const auto fairSince = way.GetFairSince();
+                return screen.GetStatus().m_state == PanelState::Connected && fairSince &&
+                       TickMilliseconds() > *fairSince + nFairTime;
+            };
+            Operator::WaitFor("the connection", isWell, 30'000);
+            if (instrumentOptions.m_bCaptureLocked)
+                AwaitNextCurve(screen, sent, record);
+            else
+                CaptureWhole(screen, sent, record);
+        }
         hand.CloseScreen();
     });
     const std::uint64_t nBegin = TickMilliseconds();

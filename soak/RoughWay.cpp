@@ -69,6 +69,7 @@ using Self = CRoughWay;
 
 constinit const CRoughWay::Weather CRoughWay::WEATHERS[] = {
     {"way: fair", 14, 9000},
+    {"way: damage", 6, 2000, true, {}, ROOM, false, [](Self& way) { way.m_bDamages = true; }},
     {"way: instrument's bytes held up", 3, 8000, true, {false, true}},
     {"way: panel's bytes held up", 3, 8000, true, {true, false}},
     {"way: all held up", 3, 8000, true, {true, true}},
@@ -86,7 +87,6 @@ constinit const CRoughWay::Weather CRoughWay::WEATHERS[] = {
          for (const auto& pConnection : way.m_connections) pConnection->Reset();
          way.m_connections.clear();
      }},
-    {"way: damage", 6, 2000, true, {}, ROOM, false, [](Self& way) { way.m_bDamages = true; }},
     {"way: instrument away",
      2,
      2500,
@@ -170,7 +170,7 @@ void CRoughWay::ChangeWeather() {
     for (const Weather& weather : WEATHERS) nWeights += weather.m_nWeight;
     for (unsigned n = Pick(nWeights); n >= m_pWeather->m_nWeight; ++m_pWeather)
         n -= m_pWeather->m_nWeight;
-    if (m_bLine && !m_pWeather->m_bOnLine) m_pWeather = WEATHERS;
+    if (m_bLine && !m_pWeather->m_bOnLine) m_pWeather = WEATHERS + 1;  // damage
     m_record.Count(m_pWeather->m_pName);
     m_nWeatherEnd = m_nNow + 100 + Pick(m_pWeather->m_nMost);
     if (m_pWeather->m_pBegin) m_pWeather->m_pBegin(*this);

@@ -181,17 +181,4 @@ TEST_F(LinkedDemo, SaysThatALineIsTooSlowAndGoesOn) {
               "the values need 40000 bytes a second, the line carries 960\n");
 }
 
-TEST_F(LinkedDemo, OfAPressThatIsKilledHasTheValuesUntilThen) {
-    CChildProgram press(Instrument({"--listen=tcp://127.0.0.1:0", "--value-rate=2000"}));
-    const std::string strPort = std::to_string(ReadPort(press, "tcp://127.0.0.1:"));
-    CChildProgram program(Demo(m_folder, "out", "tcp://127.0.0.1:" + strPort));
-    EXPECT_NE(program.Await(", capture running"), "");
-    std::this_thread::sleep_for(700ms);
-    press.Signal(SIGKILL);
-    ExpectError(program, "Connection lost (");
-    const std::size_t nValues = ReadDemo(m_folder, "out").size();
-    EXPECT_GT(nValues, 200u);
-    EXPECT_LT(nValues, 6000u);
-}
-
 }  // namespace
