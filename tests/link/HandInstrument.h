@@ -89,6 +89,7 @@ class CHandInstrument {
     /// Ends without a word.
     void Close() {
         const std::lock_guard lock(m_mutex);
+        if (m_socket) Receive();  // with bytes unread it would reset the connection
         m_socket.reset();
     }
     /// From now on the panel hears of it twice a second.

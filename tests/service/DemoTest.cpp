@@ -62,19 +62,6 @@ class LinkedDemo : public ::testing::Test {
     CHandInstrument m_instrument;
 };
 
-TEST_F(LinkedDemo, IsDoneWhenTheCaptureIsWhole) {
-    CChildProgram program(OneSecond("out"));
-    TakeStart();
-    SendPacket('r');
-    SendValues(0, 1000);
-    SendPacket('i');
-    EXPECT_NE(program.Await("\nlink  frames "), "");
-    EXPECT_EQ(program.Join(), 0) << program.GetOutput();
-    EXPECT_EQ(ReadDemo(m_folder, "out"), Count(0, 1000));
-    EXPECT_NE(program.GetOutput().find("\nverdict      NOK\n"), std::string::npos);
-    EXPECT_TRUE(HasVerdict());
-}
-
 TEST_F(LinkedDemo, WaitsTenSecondsForAnInstrumentAndForNoneThatRefuses) {
     const auto begin = std::chrono::steady_clock::now();
     CChildProgram silent(OneSecond("silent"));
