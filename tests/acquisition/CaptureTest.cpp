@@ -95,17 +95,4 @@ TEST(Capture, AFailedStartChangesNothing) {
     EXPECT_TRUE(session.m_capture.IsIdle());
 }
 
-TEST(Capture, LoadedCurvesReplaceThoseInHand) {
-    TestSession session(12);
-    session.StartValues(5);
-    auto spLoaded = std::make_shared<CRTCurves>();
-    spLoaded->AddCurve(1, 77);
-    session.m_capture.ReplaceCurves(spLoaded, {32000, 16000, {11, 22, 33}});
-    EXPECT_EQ(session.m_aPlots[1].m_spCurves, spLoaded);
-    EXPECT_EQ(session.m_capture.GetCurrentCurve(0), nullptr);
-    EXPECT_EQ(session.m_nAuxRate, 16000);
-    EXPECT_EQ(session.m_aPlots[2].m_nSpanValues, 33);
-    EXPECT_EQ(session.m_aPlots[1].m_nViewEnd, 77);
-}
-
 }  // namespace

@@ -142,7 +142,9 @@ TEST(SampleDecoder, RandomPacketsOfEveryLayout) {
             const auto nCount = static_cast<std::uint32_t>(expected[k].size());
             for (int nRange = 0; nRange < 20; ++nRange) {
                 const auto nFirst = static_cast<std::uint32_t>(random() % (nCount + 1));
-                const std::uint32_t nLast = std::min(nCount, nFirst + 400);
+                const auto nWide =
+                    static_cast<std::uint32_t>(random() % (nRange % 2 ? 400 : 20000));
+                const std::uint32_t nLast = std::min(nCount, nFirst + nWide);
                 RTMinMax scanned;
                 for (std::uint32_t n = nFirst; n < nLast; n += 2)
                     scanned.Include(static_cast<std::int16_t>(expected[k][n]));

@@ -3,7 +3,6 @@
 
 #include "host/LinkTexts.h"
 #include "host/LinkWait.h"
-#include "link/ByteOrder.h"
 #include "tests/host/Session.h"
 #include "tests/link/HandInstrument.h"
 #include "tests/link/PanelBench.h"
@@ -42,14 +41,6 @@ class LinkSession : public Session {
         samples[3] = nValues;
         m_instrument.Send(FrameKind::Packet, FormPacket({RTPACKET_SAMPLES, samples}));
     }
-    /// Capture started, for viewers and others, with a sample time.
-    void Announce(std::uint16_t nMilliseconds) {
-        Bytes control(41);
-        control[0] = RTCMD_CAPTURE;
-        PutNumber(std::span(control).subspan(6), nMilliseconds);
-        m_instrument.Send(FrameKind::Packet, FormPacket({RTPACKET_CONTROL, control}),
-                          FRAMEFLAG_FOR_VIEWERS);
-    }
     bool AwaitStatus(const wchar_t* pText) {
         const bool bThere = Await([&] { return Status().find(pText) != std::wstring::npos; });
         EXPECT_TRUE(bThere) << ToUtf8(pText) << " is not " << ToUtf8(Status());
@@ -84,10 +75,10 @@ TEST_F(LinkSession, TheInstrumentSaysWhatTheScreenShowsAndTheCaptureArrives) {
         AwaitStatus(L"Capture running");
         SendValues(200);
         EXPECT_TRUE(Await([this] { return GetValues(0).size() == 100; }));
-        ++m_instrument.m_nNext;
+        m_instrument.LoseFrames(1);
         SendValues(4);
         AwaitStatus(L"1 packet lost in this capture");
-        m_instrument.m_nNext += 2;
+        m_instrument.LoseFrames(2);
         SendPackets("i");
         AwaitStatus(L"3 packets lost in this capture");
         EXPECT_TRUE(Await([this] { return IsEnabled(IDC_START); }));
@@ -129,27 +120,6 @@ TEST_F(LinkSession, AConnectionThatIsLostEndsTheCaptureAndComesBack) {
         EXPECT_EQ(m_instrument.ReadEnd(), LinkReason::Changed);
         AwaitStatus(
             L"The instrument has changed\nMode 1 is now 3: close the screen and start again");
-    });
-}
-
-TEST_F(LinkSession, AViewerShowsWhatOthersBeginWithItsSampleTime) {
-    Hello hello = CHandInstrument::MakeHello();
-    hello.m_bCommands = false;
-    hello.m_bRunning = true;
-    RunLinked(hello, {"--view"}, [this] {
-        EXPECT_FALSE(m_join.m_bCommand);
-        AwaitStatus(L"Viewing");
-        EXPECT_FALSE(IsEnabled(IDC_START));
-        SendPackets("s");
-        AwaitStatus(L"Capture running\nShown from the next curve");
-        EXPECT_TRUE(GetValues(0).empty());
-        Announce(7001);
-        SendPackets("rs");
-        EXPECT_TRUE(Await([this] { return GetValues(0).size() == 2; }));
-        EXPECT_EQ(TextOf(IDC_SAMPLE_TIME), L"8");
-        const auto spCurve = GetCurves()->FirstCurve(0);
-        EXPECT_EQ(spCurve ? spCurve->GetCapacity() : 0, 80000u);
-        AwaitStatus(L"Capture running\npress 3");
     });
 }
 

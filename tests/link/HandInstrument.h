@@ -75,6 +75,11 @@ class CHandInstrument {
             .AppendTo(bytes);
         SendBytes(bytes);
     }
+    /// As if the next frames were lost on their way.
+    void LoseFrames(std::uint32_t nFrames) {
+        const std::lock_guard lock(m_mutex);
+        m_nNext += nFrames;
+    }
     void SendBytes(const Bytes& bytes) {
         const std::lock_guard lock(m_mutex);
         if (!m_socket) return;
@@ -84,6 +89,7 @@ class CHandInstrument {
     /// Ends without a word.
     void Close() {
         const std::lock_guard lock(m_mutex);
+        if (m_socket) Receive();  // with bytes unread it would reset the connection
         m_socket.reset();
     }
     /// From now on the panel hears of it twice a second.
@@ -105,8 +111,6 @@ class CHandInstrument {
     static Hello MakeHello() {
         return {1, 1, 1, true, false, false, 10000, 20000, 0, 0xCAFEF00D, 1, "press 3", "0042"};
     }
-
-    std::uint32_t m_nNext = 0;  ///< sequence number
 
   private:
     void Take(asio::ip::tcp::socket socket) {
@@ -135,6 +139,7 @@ class CHandInstrument {
     std::optional<asio::ip::tcp::socket> m_socket;
     std::optional<CFrameReader> m_reader;
     bool m_bEnded = false;
-    std::recursive_mutex m_mutex;  ///< guards the socket
+    std::uint32_t m_nNext = 0;     ///< sequence number
+    std::recursive_mutex m_mutex;  ///< guards the socket and the number
     std::jthread m_heart;
 };

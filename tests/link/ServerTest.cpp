@@ -149,18 +149,6 @@ TEST_F(Server, CostsABadPeerItsOwnConnection) {
     EXPECT_EQ(good.m_nLost, 0u);
 }
 
-TEST_F(Server, IsNotCrowdedOut) {
-    std::vector<CWirePanel> idle;
-    for (int n = 0; n < 100; ++n) idle.emplace_back(GetPort());
-    CWirePanel desk(GetPort());
-    EXPECT_EQ(desk.Join(true).Await("H"), "H");
-    for (int n = 0; n < 91; ++n) EXPECT_EQ(idle[n].Await("x"), "x") << n;
-    std::vector<CWirePanel> viewers;
-    for (std::uint32_t n = 0; n < 8; ++n)
-        EXPECT_EQ(viewers.emplace_back(GetPort()).Join(false, 20 + n).Await(n < 7 ? "H" : "x"),
-                  n < 7 ? "H" : "R3x");
-}
-
 TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
     CWirePanel lazy(GetPort(), true);
     EXPECT_EQ(lazy.Join(true).Await("H"), "H");
@@ -231,19 +219,7 @@ TEST_F(Server, LetsInOverTlsWhomItsAuthorityKnows) {
     EXPECT_EQ(m_instrument.GetDone(), "fs");
 }
 
-TEST_F(Server, SaysWhichPlaceCannotBeHad) {
-    CHandInstrument other;
-    for (const std::string& strAddress :
-         {"tcp://127.0.0.1:" + std::to_string(GetPort()), std::string("serial:/dev/none")}) {
-        ServerSettings settings;
-        settings.m_addresses = {ReadLinkAddress(strAddress, LinkUse::Listen)};
-        try {
-            CInstrumentServer(settings, other);
-            ADD_FAILURE() << strAddress;
-        } catch (const CListenError& error) {
-            EXPECT_TRUE(std::string(error.what()).starts_with(strAddress + ": ")) << error.what();
-        }
-    }
+TEST(Loopback, IsKnownByEveryNameOfIt) {
     for (const auto& [pszHost, bLoopback] : {std::pair("127.0.0.1", true),
                                              {"::1", true},
                                              {"localhost", true},

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <span>
+#include <tuple>
 #include <utility>
 
 #include "platform/drawing/Graphics.h"
@@ -39,6 +40,17 @@ struct PlotSheet {
         m_plot.m_nSpanValues = static_cast<std::int32_t>(nCount);
         m_plot.ZoomAll();
         return *spCurve;
+    }
+
+    /// Takes over what a plot shows, as far as it decides about the picture.
+    void ShowAs(const RTPlot& plot) {
+        const auto fields = [](auto& of) {
+            return std::tie(of.m_spCurves, of.m_nViewStart, of.m_nViewEnd, of.m_bZoomed,
+                            of.m_nSpanValues, of.m_nDisplay, of.m_nMode, of.m_nChannel,
+                            of.m_nMarkerA, of.m_nMarkerB, of.m_nTriggerLevel);
+        };
+        fields(m_plot) = fields(plot);
+        m_spCurves = plot.m_spCurves;
     }
 
     CRect Paint() { return m_plot.Paint(m_dc, &m_cache); }

@@ -13,17 +13,7 @@ std::vector<BYTE> PaintFirst(const PlotSheet& sheet) {
     const RTPlot& plot = sheet.m_plot;
     PlotSheet first(plot.m_nWidth, plot.m_nHeight);
     first.m_graph = sheet.m_graph;
-    first.m_spCurves = sheet.m_spCurves;
-    first.m_plot.m_spCurves = plot.m_spCurves;
-    first.m_plot.m_nViewStart = plot.m_nViewStart;
-    first.m_plot.m_nViewEnd = plot.m_nViewEnd;
-    first.m_plot.m_bZoomed = plot.m_bZoomed;
-    first.m_plot.m_nSpanValues = plot.m_nSpanValues;
-    first.m_plot.m_nDisplay = plot.m_nDisplay;
-    first.m_plot.m_nMode = plot.m_nMode;
-    first.m_plot.m_nChannel = plot.m_nChannel;
-    first.m_plot.m_nMarkerA = plot.m_nMarkerA;
-    first.m_plot.m_nTriggerLevel = plot.m_nTriggerLevel;
+    first.ShowAs(plot);
     first.Paint();
     return first.m_bitmap.EncodePng();
 }

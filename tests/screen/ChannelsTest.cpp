@@ -38,11 +38,7 @@ class Channels : public ::testing::Test {
             PlotSheet sheet(Scaled(698), Scaled(343));
             sheet.m_graph = m_session.m_graph;
             const auto lock = plot.LockSession();
-            const auto fields = [](auto& of) {
-                return std::tie(of.m_spCurves, of.m_nViewStart, of.m_nViewEnd, of.m_bZoomed,
-                                of.m_nSpanValues, of.m_nMarkerA, of.m_nMarkerB, of.m_nTriggerLevel);
-            };
-            fields(sheet.m_plot) = fields(plot);
+            sheet.ShowAs(plot);
             sheet.m_plot.m_nChannel = static_cast<std::uint8_t>(nPlot);
             sheet.m_plot.m_nDisplay = nDisplay;
             sheet.m_plot.m_nMode = m_session.m_nMode;
