@@ -163,6 +163,7 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
                          {random() % 4 == 0, 100, 4000});
     CLinkCheck check(screen, sent, way, options.m_nPatience, record);
     const auto nWatchSeed = static_cast<std::uint32_t>(random());
+    const bool bEndsFair = random() % 3 != 0;  // else nothing comes through at the end
     panel.RunUntilClosed([&] {
         const CWatch watch(panel, options.m_nPatience, nWatchSeed, record,
                            {[&](const auto& spCurve, std::size_t nChannel, std::uint32_t nCount) {
@@ -171,8 +172,11 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
                             [&] { check.CheckState(); }});
         way.Begin();
         hand.Work(nMilliseconds);
-        way.Calm();
-        if (hand.ReturnToScreen()) {
+        if (bEndsFair) way.Calm();
+        const bool bOpen = hand.ReturnToScreen();
+        if (!bEndsFair) way.HoldUp();
+        if (bOpen && !bEndsFair) panel.Tap(IDC_START);  // so that there is something to leave
+        if (bOpen && bEndsFair) {
             // Until then what happened before may still cost the connection.
             const std::uint64_t nFairTime = SILENCE_MS + options.m_nPatience / 4;
             const auto isWell = [&] {

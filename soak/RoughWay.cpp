@@ -210,7 +210,7 @@ void CRoughWay::Pass(Connection& connection, Side from) {
         if (nRead == 0) connection.m_abEnded[from] = true;
         if (nRead < 0 && !isForLater()) connection.m_bOver = true;
     }
-    if (m_pWeather->m_abHeldUp[from]) return;
+    if (m_bHeldUp || m_pWeather->m_abHeldUp[from]) return;
     if (m_bDamages && !bytes.empty() && Pick(8) == 0) {
         Damage(bytes);
         m_bDamages = m_bLine;  // a stream does not live to see another

@@ -46,6 +46,8 @@ class CRoughWay {
     // Any thread.
     void Begin() { m_bRough = true; }
     void Calm() { m_bRough = false; }
+    /// From now on all is held up, for ever.
+    void HoldUp() { m_bHeldUp = true; }
     /// When the last bytes went to a panel, of a steady clock.
     std::uint64_t GetLastToPanel() const { return m_nLastToPanel; }
     /// Since when the weather has been fair, with nothing held up; none: it is not.
@@ -86,6 +88,7 @@ class CRoughWay {
     bool m_bDamages = false;  ///< of what passes next
 
     std::atomic<bool> m_bRough{false};
+    std::atomic<bool> m_bHeldUp{false};
     std::atomic<std::uint64_t> m_nLastToPanel{0};
     std::atomic<std::uint64_t> m_nFairSince{0};  ///< 0: it is not
     std::atomic<bool> m_bStop{false};
