@@ -4,6 +4,8 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <utility>
 
 #include "soak/CountingInstrument.h"
 #include "soak/LinkedScreen.h"
@@ -29,13 +31,14 @@ class CLinkCheck {
     void CheckState();
 
   private:
+    using Hole = std::pair<std::uint16_t, std::uint16_t>;  ///< the sets around it
     using Moment = std::optional<std::uint64_t>;
     struct Checked {
         std::uint32_t m_nValues = 0;
         std::uint16_t m_nSet = 0;  ///< of the last one
     };
 
-    bool IsLossTold();
+    bool IsLossTold(const std::shared_ptr<RTCurveData>& spCurve, std::size_t nChannel);
     void Fault(const std::string& strWhat);
 
     CLinkedScreen& m_screen;
@@ -43,9 +46,10 @@ class CLinkCheck {
     const CRoughWay& m_way;
     const std::uint64_t m_nDelay;  ///< of what a screen does at once, on this machine
     CSoakRecord& m_record;
-    Moment m_capturing;  ///< since when
-    Moment m_unknown;    ///< since when that, and the link says it is not
-    Moment m_lossTold;   ///< when last
+    Moment m_capturing;      ///< since when
+    Moment m_unknown;        ///< since when that, and the link says it is not
+    Moment m_lossTold;       ///< when last
+    std::set<Hole> m_holes;  ///< of all curves
     /// What was found right, by curve.
     std::map<std::weak_ptr<RTCurveData>, Checked, std::owner_less<>> m_checked;
 };

@@ -118,7 +118,7 @@ void RunLinkRate(const SoakOptions& options, double dMinutes, CSoakRecord& recor
                                "--value-rate=" + std::to_string(RATE),
                                "--seed=" + std::to_string(options.m_nSeed)});
     CValueCheck check(options.m_nSeed, record);
-    CLinkedScreen screen(instrument.GetAddress(),
+    CLinkedScreen screen(instrument.GetAddress(), {},
                          [&](const auto& spPacket) { check.Take(spPacket); });
     TestPanel& panel = screen.m_panel;
     panel.Run([&] {

@@ -4,11 +4,12 @@
 
 #include "host/LinkWait.h"
 
-CLinkedScreen::CLinkedScreen(const std::string& strAddress,
+CLinkedScreen::CLinkedScreen(const std::string& strAddress, const TlsFiles& tlsFiles,
                              std::function<void(const std::shared_ptr<RTPacket>&)> onPacket) {
     PanelLinkSettings settings;
     settings.m_address = ReadLinkAddress(strAddress, LinkUse::Connect);
     settings.m_strName = "soak";
+    settings.m_tlsFiles = tlsFiles;
     m_pLink = std::make_unique<CLinkInstrument>(m_panel.m_frame, settings);
     const std::string strTrouble = AwaitInstrument(*m_pLink);
     if (!strTrouble.empty()) throw std::runtime_error(strTrouble);

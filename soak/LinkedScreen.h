@@ -15,7 +15,7 @@ class CLinkedScreen {
     /// Joins the instrument and waits until it has said what it is.
     /// @param onPacket gets every packet before the screen does, on the link's thread
     /// @throws std::runtime_error when it cannot be reached
-    explicit CLinkedScreen(const std::string& strAddress,
+    explicit CLinkedScreen(const std::string& strAddress, const TlsFiles& tlsFiles = {},
                            std::function<void(const std::shared_ptr<RTPacket>&)> onPacket = {});
     ~CLinkedScreen();
 

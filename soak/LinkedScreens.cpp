@@ -1,5 +1,7 @@
 // Screens worked at random over a link on which anything happens.
+#include <cstdlib>
 #include <random>
+#include <stdexcept>
 
 #include "link/InstrumentServer.h"
 #include "platform/system/Paths.h"
@@ -18,21 +20,38 @@ namespace {
 /// The longest that leave is taken.
 constexpr std::uint64_t LEAVE_MS = 1000;
 
-/// An instrument that comes and goes.
-class CInstrument {
-    static constexpr unsigned FIRST_STEP = 20021;
+constexpr std::uint8_t MODES[] = {1, 2, 3, 10, 12, 20, 21, 22, 99};
+constexpr std::uint16_t RATES[] = {500, 8000, 40000, 65535};
+constexpr std::size_t LINE_RATES = 2;  ///< that a line carries
 
+/// A certificate of this machine, which is its own authority.
+TlsFiles MakeCertificate(const TemporaryFolder& folder) {
+    const std::string strPath = folder.GetPath() / "press";
+    const std::string strCommand =
+        "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 1 -subj "
+        "/CN=press -addext subjectAltName=IP:127.0.0.1 -keyout " +
+        strPath + ".key -out " + strPath + ".crt 2>/dev/null";
+    if (std::system(strCommand.c_str()) != 0) throw std::runtime_error("no certificate");
+    return {"", strPath + ".crt", strPath + ".key"};
+}
+
+/// An instrument that comes and goes, with another value rate each time if its captures may have
+/// one, and its sets numbered anew.
+class CInstrument {
   public:
     /// @param strAddress where it waits for panels
-    CInstrument(const InstrumentOptions& options, const std::string& strAddress, CSentCurves& sent)
+    CInstrument(const InstrumentOptions& options, const std::string& strAddress,
+                const TlsFiles& tlsFiles, CSentCurves& sent)
         : m_options(options), m_address(ReadLinkAddress(strAddress, LinkUse::Listen)),
-          m_sent(sent) {}
+          m_tlsFiles(tlsFiles), m_sent(sent) {}
 
-    /// Sets are numbered anew each time.
     /// @return where it waits
     LinkAddress Begin() {
-        m_pPress =
-            std::make_unique<CCountingInstrument>(m_options, FIRST_STEP * ++m_nToken, m_sent);
+        constexpr unsigned FIRST_STEP = 20021;
+        ++m_nToken;
+        if (!m_options.m_bCaptureLocked && m_nToken > 1)
+            m_options.m_nValueRate = RATES[m_nToken % std::size(RATES)];
+        m_pPress = std::make_unique<CCountingInstrument>(m_options, FIRST_STEP * m_nToken, m_sent);
         ServerSettings settings;
         Hello& hello = settings.m_hub.m_hello;
         hello.m_nMode = m_options.m_nMode;
@@ -41,6 +60,7 @@ class CInstrument {
         hello.m_bLocked = m_options.m_bCaptureLocked;
         hello.m_nToken = m_nToken;
         settings.m_addresses = {m_address};
+        settings.m_tls = m_tlsFiles;
         settings.m_onNews = [](const std::string&) {};
         m_pServer = std::make_unique<CInstrumentServer>(std::move(settings), *m_pPress);
         const std::string strAddress = m_pServer->GetAddresses().at(0);
@@ -53,8 +73,9 @@ class CInstrument {
     }
 
   private:
-    const InstrumentOptions m_options;
+    InstrumentOptions m_options;
     const LinkAddress m_address;
+    const TlsFiles m_tlsFiles;
     CSentCurves& m_sent;
     std::uint32_t m_nToken = 0;
     std::unique_ptr<CCountingInstrument> m_pPress;
@@ -64,7 +85,9 @@ class CInstrument {
 /// A capture goes through as if nothing had been.
 void CaptureWhole(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord& record) {
     TestPanel& panel = screen.m_panel;
-    const auto isIdle = [&] { return panel.IsEnabled(IDC_START); };
+    const auto isIdle = [&] {
+        return panel.IsEnabled(IDC_START) && !screen.GetStatus().m_bRunning;
+    };
     panel.Tap(IDC_STOP);
     Operator::WaitFor("idle controls", isIdle, 5000);
     Operator::Wait(300);  // what else was asked of the instrument is answered by then
@@ -101,12 +124,10 @@ void AwaitNextCurve(CLinkedScreen& screen, const CSentCurves& sent, CSoakRecord&
 }
 
 InstrumentOptions PickInstrument(const SoakOptions& options, bool bLine, std::mt19937& random) {
-    constexpr std::uint8_t MODES[] = {1, 2, 3, 10, 12, 20, 21, 22, 99};
-    constexpr std::uint16_t RATES[] = {500, 8000, 40000, 65535};
     InstrumentOptions instrument;
     instrument.m_nMode = options.m_nMode.value_or(MODES[random() % std::size(MODES)]);
     instrument.m_secondInput = SecondInput{static_cast<std::uint8_t>(random() % 3)};
-    instrument.m_nValueRate = RATES[random() % (bLine ? 2 : std::size(RATES))];
+    instrument.m_nValueRate = RATES[random() % (bLine ? LINE_RATES : std::size(RATES))];
     instrument.m_bCaptureLocked = random() % 5 == 0;
     return instrument;
 }
@@ -115,24 +136,28 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
                      CSoakRecord& record) {
     std::seed_seq seeds{options.m_nSeed, nScreen};
     std::mt19937 random(seeds);
-    const bool bLine = random() % 3 == 0;
+    const WayKind kind = WayKind{static_cast<std::uint8_t>(random() % 3)};
+    const bool bLine = kind == WayKind::Line;
+    constexpr const char* NAMES[] = {"TCP", "TLS", "line"};
+    const std::string strName = NAMES[static_cast<std::size_t>(kind)];
     const InstrumentOptions instrumentOptions = PickInstrument(options, bLine, random);
     record.SetScreen("seed " + std::to_string(options.m_nSeed) + ", screen " +
                      std::to_string(nScreen) + ", mode " +
-                     std::to_string(instrumentOptions.m_nMode) + (bLine ? ", line" : "") +
+                     std::to_string(instrumentOptions.m_nMode) + ", " + strName +
                      (instrumentOptions.m_bCaptureLocked ? ", locked" : ""));
     const TemporaryFolder folder;  // a file's values are those of its own instrument
     SetProgramFolder(folder.Path(""));
 
     CSentCurves sent(FindValueLayout(instrumentOptions.m_nMode, instrumentOptions.m_secondInput));
-    CRoughWay way(bLine, static_cast<std::uint32_t>(random()), record);
-    CInstrument instrument(instrumentOptions, way.GetInstrumentAddress(), sent);
+    const TlsFiles tlsFiles = kind == WayKind::Tls ? MakeCertificate(folder) : TlsFiles{};
+    CRoughWay way(kind, static_cast<std::uint32_t>(random()), record);
+    CInstrument instrument(instrumentOptions, way.GetInstrumentAddress(), tlsFiles, sent);
     way.Open(instrument.Begin().m_nPort, [&](bool bThere) {
         if (bThere) return instrument.Begin().m_nPort;
         instrument.End();
         return std::uint16_t{0};
     });
-    CLinkedScreen screen(way.GetPanelAddress());
+    CLinkedScreen screen(way.GetPanelAddress(), {tlsFiles.m_strCertificate, "", ""});
     TestPanel& panel = screen.m_panel;
     CRandomOperator hand(panel, folder.Path(""), static_cast<std::uint32_t>(random()), record,
                          {random() % 4 == 0, 100, 4000});
@@ -169,7 +194,8 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
     record.Largest("longest leave, ms", nLeave);
     if (nLeave > LEAVE_MS + options.m_nPatience / 4)
         record.Fault("leave takes " + std::to_string(nLeave) + " ms");
-    record.Count(bLine ? "screens on a line" : "screens");
+    record.Count("screens, " + strName);
+    way.Close();
 }
 
 }  // namespace

@@ -98,19 +98,26 @@ constinit const CRoughWay::Weather CRoughWay::WEATHERS[] = {
      [](Self& way) { way.m_nInstrumentPort = way.m_restart(true); }},
 };
 
-CRoughWay::CRoughWay(bool bLine, std::uint32_t nSeed, CSoakRecord& record)
-    : m_bLine(bLine), m_random(nSeed), m_record(record), m_pWeather(WEATHERS) {
-    bLine ? MakeLine() : MakeListener();
+CRoughWay::CRoughWay(WayKind kind, std::uint32_t nSeed, CSoakRecord& record)
+    : m_bLine(kind == WayKind::Line), m_random(nSeed), m_record(record), m_pWeather(WEATHERS) {
+    if (m_bLine)
+        MakeLine();
+    else
+        MakeListener(kind == WayKind::Tls ? "tls" : "tcp");
 }
 
 CRoughWay::~CRoughWay() {
-    m_bStop = true;
-    m_thread.Close();
+    Close();
     if (m_hListener >= 0) ::close(m_hListener);
 }
 
-void CRoughWay::MakeListener() {
-    m_strInstrumentAddress = "tcp://127.0.0.1:0";
+void CRoughWay::Close() {
+    m_bStop = true;
+    m_thread.Close();
+}
+
+void CRoughWay::MakeListener(const std::string& strScheme) {
+    m_strInstrumentAddress = strScheme + "://127.0.0.1:0";
     m_hListener = MakeSocket();
     sockaddr_in address = MakeAddress(0);
     socklen_t nLength = sizeof address;
@@ -118,7 +125,7 @@ void CRoughWay::MakeListener() {
         ::listen(m_hListener, 8) != 0 ||
         ::getsockname(m_hListener, reinterpret_cast<sockaddr*>(&address), &nLength) != 0)
         throw std::runtime_error("no port for the way to the instrument");
-    m_strPanelAddress = "tcp://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    m_strPanelAddress = strScheme + "://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
 }
 
 void CRoughWay::MakeLine() {

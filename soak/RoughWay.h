@@ -14,6 +14,8 @@
 #include "platform/system/Threads.h"
 #include "soak/Counts.h"
 
+enum class WayKind : std::uint8_t { Tcp, Tls, Line };
+
 /// Passes on what comes, on a thread of its own, in a weather that changes at random from Begin to
 /// Calm and is fair before and after. It is either a line, which loses bytes, or TCP, on which
 /// connections end: when the weather cuts them, or one of the two sides does.
@@ -23,7 +25,7 @@ class CRoughWay {
     using Restart = std::function<std::uint16_t(bool bThere)>;
 
     /// @throws std::runtime_error when the system does not give what it takes
-    CRoughWay(bool bLine, std::uint32_t nSeed, CSoakRecord& record);
+    CRoughWay(WayKind kind, std::uint32_t nSeed, CSoakRecord& record);
     ~CRoughWay();
     CRoughWay(const CRoughWay&) = delete;
     CRoughWay& operator=(const CRoughWay&) = delete;
@@ -37,6 +39,9 @@ class CRoughWay {
     /// @param nPort of the instrument
     /// @param restart called on the way's thread; not on a line
     void Open(std::uint16_t nPort, Restart restart);
+
+    /// Ends the way, and with it the calls to what Open was given.
+    void Close();
 
     // Any thread.
     void Begin() { m_bRough = true; }
@@ -55,7 +60,7 @@ class CRoughWay {
     struct Weather;
     static const Weather WEATHERS[];
 
-    void MakeListener();
+    void MakeListener(const std::string& strScheme);
     void MakeLine();
     void Run();
     void ChangeWeather();
