@@ -163,9 +163,11 @@ TEST_F(Server, SendsAwayWhoDoesNotReadAndNobodyElse) {
             viewers, [&](const CWirePanel& viewer) { return viewer.m_nPackets >= nPackets; });
     };
     std::thread pusher([&] {
+        bool bTaken = true;
         for (std::size_t n = 0; n < PACKETS; ++n) {
-            for (int i = 0; i < 500 && !isTaken(n < 20 ? 0 : n - 20); ++i)
+            for (int i = 0; i < 5000 && bTaken && !isTaken(n < 20 ? 0 : n - 20); ++i)
                 std::this_thread::sleep_for(1ms);
+            bTaken = isTaken(n < 20 ? 0 : n - 20);
             m_instrument.Push(MakePacketOf('s', 16'000));
         }
         m_instrument.Push(MakePacketOf('n'));
