@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include "platform/system/Text.h"
+
 namespace {
 
 /// By LinkReason.
@@ -22,6 +24,23 @@ constexpr NumberedText REASONS[] = {
     {3283, L"the instrument has changed"},
 };
 constexpr NumberedText OTHER_REASON{3284, L"reason %1"};
+
+/// What transports say in these words, their own and the system's.
+constexpr NumberedText TRANSPORT_TROUBLES[] = {
+    {3288, L"no answer"},
+    {3289, L"closed by the other side"},
+    {3297, L"closed by the broker"},
+    {3298, L"connection refused"},
+    {3299, L"connection reset by peer"},
+    {3321, L"the device is gone"},
+    {3322, L"no such file or directory"},
+    {3323, L"permission denied"},
+    {3324, L"device or resource busy"},
+    {3325, L"host not found (authoritative)"},
+    {3326, L"host not found (non-authoritative), try again later"},
+    {3327, L"no route to host"},
+    {3328, L"network is unreachable"},
+};
 
 std::string DescribeInstrument(const LinkStatus& status) {
     std::string strText = status.m_strName.empty() ? "instrument" : status.m_strName;
@@ -68,6 +87,13 @@ LinkText DescribeParting(const Parting& parting) {
                         : LinkText(OTHER_REASON, {std::to_string(nReason)});
     if (!parting.m_strText.empty()) text.Add(": ", LinkText(parting.m_strText));
     return text;
+}
+
+LinkText DescribeTransportTrouble(const std::string& strWhy) {
+    const std::wstring strEnglish = FromUtf8(strWhy);
+    for (const NumberedText& text : TRANSPORT_TROUBLES)
+        if (strEnglish == text.m_pEnglish) return LinkText(text);
+    return LinkText(strWhy);
 }
 
 std::string DescribeStatus(const LinkStatus& status, const std::string& strAddress) {

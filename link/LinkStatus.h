@@ -51,3 +51,7 @@ std::string DescribeStatus(const LinkStatus& status, const std::string& strAddre
 
 /// Why a connection ended or did not begin, in words.
 LinkText DescribeParting(const Parting& parting);
+
+/// The same of what a transport says of its end, in the operator's language as far as its words are
+/// usual ones.
+LinkText DescribeTransportTrouble(const std::string& strWhy);

@@ -80,7 +80,8 @@ void CPanelSession::OnTransportLost(const std::string& strWhy, bool bPatient, Li
     if (!m_bOpen && !m_bOpening) return;
     m_bOpen = m_bOpening = false;
     if (bPatient) m_status.m_bLost = false;
-    Lose(LinkText(strWhy), bPatient ? std::optional(PATIENT_PAUSE) : std::nullopt, now);
+    Lose(DescribeTransportTrouble(strWhy), bPatient ? std::optional(PATIENT_PAUSE) : std::nullopt,
+         now);
     Report();
 }
 

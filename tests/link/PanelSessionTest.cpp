@@ -46,6 +46,18 @@ TEST(PanelSession, TriesAgainAfterGrowingPauses) {
     EXPECT_EQ(getPauses(9), std::vector<long>{10000});
 }
 
+TEST(PanelSession, SaysATransportsTroubleInTheOperatorsLanguage) {
+    const std::wstring strRefused = L"abgelehnt";
+    const CTextSource source(
+        [&](std::int32_t nString) { return nString == 3298 ? &strRefused : nullptr; });
+    CPanelBench bench;
+    bench.m_session.OnTransportLost("connection refused", false, bench.m_now);
+    EXPECT_EQ(bench.GetText(), "tcp://a:1: connection refused. Trying again.");
+    EXPECT_EQ(bench.m_status.m_trouble.m_strShown, strRefused);
+    bench.Pass(500ms).m_session.OnTransportLost("certificate: expired", false, bench.m_now);
+    EXPECT_EQ(bench.m_status.m_trouble.m_strShown, L"certificate: expired");
+}
+
 TEST(PanelSession, WaitsAsTheReasonAsks) {
     const std::vector<long> aPause = {100, 10000, 2000, 2000,  100,   100,   100,  -1,
                                       100, 100,   100,  10000, 10000, 10000, 10000};
