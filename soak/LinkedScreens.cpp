@@ -7,11 +7,11 @@
 #include "platform/system/Paths.h"
 #include "plugin/ScreenTemplate.h"
 #include "soak/CountingInstrument.h"
-#include "soak/LeftBehind.h"
 #include "soak/LinkCheck.h"
 #include "soak/LinkedScreen.h"
 #include "soak/RandomOperator.h"
 #include "soak/RoughWay.h"
+#include "soak/ScreenByScreen.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
 
@@ -205,18 +205,9 @@ void RunLinkedScreen(const SoakOptions& options, unsigned nScreen, unsigned nMil
 }  // namespace
 
 void RunLinkedScreens(const SoakOptions& options, CSoakRecord& record) {
-    CLeftBehind leftBehind(record);
-    std::mt19937 random(options.m_nSeed);
-    const std::uint64_t nEnd =
-        TickMilliseconds() + static_cast<std::uint64_t>(options.m_dSeconds * 1000);
-    for (unsigned nScreen = 0; !record.HasFaults(); ++nScreen) {
-        const std::uint64_t nNow = TickMilliseconds();
-        if (nNow >= nEnd) break;
-        const unsigned nLength = random() % 4 == 0 ? random() % 1000 : 3000 + random() % 40'000;
-        RunLinkedScreen(options, nScreen,
-                        static_cast<unsigned>(std::min<std::uint64_t>(nLength, nEnd - nNow)),
-                        record);
-        leftBehind.Check();
-    }
+    RunScreenByScreen(options, {1000, 3000, 40'000}, record,
+                      [&](unsigned nScreen, unsigned nMilliseconds) {
+                          RunLinkedScreen(options, nScreen, nMilliseconds, record);
+                      });
     SetProgramFolder(L"");
 }

@@ -3,9 +3,9 @@
 #include <random>
 
 #include "platform/system/Paths.h"
-#include "soak/LeftBehind.h"
 #include "soak/RandomLink.h"
 #include "soak/RandomOperator.h"
+#include "soak/ScreenByScreen.h"
 #include "soak/Soak.h"
 #include "soak/Watch.h"
 #include "tests/support/FileBytes.h"
@@ -121,18 +121,9 @@ void RunRandomScreens(const SoakOptions& options, CSoakRecord& record) {
     const std::wstring strFolder = folder.Path("");
     SetProgramFolder(strFolder);
 
-    CLeftBehind leftBehind(record);
-    std::mt19937 random(options.m_nSeed);
-    const std::uint64_t nEnd =
-        TickMilliseconds() + static_cast<std::uint64_t>(options.m_dSeconds * 1000);
-    for (unsigned nScreen = 0; !record.HasFaults(); ++nScreen) {
-        const std::uint64_t nNow = TickMilliseconds();
-        if (nNow >= nEnd) break;
-        const unsigned nLength = random() % 4 == 0 ? random() % 300 : 500 + random() % 8000;
-        RunRandomScreen(options, nScreen,
-                        static_cast<unsigned>(std::min<std::uint64_t>(nLength, nEnd - nNow)),
-                        strFolder, record);
-        leftBehind.Check();
-    }
+    RunScreenByScreen(options, {300, 500, 8000}, record,
+                      [&](unsigned nScreen, unsigned nMilliseconds) {
+                          RunRandomScreen(options, nScreen, nMilliseconds, strFolder, record);
+                      });
     SetProgramFolder(L"");
 }
